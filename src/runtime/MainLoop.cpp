@@ -1,0 +1,98 @@
+#include "runtime/MainLoop.h"
+
+#include <utility>
+
+namespace kestrune {
+
+void MainLoop::Inbox::post(Job job) {
+  const std::lock_guard lock(mutex_);
+  if (waker_ == nullptr) return;
+  jobs_.push_back(std::move(job));
+  if (jobs_.size() == 1) waker_->wake();
+}
+
+MainLoop::MainLoop(const Clock& clock, LoopWaker& waker) : clock_(clock), waker_(waker) {
+  inbox_->waker_ = &waker;
+}
+
+MainLoop::~MainLoop() {
+  std::deque<Job> unrun;
+  {
+    const std::lock_guard lock(inbox_->mutex_);
+    inbox_->waker_ = nullptr;
+    unrun.swap(inbox_->jobs_);
+  }
+  // What the jobs hold may post or set timers as it goes; the loop must still be whole then.
+  unrun.clear();
+  std::exchange(timers_, {}).clear();
+  std::exchange(parked_, {}).clear();
+}
+
+MainLoop::TimerId MainLoop::after(Duration delay, Job job) {
+  const TimerId timer{clock_.continuousNow() + delay, nextSequence_++};
+  timers_.emplace(timer, std::move(job));
+  if (timers_.begin()->first == timer) waker_.setDeadline(timer.deadline);
+  return timer;
+}
+
+bool MainLoop::cancelTimer(const TimerId& timer) {
+  return timers_.erase(timer) > 0;
+}
+
+MainLoop::Ticket MainLoop::park(Job job) {
+  const Ticket ticket = nextSequence_++;
+  parked_.emplace(ticket, std::move(job));
+  return ticket;
+}
+
+void MainLoop::redeem(const std::shared_ptr<Inbox>& inbox, MainLoop* loop, Ticket ticket) {
+  // The job runs on the loop, if the loop still is.
+  inbox->post([loop, ticket] {
+    auto parked = loop->parked_.extract(ticket);
+    if (!parked.empty()) parked.mapped()();
+  });
+}
+
+void MainLoop::run() {
+  waker_.acknowledge();
+  runDueTimers();
+  runWaitingJobs();
+  if (hasJobs()) waker_.wake();
+  waker_.setDeadline(nextDeadline());
+}
+
+std::optional<ContinuousTime> MainLoop::nextDeadline() const {
+  if (timers_.empty()) return std::nullopt;
+  return timers_.begin()->first.deadline;
+}
+
+bool MainLoop::hasJobs() const {
+  const std::lock_guard lock(inbox_->mutex_);
+  return !inbox_->jobs_.empty();
+}
+
+void MainLoop::runDueTimers() {
+  const ContinuousTime now = clock_.continuousNow();
+  const std::uint64_t firstNew = nextSequence_;
+  auto timer = timers_.begin();
+  while (timer != timers_.end() && timer->first.deadline <= now) {
+    if (timer->first.sequence >= firstNew) {
+      ++timer;
+      continue;
+    }
+    const auto due = timers_.extract(timer);
+    due.mapped()();
+    timer = timers_.begin();  // the job may have set or cancelled timers
+  }
+}
+
+void MainLoop::runWaitingJobs() {
+  std::deque<Job> waiting;
+  {
+    const std::lock_guard lock(inbox_->mutex_);
+    waiting.swap(inbox_->jobs_);
+  }
+  for (Job& job : waiting) std::exchange(job, nullptr)();
+}
+
+}  // namespace kestrune
