@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kestrune::platform {
+
+// Cumulative ticks of one logical processor. The unit is the platform's own; only ratios matter.
+struct ProcessorTicks {
+  std::int32_t user = 0;  // without `nice`
+  std::int32_t system = 0;
+  std::int32_t idle = 0;
+  std::int32_t nice = 0;
+  friend bool operator==(const ProcessorTicks&, const ProcessorTicks&) = default;
+};
+
+// The load counters of all logical processors. Main thread.
+class Processors {
+ public:
+  virtual ~Processors() = default;
+
+  // One entry for each processor that is online, efficiency cores first, else by id. Absent: the read failed.
+  // The platform sees to it that the sum over all processors and states stays within 32 bits: it may begin
+  // anew at 0, but then for all processors at once, and also when the set of processors has changed.
+  virtual std::optional<std::vector<ProcessorTicks>> processorTicks() = 0;
+};
+
+}  // namespace kestrune::platform
