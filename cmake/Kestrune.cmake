@@ -11,6 +11,7 @@ target_compile_options(kestrune_flags INTERFACE
   -Wcast-qual -Wextra-semi -Wundef
   $<$<BOOL:${KESTRUNE_WERROR}>:-Werror>
   -fno-omit-frame-pointer)
+target_compile_definitions(kestrune_flags INTERFACE QT_NO_KEYWORDS)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # ccache can reuse objects built with a precompiled header only so.
   target_compile_options(kestrune_flags INTERFACE -fpch-preprocess)

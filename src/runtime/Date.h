@@ -12,7 +12,7 @@ struct Date {
 
   friend constexpr auto operator<=>(Date, Date) = default;
   friend constexpr double operator-(Date later, Date earlier) { return later.seconds - earlier.seconds; }
-  friend constexpr Date operator+(Date date, double seconds) { return {date.seconds + seconds}; }
+  friend constexpr Date operator+(Date date, double interval) { return {date.seconds + interval}; }
 };
 
 // Earlier than any date that a clock delivers: 0001-01-01.

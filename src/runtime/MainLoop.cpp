@@ -57,7 +57,6 @@ void MainLoop::run() {
   waker_.acknowledge();
   runDueTimers();
   runWaitingJobs();
-  if (hasJobs()) waker_.wake();
   waker_.setDeadline(nextDeadline());
 }
 

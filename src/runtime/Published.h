@@ -59,7 +59,7 @@ class Dependencies {
   std::function<void()> onChange_;
 };
 
-// What Dependencies watch. A copy starts with no readers.
+// What Dependencies watch.
 class Observable {
  public:
   Observable() = default;

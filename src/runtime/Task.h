@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <coroutine>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -40,8 +41,22 @@ class Task {
 
 class Task::State : public std::enable_shared_from_this<State> {
  public:
+  // The right to go on with the body, once, held by what the task waits for. If that goes without using it,
+  // nothing can go on with the body any more, and it goes too, whoever still has a handle on the task.
+  class Resumption {
+   public:
+    explicit Resumption(std::shared_ptr<State> state) : state_(std::move(state)), turn_(++state_->turn_) {}
+    ~Resumption();
+    Resumption(const Resumption&) = delete;
+    Resumption& operator=(const Resumption&) = delete;
+    void use();
+
+   private:
+    std::shared_ptr<State> state_;
+    std::uint64_t turn_;
+  };
+
   State(MainLoop& loop, std::coroutine_handle<promise_type> frame) : loop_(loop), frame_(frame) {}
-  ~State();
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
@@ -50,14 +65,17 @@ class Task::State : public std::enable_shared_from_this<State> {
   bool isCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
   bool isDone() const { return frame_ == nullptr; }
 
+  // A job that goes on with the body. It voids the one that was there before.
+  Job resumption();
   void resumeAtNextTurn();
   void resumeAfter(Duration delay);
-  void resume();
+  // Destroys the body with all its locals.
   void finish();
 
  private:
   MainLoop& loop_;
   std::coroutine_handle<promise_type> frame_;  // empty once the body has ended
+  std::uint64_t turn_ = 0;                     // of the latest resumption; the others are void
   std::optional<MainLoop::TimerId> sleep_;
   std::atomic<bool> cancelled_ = false;
 };
@@ -99,8 +117,8 @@ class Task::promise_type {
   std::weak_ptr<State> weakState_;
 };
 
-// co_await sleep(interval): goes on that much later on the continuous clock, or at the next turn of the loop when
-// the task is cancelled.
+// co_await sleep(interval): goes on that much later on the continuous clock, or at the next turn of the loop
+// when the task is cancelled.
 class SleepAwaiter {
  public:
   explicit SleepAwaiter(Duration interval) : interval_(interval) {}
@@ -167,7 +185,7 @@ class BackgroundAwaiter {
   void await_suspend(std::coroutine_handle<Task::promise_type> frame) {
     const auto state = frame.promise().state();
     MainLoop& loop = state->loop();
-    const auto ticket = loop.park([state] { state->resume(); });
+    const auto ticket = loop.park(state->resumption());
     lane_.submit([work = std::exchange(work_, nullptr), result = result_, inbox = loop.inbox(), loop = &loop,
                   ticket]() mutable {
       result->emplace((*work)());

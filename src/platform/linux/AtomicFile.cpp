@@ -1,0 +1,95 @@
+#include "platform/linux/AtomicFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/linux/UniqueFd.h"
+
+namespace kestrune::linux_platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool makeFolders(const fs::path& folder) {
+  std::error_code error;
+  if (folder.empty() || fs::is_directory(folder, error)) return true;
+  if (!makeFolders(folder.parent_path())) return false;
+  return mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST;
+}
+
+bool writeAll(int fd, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = write(fd, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// On failure `errno` tells why: EEXIST for a name that is taken.
+bool renameUnlessTaken(const std::string& from, const std::string& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // A file system that can't do it in one step.
+  struct stat existing {};
+  if (lstat(to.c_str(), &existing) == 0) {
+    errno = EEXIST;
+    return false;
+  }
+  return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+void syncFolder(const fs::path& folder) {
+  const UniqueFd opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened) fsync(opened.get());
+}
+
+}  // namespace
+
+bool replaceFile(const std::string& path, std::string_view content) {
+  const fs::path folder = fs::path(path).parent_path();
+  if (!makeFolders(folder)) return false;
+  std::string temporary = path + ".XXXXXX";
+  const UniqueFd file(mkostemp(temporary.data(), O_CLOEXEC));  // with mode 0600
+  if (!file) return false;
+  const bool isReplaced = writeAll(file.get(), content) && fsync(file.get()) == 0 &&
+                          std::rename(temporary.c_str(), path.c_str()) == 0;
+  if (!isReplaced) {
+    unlink(temporary.c_str());
+    return false;
+  }
+  syncFolder(folder);
+  return true;
+}
+
+std::optional<std::string> renameToFreeName(const std::string& from, const std::string& to) {
+  constexpr int mostNames = 1000;
+  for (int i = 1; i <= mostNames; ++i) {
+    std::string name = i == 1 ? to : to + "." + std::to_string(i);
+    if (renameUnlessTaken(from, name)) return name;
+    if (errno != EEXIST) break;
+  }
+  return std::nullopt;
+}
+
+std::string linkTarget(const std::string& path) {
+  constexpr int longestChain = 40;
+  fs::path target = path;
+  std::error_code error;
+  for (int i = 0; i < longestChain && fs::is_symlink(target, error); ++i) {
+    const fs::path next = fs::read_symlink(target, error);
+    if (error) break;
+    target = target.parent_path() / next;  // an absolute one replaces it
+  }
+  return target.string();
+}
+
+}  // namespace kestrune::linux_platform

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Platform.h"
+#include "platform/linux/JsonPreferenceStorage.h"
+#include "platform/linux/LinuxCalendar.h"
+#include "platform/linux/LinuxChip.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxProcessEnvironment.h"
+#include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/LinuxProcessors.h"
+#include "platform/linux/LoopDescriptor.h"
+
+namespace kestrune::linux_platform {
+
+// The user's folder for settings: XDG_CONFIG_HOME where that is an absolute path, else .config in the home
+// folder; empty where there is none.
+std::string defaultConfigDirectory(platform::ProcessEnvironment& environment);
+
+// This computer. It outlives all that uses it.
+class LinuxPlatform {
+ public:
+  LinuxPlatform();
+  // Reads below `root`, and keeps preferences in kestrune/preferences.json below `configDirectory`, or
+  // nowhere if that is empty.
+  LinuxPlatform(const std::string& root, const std::string& configDirectory);
+  LinuxPlatform(const LinuxPlatform&) = delete;
+  LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+  platform::Platform platform();
+  // What the main loop is to be made with.
+  LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
+
+ private:
+  LinuxProcessEnvironment environment_;
+  LinuxClock clock_;
+  LinuxCalendar calendar_;
+  LinuxProcessors processors_;
+  LinuxChip chip_;
+  std::shared_ptr<LinuxProcessTable> processTable_;
+  JsonPreferenceStorage preferences_;
+  LoopDescriptor loopDescriptor_;
+  std::shared_ptr<ThreadLane> processLane_;
+};
+
+}  // namespace kestrune::linux_platform

@@ -1,0 +1,62 @@
+#include "support/ScriptedPlatform.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <ranges>
+
+namespace kestrune::test {
+
+constexpr double daySeconds = 86400;
+
+void ScriptedProcessors::pass(std::int32_t total, const std::vector<std::int32_t>& busy) {
+  if (!ticks) ticks.emplace();
+  ticks->resize(busy.size());
+  for (std::size_t i = 0; i < busy.size(); ++i) {
+    (*ticks)[i].user += busy[i];
+    (*ticks)[i].idle += total - busy[i];
+  }
+}
+
+std::vector<std::int32_t> ScriptedProcessTable::ids() const {
+  if (listed) return *listed;
+  const auto keys = std::views::keys(processes);
+  return {keys.begin(), keys.end()};
+}
+
+std::int32_t ScriptedProcessTable::processCount() {
+  if (!isReadable) return -1;
+  return count.value_or(static_cast<std::int32_t>(ids().size()));
+}
+
+std::int32_t ScriptedProcessTable::listPids(std::span<std::int32_t> pids) {
+  ++walks;
+  if (!isReadable) return -1;
+  const auto all = ids();
+  const std::size_t fitting = std::min(all.size(), pids.size());
+  std::ranges::copy_n(all.begin(), static_cast<std::ptrdiff_t>(fitting), pids.begin());
+  return static_cast<std::int32_t>(fitting);
+}
+
+std::optional<platform::TaskInfo> ScriptedProcessTable::taskInfo(std::int32_t pid) {
+  if (onTaskInfo) onTaskInfo();
+  const auto found = processes.find(pid);
+  if (found == processes.end() || !found->second.isReadable) return std::nullopt;
+  return found->second.info;
+}
+
+std::optional<std::string> ScriptedEnvironment::variable(const std::string& name) {
+  const auto found = variables.find(name);
+  return found == variables.end() ? std::nullopt : std::optional(found->second);
+}
+
+Date ScriptedCalendar::startOfDay(Date date) {
+  return {std::floor(date.seconds / daySeconds) * daySeconds};
+}
+
+std::optional<Date> ScriptedCalendar::addingDays(Date date, int days) {
+  if (isOutOfRange) return std::nullopt;
+  return date + days * daySeconds;
+}
+
+}  // namespace kestrune::test
