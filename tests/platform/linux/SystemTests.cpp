@@ -1,0 +1,108 @@
+#include <csignal>
+#include <cstdlib>
+#include <future>
+
+#include <gtest/gtest.h>
+#include <linux/ioprio.h>
+#include <poll.h>
+#include <pthread.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "TemporaryFolder.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/TerminationSignals.h"
+
+namespace kestrune::linux_platform {
+namespace {
+
+TEST(TerminationSignals, comeThroughTheDescriptorAlone) {
+  signal(SIGHUP, SIG_IGN);
+  {
+    TerminationSignals signals;
+    const auto isReadable = [&] {
+      pollfd waiting{.fd = signals.fd(), .events = POLLIN, .revents = 0};
+      return poll(&waiting, 1, 0) == 1;
+    };
+    EXPECT_FALSE(signals.consume());
+    pthread_kill(pthread_self(), SIGHUP);
+    EXPECT_FALSE(isReadable()) << "ignored from the start";
+    for (const int number : {SIGTERM, SIGINT}) {
+      pthread_kill(pthread_self(), number);
+      EXPECT_TRUE(isReadable());
+      EXPECT_TRUE(signals.consume());
+      EXPECT_FALSE(signals.consume());
+    }
+  }
+  signal(SIGHUP, SIG_DFL);
+}
+
+TEST(ProcessEnvironment, isAsItWasAtTheStart) {
+  setenv("KESTRUNE_TEST_EMPTY", "", 1);
+  setenv("KESTRUNE_TEST_EQUALS", "a=b", 1);
+  LinuxProcessEnvironment environment;
+  unsetenv("KESTRUNE_TEST_EMPTY");
+  unsetenv("KESTRUNE_TEST_EQUALS");
+  EXPECT_FALSE(environment.isEmpty());
+  EXPECT_EQ(environment.variable("KESTRUNE_TEST_EMPTY"), "");
+  EXPECT_EQ(environment.variable("KESTRUNE_TEST_EQUALS"), "a=b");
+  EXPECT_EQ(environment.variable("KESTRUNE_TEST_ABSENT"), std::nullopt);
+}
+
+class FakeEnvironment final : public platform::ProcessEnvironment {
+ public:
+  explicit FakeEnvironment(std::map<std::string, std::string> all) : all_(std::move(all)) {}
+  bool isEmpty() override { return all_.empty(); }
+  std::optional<std::string> variable(const std::string& name) override {
+    const auto found = all_.find(name);
+    return found == all_.end() ? std::nullopt : std::optional(found->second);
+  }
+
+ private:
+  std::map<std::string, std::string> all_;
+};
+
+TEST(Platform, findsTheFolderForSettings) {
+  const auto directory = [](std::map<std::string, std::string> variables) {
+    FakeEnvironment environment(std::move(variables));
+    return defaultConfigDirectory(environment);
+  };
+  EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", "/cfg"}}), "/cfg");
+  EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", "relative"}}), "/home/u/.config");
+  EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", ""}}), "/home/u/.config");
+  EXPECT_EQ(directory({}), "");
+}
+
+TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
+  const test::TemporaryFolder config;
+  LinuxPlatform computer(test::fixture("hybrid-laptop"), config.path());
+  const platform::Platform platform = computer.platform();
+  EXPECT_EQ(platform.processors.processorTicks()->size(), 20U);
+  EXPECT_EQ(platform.chip.performanceCores(), 6);
+  EXPECT_LT(platform.processTable->processCount(), 1);
+  platform.preferences.store("key", true);
+  EXPECT_TRUE(config.has("kestrune/preferences.json"));
+  EXPECT_GT(platform.clock.now(), Date{700'000'000});
+
+  struct Seen {
+    int niceness = 0;
+    long ioPriority = 0;
+    std::string name;
+  };
+  std::promise<Seen> seen;
+  platform.processLane->submit([&seen] {
+    char name[16]{};
+    pthread_getname_np(pthread_self(), name, sizeof name);
+    seen.set_value({getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())),
+                    syscall(SYS_ioprio_get, IOPRIO_WHO_PROCESS, 0), name});
+  });
+  const Seen lane = seen.get_future().get();
+  EXPECT_EQ(lane.niceness, 10);
+  EXPECT_EQ(IOPRIO_PRIO_CLASS(lane.ioPriority), IOPRIO_CLASS_IDLE);
+  EXPECT_EQ(lane.name, "kestrune-scan");
+  EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), 0) << "only that thread";
+}
+
+}  // namespace
+}  // namespace kestrune::linux_platform
