@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "platform/Platform.h"
+#include "providers/CPUProvider.h"
+#include "runtime/MainLoop.h"
+#include "runtime/Published.h"
+
+namespace kestrune {
+
+// The root of the running system: owns every long-lived object. Creating it starts the sampling. One exists
+// for the life of the process; in a test its end cancels the loops. Main thread only.
+class AppEnvironment {
+ public:
+  // Loop and platform must outlive the environment.
+  AppEnvironment(MainLoop& loop, const platform::Platform& platform);
+
+  const std::shared_ptr<CPUProvider> cpu;
+
+  // The day that the dashboards look at; absent means today, live. Never today's date or a later one.
+  Published<std::optional<Date>> selectedDate;
+
+  // Moves the selected day by so many calendar days. Today or later becomes absent.
+  void shiftSelectedDate(int days);
+
+ private:
+  const Clock& clock_;
+  platform::Calendar& calendar_;
+};
+
+}  // namespace kestrune

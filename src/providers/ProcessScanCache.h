@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/ProcessTable.h"
+#include "runtime/Clock.h"
+#include "runtime/WorkLane.h"
+
+namespace kestrune {
+
+// One process as the last walk saw it.
+struct ProcessEntry {
+  std::int32_t pid = 0;           // above 0
+  std::string name;               // UTF-8, never empty
+  std::string executablePath;     // UTF-8, empty when it can't be read
+  std::uint64_t memoryBytes = 0;  // resident
+  std::uint64_t tickUser = 0;     // cumulative nanoseconds
+  std::uint64_t tickSys = 0;      // cumulative nanoseconds
+};
+
+// The cumulative times of one process at one moment.
+struct ProcessTick {
+  std::uint64_t user = 0;
+  std::uint64_t sys = 0;
+  double time = 0;  // Date::seconds
+};
+using ProcessTicks = std::unordered_map<std::int32_t, ProcessTick>;
+
+// The one walker of the process table. It remembers the last walk for 2 seconds, so that several callers cost
+// one walk. Everything it does happens in its lane, which runs one thing at a time; it has no lock of its
+// own.
+class ProcessScanCache {
+ public:
+  static constexpr double staleness = 2.0;  // seconds that a walk stays good
+
+  // Clock and lane must outlive the cache. It doesn't own the lane, since the lane's own work may hold it
+  // last.
+  ProcessScanCache(const Clock& clock, std::shared_ptr<platform::ProcessTable> table, WorkLane& lane);
+
+  // Where `entries` may be called.
+  WorkLane& lane() const { return lane_; }
+
+  // The processes in the order of the kernel, from the last walk if that ended less than `staleness` ago by
+  // the wall clock, else from a new one. Empty if the table can't be read. Valid until the next call. In the
+  // lane only.
+  const std::vector<ProcessEntry>& entries();
+
+ private:
+  std::vector<ProcessEntry> walk();
+
+  const Clock& clock_;
+  std::shared_ptr<platform::ProcessTable> table_;
+  WorkLane& lane_;
+  std::vector<ProcessEntry> cachedEntries_;
+  Date lastScanDate_ = Date::distantPast;
+};
+
+}  // namespace kestrune

@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+
+#include "providers/ProcessLoads.h"
+
+namespace kestrune {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr std::uint64_t second = 1'000'000'000;  // nanoseconds
+constexpr Date start{1000};
+
+ProcessEntry entry(std::int32_t pid, std::uint64_t user, std::uint64_t sys = 0) {
+  return {.pid = pid,
+          .name = "process " + std::to_string(pid),
+          .executablePath = "/bin/" + std::to_string(pid),
+          .memoryBytes = 4096,
+          .tickUser = user,
+          .tickSys = sys};
+}
+
+// The busiest, by a previous scan in which every process stood at 100 s of user and of system time.
+std::vector<CPUSnapshot::ProcessInfo> busiest(const std::vector<ProcessEntry>& entries, double span = 1) {
+  ProcessTicks previous;
+  for (const auto& each : entries) previous[each.pid] = {100 * second, 100 * second, start.seconds};
+  return processLoads(entries, previous, start + span).busiest;
+}
+
+ProcessEntry used(std::int32_t pid, std::uint64_t nanoseconds) {
+  return entry(pid, 100 * second + nanoseconds, 100 * second);
+}
+
+std::vector<std::int32_t> ids(const std::vector<CPUSnapshot::ProcessInfo>& rows) {
+  std::vector<std::int32_t> result;
+  result.reserve(rows.size());
+  for (const auto& row : rows) result.push_back(row.id);
+  return result;
+}
+
+TEST(ProcessLoads, loadIsUserAndSystemTimeOverTheSpan) {
+  const auto rows = busiest({entry(7, 101 * second, 100 * second + second / 2)}, 3);
+  ASSERT_THAT(rows, SizeIs(1));
+  EXPECT_DOUBLE_EQ(rows[0].cpuPercent, 50.0);
+  EXPECT_EQ(rows[0].id, 7);
+  EXPECT_EQ(rows[0].name, "process 7");
+  EXPECT_EQ(rows[0].executablePath, "/bin/7");
+  EXPECT_EQ(rows[0].memoryBytes, 4096U);
+}
+
+TEST(ProcessLoads, boundsOfWhatIsListed) {
+  EXPECT_THAT(busiest({used(1, 500'000)}), IsEmpty()) << "exactly 0.05 percent";
+  EXPECT_THAT(busiest({used(1, 500'010)}), SizeIs(1));
+
+  const auto rows = busiest({used(1, 12 * second), used(2, 15 * second)});
+  EXPECT_THAT(ids(rows), ElementsAre(1, 2)) << "both are cut to the same value";
+  EXPECT_EQ(rows[0].cpuPercent, 999.0);
+  EXPECT_EQ(rows[1].cpuPercent, 999.0);
+}
+
+TEST(ProcessLoads, tooShortASpanListsNothing) {
+  EXPECT_THAT(busiest({used(1, second)}, 0.0625), IsEmpty());
+  EXPECT_THAT(busiest({used(1, second)}, -5), IsEmpty()) << "the wall clock was set back";
+  EXPECT_THAT(busiest({used(1, second)}, 0.125), SizeIs(1));
+}
+
+TEST(ProcessLoads, counterThatWentBackwardsContributesNothing) {
+  const auto rows = busiest({entry(1, 50 * second, 100 * second + second / 4), entry(2, 0, 0)});
+  ASSERT_THAT(ids(rows), ElementsAre(1));
+  EXPECT_DOUBLE_EQ(rows[0].cpuPercent, 25.0);
+}
+
+TEST(ProcessLoads, busiestFirstAndEqualsInTheirOrder) {
+  std::vector<ProcessEntry> entries;
+  for (std::int32_t pid = 60; pid > 10; --pid) entries.push_back(used(pid, second / 10));
+  for (const std::int32_t pid : {3, 1, 2}) entries.push_back(used(pid, second / 2));
+  entries.push_back(used(99, second));
+  EXPECT_THAT(ids(busiest(entries)), ElementsAre(99, 3, 1, 2, 60, 59, 58, 57));
+}
+
+TEST(ProcessLoads, listsOnlyWhatThePreviousScanKnewAndRemembersAll) {
+  const std::vector<ProcessEntry> entries{entry(1, 5 * second, second), entry(2, 3 * second)};
+  const auto first = processLoads(entries, {}, start);
+  EXPECT_THAT(first.busiest, IsEmpty());
+  ASSERT_THAT(first.ticks, SizeIs(2));
+  EXPECT_EQ(first.ticks.at(1).user, 5 * second);
+  EXPECT_EQ(first.ticks.at(1).sys, second);
+  EXPECT_EQ(first.ticks.at(1).time, start.seconds);
+
+  const auto later = processLoads({entry(2, 4 * second), entry(3, 9 * second)}, first.ticks, start + 2);
+  EXPECT_THAT(ids(later.busiest), ElementsAre(2));
+  EXPECT_THAT(later.ticks, SizeIs(2));
+  EXPECT_FALSE(later.ticks.contains(1)) << "it has ended";
+}
+
+}  // namespace
+}  // namespace kestrune

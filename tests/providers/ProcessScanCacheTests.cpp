@@ -1,0 +1,133 @@
+#include <gmock/gmock.h>
+
+#include "providers/ProcessScanCache.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class ProcessScanCacheTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  void pass(double seconds) { clock.setWall(clock.now() + seconds); }
+
+  std::vector<std::int32_t> pids() {
+    std::vector<std::int32_t> result;
+    for (const auto& entry : scans.entries()) result.push_back(entry.pid);
+    return result;
+  }
+
+  ProcessScanCache scans{clock, processTable, *lane};
+  std::map<std::int32_t, test::ScriptedProcessTable::Process>& processes = processTable->processes;
+};
+
+TEST_F(ProcessScanCacheTest, deliversWhatTheTableSays) {
+  processes[5] = {
+      "editor", "/usr/bin/editor", {.residentBytes = 1, .userNanoseconds = 2, .systemNanoseconds = 3}};
+  const auto& entries = scans.entries();
+  ASSERT_THAT(entries, SizeIs(1));
+  EXPECT_EQ(entries[0].pid, 5);
+  EXPECT_EQ(entries[0].name, "editor");
+  EXPECT_EQ(entries[0].executablePath, "/usr/bin/editor");
+  EXPECT_EQ(entries[0].memoryBytes, 1U);
+  EXPECT_EQ(entries[0].tickUser, 2U);
+  EXPECT_EQ(entries[0].tickSys, 3U);
+}
+
+TEST_F(ProcessScanCacheTest, keepsAWalkForTwoSeconds) {
+  processes[5] = {"editor", "", {.userNanoseconds = 10}};
+  scans.entries();
+  processes[5].info.userNanoseconds = 20;
+  pass(1.9);
+  EXPECT_EQ(scans.entries()[0].tickUser, 10U);
+  EXPECT_EQ(processTable->walks, 1);
+
+  pass(0.1);
+  EXPECT_EQ(clock.now() - Date{800000000}, 2.0);
+  EXPECT_EQ(scans.entries()[0].tickUser, 20U);
+  EXPECT_EQ(processTable->walks, 2);
+}
+
+TEST_F(ProcessScanCacheTest, ageCountsFromTheEndOfTheWalk) {
+  processes[5] = {"editor", "", {}};
+  processTable->onTaskInfo = [this] { pass(1.5); };  // a slow walk
+  scans.entries();
+  pass(1.75);
+  scans.entries();
+  EXPECT_EQ(processTable->walks, 1);
+  pass(0.25);
+  scans.entries();
+  EXPECT_EQ(processTable->walks, 2);
+}
+
+TEST_F(ProcessScanCacheTest, wallClockThatWasSetBackDoesNotFreezeTheList) {
+  processes[5] = {"editor", "", {}};
+  scans.entries();
+  processes[6] = {"shell", "", {}};
+  pass(-3600);
+  EXPECT_THAT(pids(), ElementsAre(5, 6));
+  pass(1);
+  EXPECT_THAT(pids(), ElementsAre(5, 6));
+  EXPECT_EQ(processTable->walks, 2);
+}
+
+TEST_F(ProcessScanCacheTest, unreadableTableIsRememberedAsEmpty) {
+  processes[5] = {"editor", "", {}};
+  for (const bool countWorks : {false, true}) {
+    pass(10);
+    processTable->isReadable = countWorks;
+    processTable->listed = countWorks ? std::optional(std::vector<std::int32_t>{}) : std::nullopt;
+    processTable->count = 1;
+    EXPECT_THAT(pids(), IsEmpty());
+    processTable->isReadable = true;
+    processTable->listed.reset();
+    pass(1.5);
+    EXPECT_THAT(pids(), IsEmpty());
+    pass(0.5);
+    EXPECT_THAT(pids(), ElementsAre(5));
+  }
+}
+
+TEST_F(ProcessScanCacheTest, keepsTheOrderOfTheTableAndSkipsWhatIsNoProcess) {
+  for (const std::int32_t pid : {-1, 0, 4, 5, 6, 7}) processes[pid] = {"process", "", {}};
+  processes[6].isReadable = false;
+  processTable->listed = {7, 0, 5, -1, 6, 1234, 4};
+  EXPECT_THAT(pids(), ElementsAre(7, 5, 4)) << "6 may not be looked at, 1234 has just gone";
+}
+
+TEST_F(ProcessScanCacheTest, seesProcessesThatBeganAfterTheCount) {
+  for (std::int32_t pid = 1; pid <= 100; ++pid) processes[pid] = {"process", "", {}};
+  processTable->count = 60;
+  EXPECT_THAT(pids(), SizeIs(92)) << "32 more than were counted";
+}
+
+TEST_F(ProcessScanCacheTest, namesAndPathsAreRepairedAndLimited) {
+  const std::string path(1023, 'p');
+  processes[1] = {"", "/bin/nameless", {}};
+  processes[2] = {"pathless", "", {}};
+  processes[3] = {
+      "bad \xFF"
+      "byte",
+      "/opt/\xC3/x",
+      {}};
+  processes[4] = {std::string("cut\0off", 7), path, {}};
+  processes[5] = {std::string(1500, 'n'), path + "p", {}};
+  const auto& entries = scans.entries();
+  ASSERT_THAT(entries, SizeIs(4));
+  EXPECT_EQ(entries[0].name, "pathless");
+  EXPECT_EQ(entries[0].executablePath, "");
+  EXPECT_EQ(entries[1].name,
+            "bad \xEF\xBF\xBD"
+            "byte");
+  EXPECT_EQ(entries[1].executablePath, "/opt/\xEF\xBF\xBD/x");
+  EXPECT_EQ(entries[2].name, "cut");
+  EXPECT_EQ(entries[2].executablePath, path);
+  EXPECT_EQ(entries[3].name, std::string(1023, 'n'));
+  EXPECT_EQ(entries[3].executablePath, "");
+}
+
+}  // namespace
+}  // namespace kestrune
