@@ -1,0 +1,32 @@
+#pragma once
+
+#include "runtime/Published.h"
+#include "ui/CPUTimeRange.h"
+#include "ui/ViewContext.h"
+#include "ui/view/View.h"
+
+namespace kestrune::ui {
+
+// The page about the processors: the load now and over time, the chip, each core, the busiest processes.
+class CPUTab final : public Component {
+ public:
+  explicit CPUTab(const ViewContext& context) : context_(context) {}
+
+  Published<CPUTimeRange> timeRange{CPUTimeRange::s60};
+
+  View body() override;
+
+ private:
+  const CPUProvider& cpu() const { return *context_.env.cpu; }
+  View usageCard() const;
+  View chipCard() const;
+  View perCore() const;
+  View usageHistory();
+  View topProcesses() const;
+  View processTable() const;
+  View processRow(const CPUSnapshot::ProcessInfo& process) const;
+
+  ViewContext context_;
+};
+
+}  // namespace kestrune::ui

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kestrune::ui {
+
+// "1.5 GB", "300 MB", "12 KB": binary units, the same in every locale.
+std::string formatBytes(std::uint64_t bytes);
+
+// "0 B/s", "1.5 KB/s", "2.0 MB/s", "1.25 GB/s": binary units, the same in every locale. A negative rate
+// counts as 0.
+std::string formatRate(double bytesPerSecond);
+
+// The integer part of a percentage; 0 for what is no number.
+int wholePercent(double percent);
+
+}  // namespace kestrune::ui

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace kestrune::ui {
+
+// Numbers as the user's locale writes them. Formatters are kept, since making one costs far more than using
+// it. Main thread only.
+class LocaleFormats {
+ public:
+  // `localeName` as the environment gives it ("es_ES.UTF-8"); an unknown or empty one reads as "en_US".
+  explicit LocaleFormats(const std::string& localeName);
+  ~LocaleFormats();
+  LocaleFormats(const LocaleFormats&) = delete;
+  LocaleFormats& operator=(const LocaleFormats&) = delete;
+
+  // "33%", "33,4 %": a fraction as percentage with a fixed number of fraction digits, rounded half to even.
+  std::string percent(double fraction, int fractionDigits);
+
+ private:
+  struct Formatters;
+  std::unique_ptr<Formatters> formatters_;
+};
+
+}  // namespace kestrune::ui

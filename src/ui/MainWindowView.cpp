@@ -1,0 +1,73 @@
+#include "ui/MainWindowView.h"
+
+#include <utility>
+
+#include "ui/CPUTab.h"
+#include "ui/PlaceholderTab.h"
+#include "ui/Sidebar.h"
+
+namespace kestrune::ui {
+namespace {
+
+constexpr double sidebarMinWidth = 160;
+constexpr double sidebarIdealWidth = 180;
+
+}  // namespace
+
+MainWindowView::MainWindowView(const ViewContext& context)
+    : showFolderTab(context.preferences, "ui.sandbox.showFolderTab", true),
+      context_(context),
+      folderPreference_([this] {
+        // Noting the preference again has to wait until all its readers have been told.
+        context_.loop.post([this, alive = std::weak_ptr(alive_)] {
+          if (!alive.expired()) leaveFoldersWhenHidden();
+        });
+      }) {
+  subscriptions_.push_back(
+      context.notifications.observe(std::string(switchTabNotification), [this](const std::any& object) {
+        if (const auto* tab = std::any_cast<MainTab>(&object)) selectedTab.set(*tab);
+      }));
+  subscriptions_.push_back(
+      context.notifications.observe(std::string(openSettingsTabNotification),
+                                    [this](const std::any&) { selectedTab.set(MainTab::settings); }));
+  leaveFoldersWhenHidden();
+}
+
+void MainWindowView::leaveFoldersWhenHidden() {
+  const bool shows = folderPreference_.track([this] { return showFolderTab.get(); });
+  if (!shows && selectedTab.get() == MainTab::folders) selectedTab.set(MainTab::overview);
+}
+
+std::vector<MainTab> MainWindowView::visibleTabs() const {
+  const bool hidesFolders = context_.isSandboxed && !showFolderTab.get();
+  std::vector<MainTab> visible;
+  for (const MainTab tab : allMainTabs) {
+    if (tab != MainTab::folders || !hidesFolders) visible.push_back(tab);
+  }
+  return visible;
+}
+
+std::string MainWindowView::windowTitle() const {
+  const auto tab = selectedTab.get();
+  return std::string(tab ? title(*tab) : "Kestrune");
+}
+
+View MainWindowView::body() {
+  auto sidebar = component<Sidebar>([this] { return std::make_shared<Sidebar>(*this); });
+  return split(sidebarMinWidth, sidebarIdealWidth, std::move(sidebar), detail())
+      .frame({.fixed = {}, .min = minimumWidth, .max = {}}, {.fixed = {}, .min = minimumHeight, .max = {}});
+}
+
+View MainWindowView::detail() const {
+  const auto tab = selectedTab.get();
+  View page;
+  if (tab == MainTab::cpu) {
+    page = component<CPUTab>([context = context_] { return std::make_shared<CPUTab>(context); });
+  } else if (tab) {
+    page = PlaceholderTab{*tab};
+  }
+  const Extent filling{.fixed = {}, .min = {}, .max = unlimited};
+  return std::move(page).frame(filling, filling, topLeading);
+}
+
+}  // namespace kestrune::ui

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/AppEnvironment.h"
+#include "core/Preferences.h"
+#include "runtime/MainLoop.h"
+#include "runtime/NotificationCenter.h"
+#include "ui/LocaleFormats.h"
+
+namespace kestrune::ui {
+
+// What the shell hands down the view tree. All of it outlives every view.
+struct ViewContext {
+  MainLoop& loop;
+  AppEnvironment& env;
+  Preferences& preferences;
+  NotificationCenter& notifications;
+  LocaleFormats& formats;
+  bool isSandboxed = false;
+};
+
+}  // namespace kestrune::ui

@@ -1,0 +1,197 @@
+#include <gmock/gmock.h>
+
+#include "ui/Sidebar.h"
+#include "ui/ViewFixture.h"
+
+namespace kestrune::ui {
+namespace {
+
+using test::MountedViews;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class MainWindowTest : public test::ViewFixture {
+ public:
+  MountedViews window = mainWindow();
+
+  MainWindowView& view() const { return *window.component<MainWindowView>().first; }
+  std::optional<MainTab> selected() const { return view().selectedTab.get(); }
+
+  struct Row {
+    std::string title;
+    const Traits* traits;
+  };
+  std::vector<Row> rows() const {
+    std::vector<Row> found;
+    for (const auto& shown : window.all()) {
+      const auto* traits = shown.view->traits.get();
+      if (traits != nullptr && traits->onTap)
+        found.push_back({test::accessibilityLabel(*shown.view), traits});
+    }
+    return found;
+  }
+  std::vector<std::string> rowTitles() const {
+    std::vector<std::string> titles;
+    for (const auto& row : rows()) titles.push_back(row.title);
+    return titles;
+  }
+  std::vector<std::string> markedRows() const {
+    std::vector<std::string> marked;
+    for (const auto& row : rows()) {
+      if (row.traits->isSelected) marked.push_back(row.title);
+    }
+    return marked;
+  }
+  void setShowsFolderTab(bool shows) {
+    preferences.set("ui.sandbox.showFolderTab", shows);
+    update(window);
+  }
+  void post(std::string_view name, const std::any& object = {}) {
+    notifications.post(name, object);
+    update(window);
+  }
+};
+
+class SandboxedMainWindowTest : public MainWindowTest {
+ public:
+  SandboxedMainWindowTest() {
+    isSandboxed = true;
+    window = mainWindow();
+  }
+};
+
+TEST_F(MainWindowTest, ListsAllTabsAndShowsTheFirst) {
+  EXPECT_THAT(rowTitles(), ElementsAre("Overview", "CPU", "Memory", "Disk", "Network", "Power", "Audio",
+                                       "Folders", "Stats", "Settings"));
+  std::vector<std::string> symbols;
+  for (const auto& shown : window.kind<SymbolContent>())
+    symbols.push_back(shown.view->as<SymbolContent>()->name);
+  symbols.resize(10);
+  EXPECT_THAT(symbols, ElementsAre("square.grid.2x2", "cpu", "memorychip", "internaldrive", "network", "bolt",
+                                   "waveform", "folder", "chart.bar", "gearshape"));
+  EXPECT_THAT(markedRows(), ElementsAre("Overview"));
+  EXPECT_EQ(view().windowTitle(), "Overview");
+
+  const auto splits = window.kind<SplitContent>();
+  ASSERT_EQ(splits.size(), 1U);
+  EXPECT_EQ(*splits.front().view->as<SplitContent>(), (SplitContent{160, 180}));
+  const auto* outermost = window.all().front().view->as<FrameContent>();
+  ASSERT_NE(outermost, nullptr);
+  EXPECT_EQ(outermost->width.min, 820);
+  EXPECT_EQ(outermost->height.min, 620);
+}
+
+TEST_F(MainWindowTest, ATapSelectsAndMarksOneRow) {
+  const auto surfaces = [&] {
+    std::vector<Color> fills;
+    for (const auto& shown : window.kind<BackgroundContent>()) {
+      const auto* surface = shown.view->as<BackgroundContent>();
+      if (surface->cornerRadius == 6) fills.push_back(surface->fill);
+    }
+    return fills;
+  };
+  window.tap("Disk");
+  EXPECT_EQ(selected(), MainTab::disk);
+  EXPECT_THAT(markedRows(), ElementsAre("Disk"));
+  std::vector<Color> expected(10, ColorRole::clear);
+  expected[3] = Color(ColorRole::accent, 0.18);
+  EXPECT_EQ(surfaces(), expected);
+  EXPECT_EQ(view().windowTitle(), "Disk");
+  EXPECT_TRUE(window.hasText("This page is not here yet."));
+
+  view().selectedTab.set(std::nullopt);
+  window.update();
+  EXPECT_THAT(markedRows(), IsEmpty());
+  EXPECT_EQ(view().windowTitle(), "Kestrune");
+}
+
+TEST_F(MainWindowTest, NotificationsSwitchTabs) {
+  post(switchTabNotification, MainTab::stats);
+  EXPECT_EQ(selected(), MainTab::stats);
+  for (const std::any& malformed : {std::any(), std::any(1), std::any(std::string("cpu"))}) {
+    post(switchTabNotification, malformed);
+    EXPECT_EQ(selected(), MainTab::stats);
+  }
+  post(openSettingsTabNotification);
+  EXPECT_EQ(selected(), MainTab::settings);
+
+  window = MountedViews(View());
+  notifications.post(switchTabNotification, MainTab::cpu);  // nobody is there any more
+  window = mainWindow();
+  EXPECT_EQ(selected(), MainTab::overview);
+}
+
+TEST_F(MainWindowTest, OutsideTheSandboxTheFolderTabIsAlwaysListed) {
+  setShowsFolderTab(false);
+  EXPECT_EQ(rowTitles().size(), 10U);
+}
+
+TEST_F(MainWindowTest, TurningTheFolderTabOffLeavesIt) {
+  window.tap("Folders");
+  setShowsFolderTab(true);  // written for the first time, but no change
+  EXPECT_EQ(selected(), MainTab::folders);
+  setShowsFolderTab(false);
+  EXPECT_EQ(selected(), MainTab::overview);
+
+  window.tap("Memory");
+  setShowsFolderTab(true);
+  setShowsFolderTab(false);
+  EXPECT_EQ(selected(), MainTab::memory);
+
+  setShowsFolderTab(true);
+  window.tap("Folders");
+  setShowsFolderTab(false);
+  EXPECT_EQ(selected(), MainTab::overview);
+}
+
+TEST_F(MainWindowTest, AWindowThatIsGoneDoesNotFollowPreferences) {
+  preferences.set("ui.sandbox.showFolderTab", false);
+  window = MountedViews(View());
+  computer.settle();
+  EXPECT_THAT(window.texts(), IsEmpty());
+}
+
+TEST_F(SandboxedMainWindowTest, TheFolderTabCanBeHidden) {
+  EXPECT_EQ(rowTitles().size(), 10U);
+  window.tap("Folders");
+  setShowsFolderTab(false);
+  EXPECT_EQ(rowTitles().size(), 9U);
+  EXPECT_THAT(rowTitles(), Not(Contains("Folders")));
+  EXPECT_THAT(markedRows(), ElementsAre("Overview"));
+
+  post(switchTabNotification, MainTab::folders);
+  EXPECT_EQ(view().windowTitle(), "Folders");
+  EXPECT_TRUE(window.hasText("This page is not here yet."));
+  EXPECT_THAT(markedRows(), IsEmpty());
+}
+
+TEST_F(MainWindowTest, ATabIsMadeAnewOnReturn) {
+  window.tap("CPU");
+  window.choose("5m");
+  const auto chosen = [&] {
+    return window.kind<SegmentedPickerContent>().front().view->as<SegmentedPickerContent>()->selected;
+  };
+  EXPECT_EQ(chosen(), 1);
+  window.tap("CPU");
+  EXPECT_EQ(chosen(), 1);
+  window.tap("Memory");
+  window.tap("CPU");
+  EXPECT_EQ(chosen(), 0);
+}
+
+TEST_F(MainWindowTest, ATickConcernsTheTabAlone) {
+  window.tap("CPU");
+  const int window1 = window.component<MainWindowView>().second;
+  const int sidebar1 = window.component<Sidebar>().second;
+  const int tab1 = window.component<CPUTab>().second;
+  second({10, 20});
+  update(window);
+  EXPECT_EQ(window.component<MainWindowView>().second, window1);
+  EXPECT_EQ(window.component<Sidebar>().second, sidebar1);
+  EXPECT_EQ(window.component<CPUTab>().second, tab1 + 1);
+}
+
+}  // namespace
+}  // namespace kestrune::ui

@@ -1,0 +1,88 @@
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "ui/Catalogue.h"
+#include "ui/Formatters.h"
+#include "ui/LocaleFormats.h"
+#include "ui/ShellCommands.h"
+
+namespace kestrune::ui {
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Formatters, BytesInBinaryUnits) {
+  EXPECT_EQ(formatBytes(0), "0 KB");
+  EXPECT_EQ(formatBytes(500), "0 KB");
+  EXPECT_EQ(formatBytes(1023), "1 KB");
+  EXPECT_EQ(formatBytes((1U << 20U) - 1), "1024 KB");
+  EXPECT_EQ(formatBytes(1U << 20U), "1 MB");
+  EXPECT_EQ(formatBytes(892000000), "851 MB");
+  EXPECT_EQ(formatBytes(1U << 30U), "1.0 GB");
+  EXPECT_EQ(formatBytes(4100000000), "3.8 GB");
+  EXPECT_EQ(formatBytes(std::numeric_limits<std::uint64_t>::max()), "17179869184.0 GB");
+}
+
+TEST(Formatters, RatesInBinaryUnits) {
+  EXPECT_EQ(formatRate(-5), "0 B/s");
+  EXPECT_EQ(formatRate(notANumber), "0 B/s");
+  EXPECT_EQ(formatRate(1023), "1023 B/s");
+  EXPECT_EQ(formatRate(1024), "1.0 KB/s");
+  EXPECT_EQ(formatRate(1048575), "1024.0 KB/s");
+  EXPECT_EQ(formatRate(1.5 * 1048576), "1.5 MB/s");
+  EXPECT_EQ(formatRate(1.25 * 1073741824), "1.25 GB/s");
+}
+
+TEST(Formatters, WholePercentCutsOff) {
+  EXPECT_EQ(wholePercent(99.99), 99);
+  EXPECT_EQ(wholePercent(0.9), 0);
+  EXPECT_EQ(wholePercent(100), 100);
+  EXPECT_EQ(wholePercent(notANumber), 0);
+  EXPECT_EQ(wholePercent(std::numeric_limits<double>::infinity()), 1000000000);
+}
+
+TEST(LocaleFormats, PercentagesAsTheLocaleWritesThem) {
+  LocaleFormats english("en_US.UTF-8");
+  EXPECT_EQ(english.percent(1, 0), "100%");
+  EXPECT_EQ(english.percent(33.4 / 100, 0), "33%");
+  EXPECT_EQ(english.percent(18.2 / 100, 1), "18.2%");
+  EXPECT_EQ(english.percent(9.99, 1), "999.0%");
+  EXPECT_EQ(english.percent(0.125, 0), "12%");
+  EXPECT_EQ(english.percent(0.135, 0), "14%");
+
+  LocaleFormats spanish("es_ES.UTF-8");
+  EXPECT_EQ(spanish.percent(0.33, 0), "33\u00a0%");
+  EXPECT_EQ(spanish.percent(0.334, 1), "33,4\u00a0%");
+  EXPECT_EQ(LocaleFormats("de_DE@euro").percent(0.334, 1), "33,4\u00a0%");
+}
+
+TEST(LocaleFormats, AnUnknownLocaleReadsAsEnglish) {
+  for (const char* name : {"", "C", "C.UTF-8", "POSIX", "garbage", "xx_YY", "!?", "@euro", ".UTF-8"}) {
+    EXPECT_EQ(LocaleFormats(name).percent(12.345, 1), "1,234.5%") << name;
+  }
+}
+
+TEST(Catalogue, SpeaksOfThisDesktop) {
+  const Catalogue catalogue;
+  EXPECT_EQ(catalogue.text("Usage history"), "Usage history");
+  EXPECT_EQ(catalogue.text("App Store does not allow access to per-process CPU data."),
+            "The sandbox does not allow access to per-process CPU data.");
+  EXPECT_EQ(
+      catalogue.text(aboutText),
+      "Real-time system monitor for Linux.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
+      "in one place.");
+}
+
+TEST(GoMenu, DigitsFollowTheSidebar) {
+  ASSERT_EQ(goMenu.size(), allMainTabs.size());
+  for (std::size_t i = 0; i < goMenu.size(); ++i) {
+    EXPECT_EQ(goMenu.at(i).tab, allMainTabs.at(i));
+    EXPECT_EQ(goMenu.at(i).title, title(allMainTabs.at(i)));
+    EXPECT_EQ(goMenu.at(i).key, "1234567890"[i]);
+    EXPECT_EQ(goMenu.at(i).separatorBefore, allMainTabs.at(i) == MainTab::settings);
+  }
+}
+
+}  // namespace
+}  // namespace kestrune::ui

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <any>
+#include <chrono>
+#include <optional>
+#include <vector>
+
+#include "support/ScriptedPlatform.h"
+#include "support/ViewInspector.h"
+#include "ui/CPUTab.h"
+#include "ui/MainWindowView.h"
+#include "ui/ViewContext.h"
+
+namespace kestrune::test {
+
+// The running system over a scripted computer, for views to look at.
+class ViewFixture : public testing::Test {
+ public:
+  ScriptedPlatform computer;
+  Preferences preferences{computer.preferences};
+  NotificationCenter notifications;
+  ui::LocaleFormats formats{"en_US"};
+  std::optional<AppEnvironment> env;
+  bool isSandboxed = false;
+
+  // Starts the system, so late that a test can set up the computer before.
+  ui::ViewContext context() {
+    if (!env) env.emplace(computer.loop, computer.platform);
+    return {computer.loop, *env, preferences, notifications, formats, isSandboxed};
+  }
+
+  MountedViews cpuTab() {
+    return MountedViews(
+        ui::component<ui::CPUTab>([given = context()] { return std::make_shared<ui::CPUTab>(given); }));
+  }
+  MountedViews mainWindow() {
+    return MountedViews(ui::component<ui::MainWindowView>(
+        [given = context()] { return std::make_shared<ui::MainWindowView>(given); }));
+  }
+
+  // One second with the processors busy for so many of their 100 ticks.
+  void second(const std::vector<std::int32_t>& busy) {
+    computer.processors.pass(100, busy);
+    computer.advance(std::chrono::seconds(1));
+  }
+
+  void update(MountedViews& views) {
+    computer.settle();
+    views.update();
+  }
+};
+
+}  // namespace kestrune::test
