@@ -1,0 +1,158 @@
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/linux/LinuxProcessTable.h"
+
+namespace {
+
+using kestrune::linux_platform::LinuxProcessTable;
+using Seconds = std::chrono::duration<double>;
+
+constexpr double budget = 1.3;  // times the bare loop
+
+// Sleeping processes, so many that the machine has `total`; they end with this.
+class Crowd {
+ public:
+  explicit Crowd(std::int32_t total) {
+    for (std::int32_t missing = total - LinuxProcessTable().processCount(); missing > 0; --missing) {
+      const pid_t parent = getpid();
+      const pid_t child = fork();
+      if (child < 0) return;
+      if (child == 0) sleepUntilKilled(parent);
+      children_.push_back(child);
+    }
+    isComplete_ = true;
+  }
+  ~Crowd() {
+    for (const pid_t child : children_) kill(child, SIGKILL);
+    for (const pid_t child : children_) waitpid(child, nullptr, 0);
+  }
+  Crowd(const Crowd&) = delete;
+  Crowd& operator=(const Crowd&) = delete;
+
+  bool isComplete() const { return isComplete_; }
+
+ private:
+  [[noreturn]] static void sleepUntilKilled(pid_t parent) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);
+    while (true) pause();
+  }
+
+  std::vector<pid_t> children_;
+  bool isComplete_ = false;
+};
+
+// What any program in C would do at the least to see the same: list, open and read and close `stat`, read
+// `exe`.
+std::size_t bareWalk() {
+  DIR* proc = opendir("/proc");
+  if (proc == nullptr) return 0;
+  std::size_t met = 0;
+  while (const dirent* entry = readdir(proc)) {
+    if (entry->d_name[0] < '1' || entry->d_name[0] > '9') continue;
+    char path[300];
+    char buffer[4096];
+    std::snprintf(path, sizeof path, "%s/stat", entry->d_name);
+    const int stat = openat(dirfd(proc), path, O_RDONLY | O_CLOEXEC);
+    if (stat < 0) continue;
+    if (read(stat, buffer, sizeof buffer) > 0) ++met;
+    close(stat);
+    std::snprintf(path, sizeof path, "%s/exe", entry->d_name);
+    benchmark::DoNotOptimize(readlinkat(dirfd(proc), path, buffer, sizeof buffer));
+    benchmark::DoNotOptimize(buffer);
+  }
+  closedir(proc);
+  return met;
+}
+
+struct Entry {
+  std::string name;
+  std::string path;
+  kestrune::platform::TaskInfo info;
+};
+
+// As the program walks: everything of every process that is there.
+std::size_t tableWalk(LinuxProcessTable& table) {
+  const std::int32_t count = table.processCount();
+  if (count < 1) return 0;
+  std::vector<std::int32_t> pids(static_cast<std::size_t>(count) + 32);
+  const std::int32_t listed = table.listPids(pids);
+  std::vector<Entry> entries;
+  entries.reserve(pids.size());
+  for (std::size_t i = 0; i < static_cast<std::size_t>(std::max(listed, 0)); ++i) {
+    const auto info = table.taskInfo(pids[i]);
+    if (info) entries.push_back({table.name(pids[i]), table.executablePath(pids[i]), *info});
+  }
+  benchmark::DoNotOptimize(entries.data());
+  return entries.size();
+}
+
+template <class Walk>
+double timed(benchmark::State& state, Walk walk, std::int64_t atLeast) {
+  const auto start = std::chrono::steady_clock::now();
+  const auto met = static_cast<std::int64_t>(walk());
+  const Seconds took = std::chrono::steady_clock::now() - start;
+  if (met < atLeast) state.SkipWithError("the walk misses processes");
+  return took.count();
+}
+
+double median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::ranges::nth_element(values, middle);
+  return *middle;
+}
+
+// Both walks in turn over the same processes. The time of an iteration is that of the table's walk.
+void processWalk(benchmark::State& state) {
+  const Crowd crowd(static_cast<std::int32_t>(state.range(0)));
+  if (!crowd.isComplete()) {
+    state.SkipWithError("left out: the limit of processes forbids so many");
+    return;
+  }
+  // Processes of others may end meanwhile.
+  const std::int64_t atLeast = state.range(0) * 95 / 100;
+  LinuxProcessTable table;
+  const double first = timed(
+      state, [&] { return tableWalk(table); }, atLeast);
+  std::vector<double> bare;
+  std::vector<double> ours;
+  std::vector<double>
+      ratios;  // of the two walks of one iteration, which share what else the machine was doing
+  while (state.KeepRunning()) {
+    bare.push_back(timed(state, bareWalk, atLeast));
+    ours.push_back(timed(
+        state, [&] { return tableWalk(table); }, atLeast));
+    ratios.push_back(ours.back() / bare.back());
+    state.SetIterationTime(ours.back());
+  }
+  const double ratio = median(ratios);
+  state.counters["firstMs"] = first * 1e3;
+  state.counters["bareMs"] = median(bare) * 1e3;
+  state.counters["tableMs"] = median(ours) * 1e3;
+  state.counters["ratio"] = ratio;
+  if (ratio > budget) {
+    state.SkipWithError(("over budget: " + std::to_string(ratio) + " times the bare loop").c_str());
+  }
+}
+BENCHMARK(processWalk)
+    ->Arg(300)
+    ->Arg(2000)
+    ->Arg(10000)
+    ->Iterations(31)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,55 @@
+// Starts the program's parts as the program itself does, and prints the microseconds of the continuous clock from the
+// moment given as the only argument, in nanoseconds, to the end of the first painted frame.
+
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+
+#include <QApplication>
+#include <QTimer>
+#include <QWindow>
+
+#include "platform/linux/LinuxPlatform.h"
+#include "ui/qt/KestruneApp.h"
+#include "ui/qt/LoopDriver.h"
+#include "ui/qt/SingleInstance.h"
+
+namespace {
+
+class FirstFrame final : public QObject {
+ public:
+  explicit FirstFrame(std::function<void()> painted) : painted_(std::move(painted)) {}
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    // The window paints while it handles the event, so what comes after it sees the frame done.
+    if (event->type() == QEvent::Expose) QTimer::singleShot(0, this, [this] { painted_(); });
+    return false;
+  }
+
+ private:
+  std::function<void()> painted_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace kestrune;
+  const ContinuousTime started(argc > 1 ? std::strtoll(argv[1], nullptr, 10) : 0);
+  QApplication application(argc, argv);
+  ui::qt::SingleInstance instance([](const QString&) {});
+  if (instance.claim() != ui::qt::SingleInstance::Outcome::first) return EXIT_FAILURE;
+  linux_platform::LinuxPlatform computer;
+  const platform::Platform services = computer.platform();
+  MainLoop loop(services.clock, computer.loopDescriptor());
+  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
+  ui::qt::KestruneApp app(loop, services);
+  FirstFrame firstFrame([&] {
+    std::printf("%" PRId64 "\n", (services.clock.continuousNow() - started).count() / 1000);
+    std::fflush(nullptr);
+    std::_Exit(EXIT_SUCCESS);
+  });
+  app.window().winId();
+  app.window().windowHandle()->installEventFilter(&firstFrame);
+  app.openMainWindow();
+  return QApplication::exec();
+}

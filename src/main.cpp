@@ -1,0 +1,71 @@
+#include <cstdio>
+#include <cstdlib>
+
+#include <QApplication>
+#include <QSocketNotifier>
+
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/TerminationSignals.h"
+#include "ui/qt/KestruneApp.h"
+#include "ui/qt/LoopDriver.h"
+#include "ui/qt/SingleInstance.h"
+
+namespace {
+
+using namespace kestrune;
+
+// Without a display the program samples all the same.
+void chooseQtPlatform() {
+  const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+  if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM")) return;
+  std::fputs("kestrune: no display; running without a window\n", stderr);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+int run(int argc, char** argv) {
+  // Blocks the signals, and must do so before any thread is started.
+  linux_platform::TerminationSignals signals;
+  chooseQtPlatform();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("kestrune"));
+  QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("kestrune"));
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  ui::qt::KestruneApp* app = nullptr;
+  ui::qt::SingleInstance instance([&app](const QString& activationToken) {
+    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    if (app != nullptr) app->openMainWindow();
+  });
+  switch (instance.claim()) {
+    case ui::qt::SingleInstance::Outcome::first: break;
+    case ui::qt::SingleInstance::Outcome::otherCameForward: return EXIT_SUCCESS;
+    case ui::qt::SingleInstance::Outcome::otherDoesNotAnswer:
+      std::fputs("kestrune: already running, but it does not answer\n", stderr);
+      return EXIT_FAILURE;
+  }
+
+  linux_platform::LinuxPlatform computer;
+  const platform::Platform services = computer.platform();
+  MainLoop loop(services.clock, computer.loopDescriptor());
+  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
+  ui::qt::KestruneApp kestrune(loop, services);
+  app = &kestrune;
+
+  QSocketNotifier onSignal(signals.fd(), QSocketNotifier::Read);
+  QObject::connect(&onSignal, &QSocketNotifier::activated, &onSignal, [&] {
+    if (signals.consume()) kestrune.terminate();
+  });
+
+  if (ui::qt::KestruneApp::hasDisplay()) kestrune.openMainWindow();
+  const int code = QApplication::exec();
+  // All that is worth keeping has been saved; a reading that hangs in some lane must not keep the process.
+  std::fflush(nullptr);
+  std::_Exit(code);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return run(argc, argv);
+}

@@ -1,0 +1,71 @@
+#include "ui/qt/KestruneApp.h"
+
+#include <QApplication>
+#include <QSessionManager>
+
+#include "core/Sandbox.h"
+#include "ui/qt/LeafAccessibility.h"
+#include "ui/qt/Surface.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+// The locale for numbers, as the C library chooses it.
+std::string numberLocale(platform::ProcessEnvironment& environment) {
+  for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
+    const auto value = environment.variable(name);
+    if (value && !value->empty()) return *value;
+  }
+  return {};
+}
+
+QIcon programIcon(Theme& theme) {
+  QIcon icon;
+  for (const int size : {16, 32, 64, 128}) icon.addPixmap(theme.image("kestrune", size, size, Qt::black, 1));
+  return icon;
+}
+
+}  // namespace
+
+KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
+    : preferences_(platform.preferences),
+      formats_(numberLocale(platform.environment)),
+      env_(loop, platform),
+      theme_(catalogue_) {
+  installSurfaceAccessibility();
+  installLeafAccessibility();
+  QApplication::setWindowIcon(programIcon(theme_));
+  const ViewContext context{loop, env_, preferences_, notifications_, formats_, isSandboxed(platform.environment)};
+  window_ = std::make_unique<MainWindow>(context, theme_, [this] { terminate(); });
+
+  const auto text = [this](const char* words) { return theme_.text(key(words)); };
+  trayMenu_.addAction(text("Open main window"), &connections_, [this] { openMainWindow(); });
+  trayMenu_.addSeparator();
+  trayMenu_.addAction(text("Quit Kestrune"), &connections_, [this] { terminate(); });
+  if (hasDisplay()) {
+    tray_ = std::make_unique<TrayItem>(loop, *env_.cpu, formats_, &trayMenu_, [this] { openMainWindow(); });
+  }
+
+  QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
+  // The desktop may end the session without a further word.
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { announceEnd(); },
+                   Qt::DirectConnection);
+}
+
+KestruneApp::~KestruneApp() = default;
+
+bool KestruneApp::hasDisplay() {
+  return QGuiApplication::platformName() != QStringLiteral("offscreen");
+}
+
+void KestruneApp::terminate() {
+  announceEnd();
+  QCoreApplication::quit();
+}
+
+void KestruneApp::announceEnd() {
+  if (std::exchange(hasAnnouncedEnd_, true)) return;
+  notifications_.post(willTerminateNotification);
+}
+
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+
+#include <QMenu>
+
+#include "platform/Platform.h"
+#include "ui/Catalogue.h"
+#include "ui/qt/MainWindow.h"
+#include "ui/qt/Theme.h"
+#include "ui/qt/TrayItem.h"
+
+namespace kestrune::ui::qt {
+
+// Posted once, on the program's notification centre, before the program ends, whatever ends it.
+inline constexpr std::string_view willTerminateNotification = "Kestrune.willTerminate";
+
+// The running program: one environment, one main window, one item in the tray. Creating it starts the sampling.
+// Needs a QApplication. Main thread.
+class KestruneApp {
+ public:
+  // Both must outlive it.
+  KestruneApp(MainLoop& loop, const platform::Platform& platform);
+  ~KestruneApp();
+  KestruneApp(const KestruneApp&) = delete;
+  KestruneApp& operator=(const KestruneApp&) = delete;
+
+  // False where the program runs without anyone who could see it.
+  static bool hasDisplay();
+
+  void openMainWindow() { window_->bringForward(); }
+  // Ends the program at the next turn of Qt's event loop.
+  void terminate();
+
+  MainWindow& window() { return *window_; }
+  NotificationCenter& notifications() { return notifications_; }
+
+ private:
+  void announceEnd();
+
+  NotificationCenter notifications_;
+  Preferences preferences_;
+  LocaleFormats formats_;
+  AppEnvironment env_;
+  Catalogue catalogue_;
+  Theme theme_;
+  std::unique_ptr<MainWindow> window_;
+  QMenu trayMenu_;
+  std::unique_ptr<TrayItem> tray_;
+  bool hasAnnouncedEnd_ = false;
+  QObject connections_;  // ends the connections to the application with it
+};
+
+}  // namespace kestrune::ui::qt

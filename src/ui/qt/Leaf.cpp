@@ -1,0 +1,37 @@
+#include "ui/qt/Leaf.h"
+
+#include "ui/qt/BarLeaf.h"
+#include "ui/qt/LineChartLeaf.h"
+#include "ui/qt/RingLeaf.h"
+#include "ui/qt/SegmentedPickerLeaf.h"
+#include "ui/qt/SymbolLeaf.h"
+#include "ui/qt/TextLeaf.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+struct Maker {
+  Theme& theme;
+  QWidget* parent;
+
+  Leaf* operator()(const TextContent&) const { return new TextLeaf(theme, parent); }
+  Leaf* operator()(const SymbolContent&) const { return new SymbolLeaf(theme, parent); }
+  Leaf* operator()(const ImageContent&) const { return new ImageLeaf(theme, parent); }
+  Leaf* operator()(const DividerContent&) const { return new DividerLeaf(theme, parent); }
+  Leaf* operator()(const LineChartContent&) const { return new LineChartLeaf(theme, parent); }
+  Leaf* operator()(const BarContent&) const { return new BarLeaf(theme, parent); }
+  Leaf* operator()(const RingContent&) const { return new RingLeaf(theme, parent); }
+  Leaf* operator()(const SegmentedPickerContent&) const { return new SegmentedPickerLeaf(theme, parent); }
+  template <class Other>
+  Leaf* operator()(const Other&) const {
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+Leaf* makeLeaf(const Content& content, Theme& theme, QWidget* parent) {
+  return std::visit(Maker{theme, parent}, content);
+}
+
+}  // namespace kestrune::ui::qt

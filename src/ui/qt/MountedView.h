@@ -1,0 +1,143 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <QPoint>
+#include <QPointer>
+#include <QWidget>
+
+#include "runtime/Published.h"
+#include "ui/qt/Leaf.h"
+#include "ui/qt/Scheduler.h"
+#include "ui/qt/Surface.h"
+#include "ui/view/Layout.h"
+#include "ui/view/View.h"
+
+class QVariantAnimation;
+
+namespace kestrune::ui::qt {
+
+class Root;
+class Theme;
+
+// What every mounted view of one window shares.
+struct MountContext {
+  Theme& theme;
+  Scheduler& scheduler;
+  std::vector<Root*> roots;  // the window's areas that are laid out on their own
+};
+
+// What a view takes over from those around it.
+struct Inherited {
+  Font font;
+  Color foreground = ColorRole::primary;
+  double opacity = 1;
+  std::optional<Color> backdrop;  // the even colour behind
+  bool isAccessibilityHidden = false;
+  bool isEnabled = true;
+  int depth = 0;
+
+  friend bool operator==(const Inherited&, const Inherited&) = default;
+};
+
+// A view on screen: the widget it needs, if it needs one, and the views below it. It keeps up with the values that it is
+// given; a widget lives for as long as a view of the same kind stands at its place.
+class MountedView final : public Evaluated {
+ public:
+  // `view` must stay where it is until `update` hands over the next one.
+  MountedView(MountContext& context, Root& root, QWidget& parent, const View& view, const Inherited& inherited);
+  ~MountedView() override;
+  MountedView(const MountedView&) = delete;
+  MountedView& operator=(const MountedView&) = delete;
+
+  // Whether `update` can show that view; otherwise this one has to go and another to come.
+  bool canShow(const View& next) const;
+  void update(const View& next, const Inherited& inherited);
+  // The same view with other surroundings, or in another theme.
+  void restyle(const Inherited& inherited);
+
+  LayoutNode& node() { return node_; }
+  const std::vector<std::unique_ptr<MountedView>>& children() const { return children_; }
+  const View& view() const { return *view_; }
+  QWidget* widget() const { return widget_; }
+  Component* component() const { return component_.get(); }
+  // Moves the widgets to where the layout put them. `origin`: where the parent widget lies in the root.
+  void applyGeometry(QPoint origin);
+  // Puts the widgets in the order of the views, for the keyboard, for assistive tools and for what lies on top.
+  void restack(QWidget*& previousStop);
+
+  int depth() const override { return inherited_.depth; }
+  void evaluate() override;
+
+ private:
+  Inherited passedOn() const;
+  LeafStyle leafStyle(const Inherited& scope) const;
+  bool wantsSurface(const View& view) const;
+  void mount();
+  void refreshOwnWidget();
+  void refreshSurface();
+  void updateChildren(const std::vector<View>& next);
+  std::unique_ptr<MountedView> mountChild(const View& child, std::size_t index);
+  void linkChildren();
+  void evaluateIfNeeded(bool hasNewInput);
+  void followPulse();
+  void enter();
+  void leave();
+  Surface::Behaviour surfaceBehaviour() const;
+
+  MountContext& context_;
+  Root& root_;
+  QWidget& parent_;
+  const View* view_;
+  Inherited inherited_;
+  LayoutNode node_;
+  QPointer<QWidget> widget_;
+  Leaf* leaf_ = nullptr;
+  Surface* surface_ = nullptr;
+  std::vector<std::unique_ptr<MountedView>> children_;
+  std::vector<Root*> panes_;  // of a scroll or split view: its children's roots
+
+  std::shared_ptr<Component> component_;
+  std::unique_ptr<const View> body_;
+  Dependencies dependencies_;
+  bool hasChanged_ = true;
+  std::unique_ptr<QVariantAnimation> pulse_;
+  double pulseOpacity_ = 1;
+  bool isMounted_ = false;
+  bool isEntering_ = false;  // has come among views that were there already and isn't placed yet
+};
+
+// Where a view is brought to screen as a whole: the content of a window, of a scroll view, a pane of a split view.
+class Root : public QWidget {
+ public:
+  enum class Sizing : std::uint8_t {
+    fill,           // the content fills the widget
+    heightToWidth,  // the widget asks for the height that the content wants at its width
+  };
+
+  Root(MountContext& context, Sizing sizing, QWidget* parent);
+  ~Root() override;
+
+  void setContent(MountedView* content) { content_ = content; }
+  // Arranges the content anew if something in it has changed its size or `always` is set.
+  void layOut(bool always = false);
+  void setBackdrop(const Color& color);
+  void noteStructureChange() { structureChanged_ = true; }
+  int heightForWidth(int width) const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  MountContext& context_;
+  Sizing sizing_;
+  MountedView* content_ = nullptr;
+  Color backdrop_ = ColorRole::window;
+  bool structureChanged_ = true;
+  int wantedHeight_ = -1;
+};
+
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,75 @@
+#include "ui/qt/SingleInstance.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QFileInfo>
+#include <QVariantMap>
+
+namespace kestrune::ui::qt {
+namespace {
+
+constexpr int answerMilliseconds = 3000;
+const auto serviceName = QStringLiteral("org.kestrune.Kestrune");
+const auto objectPath = QStringLiteral("/org/kestrune/Kestrune");
+const auto interfaceName = QStringLiteral("org.freedesktop.Application");
+const auto activateMethod = QStringLiteral("Activate");
+const auto tokenKey = QStringLiteral("activation-token");
+
+// Asking the library for a bus that isn't there would make it start one.
+bool hasSessionBus() {
+  return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+         QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+}  // namespace
+
+// The freedesktop interface of a running application, as far as a program without files and actions has one.
+class SingleInstance::Service final : public QDBusVirtualObject {
+ public:
+  explicit Service(std::function<void(const QString&)> activate) : activate_(std::move(activate)) {}
+
+  QString introspect(const QString&) const override {
+    return QStringLiteral(
+        "<interface name=\"org.freedesktop.Application\">"
+        "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
+        "</interface>");
+  }
+
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+    if (message.member() != activateMethod) return false;
+    const auto data = message.arguments().isEmpty() ? QVariantMap()
+                                                    : qdbus_cast<QVariantMap>(message.arguments().constFirst());
+    connection.send(message.createReply());
+    activate_(data.value(tokenKey).toString());
+    return true;
+  }
+
+ private:
+  std::function<void(const QString&)> activate_;
+};
+
+SingleInstance::SingleInstance(std::function<void(const QString&)> activate)
+    : service_(std::make_unique<Service>(std::move(activate))) {}
+
+SingleInstance::~SingleInstance() = default;
+
+SingleInstance::Outcome SingleInstance::claim() {
+  if (!hasSessionBus()) return Outcome::first;
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return Outcome::first;
+  // The object is there before the name, so that nobody finds the name without it.
+  bus.registerVirtualObject(objectPath, service_.get());
+  if (bus.registerService(serviceName)) return Outcome::first;
+
+  auto call = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, activateMethod);
+  QVariantMap data;
+  const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+  if (!token.isEmpty()) data.insert(tokenKey, token);
+  call << data;
+  const QDBusMessage answer = bus.call(call, QDBus::Block, answerMilliseconds);
+  return answer.type() == QDBusMessage::ReplyMessage ? Outcome::otherCameForward : Outcome::otherDoesNotAnswer;
+}
+
+}  // namespace kestrune::ui::qt

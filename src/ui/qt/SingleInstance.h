@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QString>
+
+namespace kestrune::ui::qt {
+
+// Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a later one
+// asks it to come forward. Without a session bus every copy counts as the first. Main thread.
+class SingleInstance {
+ public:
+  enum class Outcome : std::uint8_t {
+    first,
+    otherCameForward,
+    otherDoesNotAnswer,
+  };
+
+  // `activate` is called, with the activation token of the desktop or nothing, when a later copy was started.
+  explicit SingleInstance(std::function<void(const QString& activationToken)> activate);
+  ~SingleInstance();
+  SingleInstance(const SingleInstance&) = delete;
+  SingleInstance& operator=(const SingleInstance&) = delete;
+
+  // Waits for the other copy's answer for three seconds at most.
+  Outcome claim();
+
+ private:
+  class Service;
+  std::unique_ptr<Service> service_;
+};
+
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,173 @@
+#include "ui/qt/Surface.h"
+
+#include <QAccessible>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "ui/qt/Theme.h"
+#include "ui/qt/ToolTip.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+constexpr double feedbackRadius = 6;
+
+bool isActivationKey(int key) {
+  return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+bool isKeyboardReason(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+// A blurred shadow, as rounded rectangles of growing size that add up to its opacity under the surface.
+void paintShadow(QPainter& painter, const QRectF& bounds, const BackgroundContent& surface, QColor color) {
+  const int rings = static_cast<int>(std::ceil(surface.shadowRadius));
+  if (rings <= 0) return;
+  color.setAlphaF(color.alphaF() / static_cast<float>(rings));
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color);
+  for (int ring = 0; ring < rings; ++ring) {
+    const double grown = ring + 0.5;
+    const QRectF rect = bounds.translated(0, surface.shadowOffsetY).adjusted(-grown, -grown, grown, grown);
+    painter.drawRoundedRect(rect, surface.cornerRadius + grown, surface.cornerRadius + grown);
+  }
+}
+
+}  // namespace
+
+Surface::Surface(Theme& theme, QWidget* parent) : QWidget(parent), theme_(theme) {}
+
+void Surface::setLook(const Look& look) {
+  if (look == look_) return;
+  look_ = look;
+  const int reach = static_cast<int>(std::ceil(look.background.shadowRadius));
+  const int drop = static_cast<int>(std::ceil(look.background.shadowOffsetY));
+  outset_ = reach == 0 ? QMargins() : QMargins(reach, reach, reach, reach + drop);
+  update();
+}
+
+void Surface::setBehaviour(Behaviour behaviour) {
+  const bool isReachable = static_cast<bool>(behaviour.onTap);
+  setFocusPolicy(isReachable ? Qt::StrongFocus : Qt::NoFocus);
+  setAttribute(Qt::WA_Hover, isReachable || behaviour.onHover);
+  if (behaviour.toolTip != behaviour_.toolTip) setToolTip(plainToolTip(behaviour.toolTip));
+  if (behaviour.accessibleName != behaviour_.accessibleName) setAccessibleName(behaviour.accessibleName);
+  const bool selectionMoved = behaviour.isSelected != behaviour_.isSelected;
+  behaviour_ = std::move(behaviour);
+  if (selectionMoved) {
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+void Surface::tap() {
+  // The action may replace it.
+  const auto action = behaviour_.onTap;
+  if (action && isEnabled()) action();
+}
+
+bool Surface::event(QEvent* event) {
+  if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
+    setInside(event->type() == QEvent::Enter);
+  }
+  return QWidget::event(event);
+}
+
+void Surface::setInside(bool inside) {
+  isInside_ = inside;
+  if (behaviour_.onTap) update();
+  const auto action = behaviour_.onHover;
+  if (action) action(inside);
+}
+
+void Surface::mousePressEvent(QMouseEvent* event) {
+  if (!behaviour_.onTap || event->button() != Qt::LeftButton) {
+    event->ignore();
+    return;
+  }
+  isPressed_ = true;
+  update();
+}
+
+void Surface::mouseReleaseEvent(QMouseEvent* event) {
+  if (!isPressed_ || event->button() != Qt::LeftButton) {
+    event->ignore();
+    return;
+  }
+  isPressed_ = false;
+  update();
+  if (rect().contains(event->position().toPoint())) tap();
+}
+
+void Surface::keyPressEvent(QKeyEvent* event) {
+  if (behaviour_.onTap && isActivationKey(event->key())) {
+    tap();
+  } else if (behaviour_.role == Role::row && (event->key() == Qt::Key_Down || event->key() == Qt::Key_Up)) {
+    moveFocus(event->key() == Qt::Key_Down);
+  } else {
+    event->ignore();
+  }
+}
+
+void Surface::moveFocus(bool forward) {
+  QWidget* next = this;
+  do {
+    next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+  } while (next != this && !((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible()));
+  const auto* row = dynamic_cast<Surface*>(next);
+  if (row != nullptr && row->behaviour_.role == Role::row) next->setFocus(Qt::TabFocusReason);
+}
+
+void Surface::focusInEvent(QFocusEvent* event) {
+  showsFocus_ = isKeyboardReason(event->reason());
+  update();
+}
+
+void Surface::focusOutEvent(QFocusEvent*) {
+  showsFocus_ = false;
+  update();
+}
+
+void Surface::paintEvent(QPaintEvent*) {
+  const BackgroundContent& surface = look_.background;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF bounds = QRectF(rect()).marginsRemoved(outset_);
+  const double radius = surface.cornerRadius;
+
+  const QColor shadow = theme_.color(surface.shadow, look_.opacity);
+  if (shadow.alpha() > 0) paintShadow(painter, bounds, surface, shadow);
+  const QColor fill = theme_.color(surface.fill, look_.opacity);
+  if (fill.alpha() > 0) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(bounds, radius, radius);
+  }
+  const QColor border = theme_.color(surface.border, look_.opacity);
+  if (border.alpha() > 0 && surface.borderWidth > 0) {
+    const double inset = surface.borderWidth / 2;
+    painter.setPen(QPen(border, surface.borderWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+  }
+  if (behaviour_.onTap) paintFeedback(painter, bounds, radius > 0 ? radius : feedbackRadius);
+}
+
+void Surface::paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const {
+  if (isEnabled() && (isInside_ || isPressed_)) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme_.color(Color(ColorRole::primary, isPressed_ ? 0.10 : 0.05)));
+    painter.drawRoundedRect(bounds, radius, radius);
+  }
+  if (showsFocus_) {
+    painter.setPen(QPen(theme_.color(Color(ColorRole::accent, 0.9)), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), radius, radius);
+  }
+}
+
+}  // namespace kestrune::ui::qt

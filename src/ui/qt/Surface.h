@@ -1,0 +1,73 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QMargins>
+#include <QWidget>
+
+#include "ui/view/View.h"
+
+namespace kestrune::ui::qt {
+
+class Theme;
+
+// A widget that stands for a view with children which needs one: it has a background, can be tapped, follows the pointer,
+// has a tooltip, or speaks for its children to assistive tools. Its children are placed on it.
+class Surface : public QWidget {
+ public:
+  enum class Role : std::uint8_t { group, row, button };
+
+  struct Look {
+    BackgroundContent background;
+    double opacity = 1;
+    friend bool operator==(const Look&, const Look&) = default;
+  };
+  struct Behaviour {
+    Role role = Role::group;
+    QString accessibleName;
+    bool hidesChildren = false;  // from assistive tools
+    bool isSelected = false;
+    QString toolTip;
+    std::function<void()> onTap;
+    std::function<void(bool inside)> onHover;
+  };
+
+  Surface(Theme& theme, QWidget* parent);
+
+  void setLook(const Look& look);
+  void setBehaviour(Behaviour behaviour);
+  const Behaviour& behaviour() const { return behaviour_; }
+
+  // How far the widget reaches past the view's bounds, for a shadow.
+  QMargins outset() const { return outset_; }
+  void tap();
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void setInside(bool inside);
+  void moveFocus(bool forward);
+  void paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const;
+
+  Theme& theme_;
+  Look look_;
+  Behaviour behaviour_;
+  QMargins outset_;
+  bool isInside_ = false;
+  bool isPressed_ = false;
+  bool showsFocus_ = false;
+};
+
+// Makes assistive tools see surfaces as what they stand for. Once, before the first surface is asked about.
+void installSurfaceAccessibility();
+
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,69 @@
+#include "ui/qt/TrayItem.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace kestrune::ui::qt {
+namespace {
+
+// A panel may be light or dark and doesn't tell; a badge of its own is legible on both.
+const QColor badge(0x2b, 0x30, 0x38);
+const QColor gauge(0x4a, 0x9e, 0xf5);
+const QColor digits(0xff, 0xff, 0xff);
+
+void paintPicture(QPainter& painter, double size, int percent) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  QPainterPath outline;
+  outline.addRoundedRect(QRectF(0, 0, size, size), size * 0.22, size * 0.22);
+  painter.setClipPath(outline);
+  painter.fillPath(outline, badge);
+  const double line = size * 0.14;
+  painter.fillRect(QRectF(0, size - line, size * percent / 100.0, line), gauge);
+
+  const QString number = QString::number(percent);
+  QFont font;
+  font.setWeight(QFont::DemiBold);
+  // Three digits are narrower, so that 100 fits the same square.
+  font.setPixelSize(qRound(size * (number.size() > 2 ? 0.48 : 0.62)));
+  painter.setFont(font);
+  painter.setPen(digits);
+  painter.drawText(QRectF(0, 0, size, size - line), Qt::AlignCenter, number);
+}
+
+}  // namespace
+
+QIcon trayPicture(int percent) {
+  QIcon icon;
+  for (const int size : {16, 22, 24, 32, 48, 64}) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paintPicture(painter, size, percent);
+    painter.end();
+    icon.addPixmap(pixmap);
+  }
+  return icon;
+}
+
+TrayItem::TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
+                   std::function<void()> onClick)
+    : loop_(loop), cpu_(cpu), formats_(formats), dependencies_([this] { loop_.post([this] { show(); }); }) {
+  icon_.setContextMenu(menu);
+  QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
+                   [onClick = std::move(onClick)](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger) onClick();
+                   });
+  show();
+  icon_.show();
+}
+
+void TrayItem::show() {
+  const double usage = dependencies_.track([this] { return cpu_.menuBarUsagePercent.get(); });
+  const int percent = static_cast<int>(std::lround(std::clamp(usage, 0.0, 100.0)));
+  if (std::exchange(shownPercent_, percent) == percent) return;
+  icon_.setIcon(trayPicture(percent));
+  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") + QString::fromStdString(formats_.percent(usage / 100, 0)));
+}
+
+}  // namespace kestrune::ui::qt

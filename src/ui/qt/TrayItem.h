@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+#include <QSystemTrayIcon>
+
+#include "providers/CPUProvider.h"
+#include "runtime/MainLoop.h"
+#include "runtime/Published.h"
+#include "ui/LocaleFormats.h"
+
+class QMenu;
+
+namespace kestrune::ui::qt {
+
+// The program's item in the desktop's tray: a picture of the load that the menu bar label shows. Where the desktop
+// has no tray, nothing is shown. Main thread.
+class TrayItem {
+ public:
+  // `menu` opens at the secondary click, `onClick` is called at the primary one. All must outlive the item.
+  TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu, std::function<void()> onClick);
+  TrayItem(const TrayItem&) = delete;
+  TrayItem& operator=(const TrayItem&) = delete;
+
+ private:
+  void show();
+
+  MainLoop& loop_;
+  const CPUProvider& cpu_;
+  LocaleFormats& formats_;
+  QSystemTrayIcon icon_;
+  int shownPercent_ = -1;
+  Dependencies dependencies_;
+};
+
+// The tray's picture of a load from 0 to 100 percent, in all sizes that trays ask for.
+QIcon trayPicture(int percent);
+
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,100 @@
+#include "ui/qt/ViewHost.h"
+
+#include <QEvent>
+#include <QWindow>
+
+#include "ui/qt/Theme.h"
+
+namespace kestrune::ui::qt {
+
+namespace {
+
+Inherited surroundings() {
+  Inherited inherited;
+  inherited.backdrop = Color(ColorRole::window);
+  return inherited;
+}
+
+}  // namespace
+
+HostContext::HostContext(MainLoop& loop, Theme& theme)
+    : scheduler_(loop, [this] { layOutAll(); }), context_{theme, scheduler_, {}} {}
+
+void HostContext::layOutAll() {
+  // By index: laying one area out may add to the list.
+  for (std::size_t i = 0; i < context_.roots.size(); ++i) context_.roots[i]->layOut();
+}
+
+ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent)
+    : HostContext(loop, theme),
+      Root(HostContext::context_, Sizing::fill, parent),
+      view_(std::make_unique<const View>(std::move(view))),
+      mounted_(std::make_unique<MountedView>(HostContext::context_, *this, *this, *view_, surroundings())) {
+  setContent(mounted_.get());
+}
+
+ViewHost::~ViewHost() {
+  setContent(nullptr);
+  mounted_.reset();
+  // Panes may still wait to be deleted; they go before what they share.
+  qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
+
+void ViewHost::setView(View view) {
+  auto next = std::make_unique<const View>(std::move(view));
+  const auto old = std::exchange(view_, std::move(next));
+  if (mounted_->canShow(*view_)) {
+    mounted_->update(*view_, surroundings());
+  } else {
+    setContent(nullptr);
+    mounted_ = std::make_unique<MountedView>(HostContext::context_, *this, *this, *view_, surroundings());
+    setContent(mounted_.get());
+    noteStructureChange();
+  }
+  layOutAll();
+}
+
+void ViewHost::flush() {
+  scheduler_.flush();
+}
+
+QSize ViewHost::idealSize() {
+  const Size size = mounted_->node().measure({});
+  return {qCeil(size.width), qCeil(size.height)};
+}
+
+bool ViewHost::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide: followVisibility(); break;
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+      if (HostContext::context_.theme.refresh() && mounted_) {
+        mounted_->restyle(surroundings());
+        layOutAll();
+      }
+      break;
+    default: break;
+  }
+  return Root::event(event);
+}
+
+bool ViewHost::eventFilter(QObject* watched, QEvent* event) {
+  const bool handled = Root::eventFilter(watched, event);
+  if (event->type() == QEvent::Expose) followVisibility();
+  return handled;
+}
+
+void ViewHost::followVisibility() {
+  QWindow* window = this->window()->windowHandle();
+  if (window != watchedWindow_) {
+    if (watchedWindow_) watchedWindow_->removeEventFilter(this);
+    watchedWindow_ = window;
+    if (window != nullptr) window->installEventFilter(this);
+  }
+  // A minimised or covered window is visible to Qt but not exposed.
+  scheduler_.setActive(isVisible() && (window == nullptr || window->isExposed() || !window->isVisible()));
+}
+
+}  // namespace kestrune::ui::qt

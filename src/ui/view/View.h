@@ -1,0 +1,288 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <typeindex>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "ui/view/Component.h"
+#include "ui/view/Style.h"
+
+// Views as plain values: what should be on screen, with no widget behind it. A view is built anew at each
+// evaluation and compared with the one before; only differences reach the screen.
+namespace kestrune::ui {
+
+// ---- what a view can be -------------------------------------------------------------------------------------
+
+// A text. As a key it is looked up in the string catalogue; verbatim it is data and shown as it is.
+struct TextContent {
+  std::string string;
+  bool isKey = true;
+  int lineLimit = 0;  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip
+  friend bool operator==(const TextContent&, const TextContent&) = default;
+};
+
+// A symbol by its name in the symbol table, as large as the font in force.
+struct SymbolContent {
+  std::string name;
+  friend bool operator==(const SymbolContent&, const SymbolContent&) = default;
+};
+
+// A picture from the resources, stretched over its frame and drawn in the foreground colour.
+struct ImageContent {
+  std::string name;
+  friend bool operator==(const ImageContent&, const ImageContent&) = default;
+};
+
+struct SpacerContent {
+  double minLength = 8;
+  friend bool operator==(const SpacerContent&, const SpacerContent&) = default;
+};
+
+// A hairline across the surrounding stack's direction.
+struct DividerContent {
+  friend bool operator==(const DividerContent&, const DividerContent&) = default;
+};
+
+// Lines over a common width: point i of n lies at x = i·w/(n−1), y = h − h·heights[i]. A line of fewer than two
+// points is not drawn. Later lines lie in front. Fills the space it is given.
+struct LineChartContent {
+  struct Line {
+    std::vector<double> heights;  // 0 bottom to 1 top
+    Color color;
+    friend bool operator==(const Line&, const Line&) = default;
+  };
+  std::vector<Line> lines;
+  double lineWidth = 1.5;
+  friend bool operator==(const LineChartContent&, const LineChartContent&) = default;
+};
+
+// A track with a filled part that starts at the leading edge, both with rounded corners. Fills the space it is given.
+struct BarContent {
+  double fraction = 0;  // 0 to 1
+  Color track;
+  Color fill;
+  double cornerRadius = 0;
+  double animationSeconds = 0;  // ease-in-out at a change of the fraction
+  friend bool operator==(const BarContent&, const BarContent&) = default;
+};
+
+// A ring with an arc that starts at twelve o'clock. Fills the largest square in the space it is given.
+struct RingContent {
+  double fraction = 0;  // 0 to 1
+  double lineWidth = 1;
+  Color track;
+  Color arc;
+  double animationSeconds = 0;
+  friend bool operator==(const RingContent&, const RingContent&) = default;
+};
+
+// One child: the label. No border of its own; shows focus, hover and press.
+struct ButtonContent {
+  std::function<void()> action;
+};
+
+struct SegmentedPickerContent {
+  std::vector<TextContent> labels;
+  int selected = 0;
+  std::function<void(int index)> onSelect;
+};
+
+struct HStackContent {
+  double spacing = 0;
+  VerticalAlignment alignment = VerticalAlignment::center;
+  friend bool operator==(const HStackContent&, const HStackContent&) = default;
+};
+
+struct VStackContent {
+  double spacing = 0;
+  HorizontalAlignment alignment = HorizontalAlignment::center;
+  friend bool operator==(const VStackContent&, const VStackContent&) = default;
+};
+
+struct ZStackContent {
+  Alignment alignment;
+  friend bool operator==(const ZStackContent&, const ZStackContent&) = default;
+};
+
+// As many columns of equal width as fit with at least `minColumnWidth`, filled row by row. A row is as tall as its tallest cell.
+struct AdaptiveGridContent {
+  double minColumnWidth = 0;
+  double spacing = 0;
+  friend bool operator==(const AdaptiveGridContent&, const AdaptiveGridContent&) = default;
+};
+
+// One child, inset.
+struct PaddingContent {
+  Insets insets;
+  friend bool operator==(const PaddingContent&, const PaddingContent&) = default;
+};
+
+// One child, in a box of a wanted size, aligned in it.
+struct FrameContent {
+  Extent width;
+  Extent height;
+  Alignment alignment;
+  friend bool operator==(const FrameContent&, const FrameContent&) = default;
+};
+
+// One child, with a surface of exactly its bounds behind it.
+struct BackgroundContent {
+  Color fill = ColorRole::clear;
+  double cornerRadius = 0;
+  Color border = ColorRole::clear;
+  double borderWidth = 0;
+  Color shadow = ColorRole::clear;
+  double shadowRadius = 0;
+  double shadowOffsetY = 0;
+  friend bool operator==(const BackgroundContent&, const BackgroundContent&) = default;
+};
+
+// One child, scrolled vertically, as wide as the space it is given. Keeps its position over updates.
+struct ScrollContent {
+  friend bool operator==(const ScrollContent&, const ScrollContent&) = default;
+};
+
+// Two children: a sidebar whose width the user can drag, and the detail beside it.
+struct SplitContent {
+  double sidebarMinWidth = 0;
+  double sidebarIdealWidth = 0;
+  friend bool operator==(const SplitContent&, const SplitContent&) = default;
+};
+
+// A component, made when it is mounted. `update` hands it what its surroundings give it, at each evaluation of theirs.
+struct ComponentContent {
+  std::type_index type;
+  std::function<std::shared_ptr<Component>()> make;
+  std::function<void(Component&)> update;
+};
+
+using Content =
+    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, SpacerContent, DividerContent,
+                 LineChartContent, BarContent, RingContent, ButtonContent, SegmentedPickerContent, HStackContent,
+                 VStackContent, ZStackContent, AdaptiveGridContent, PaddingContent, FrameContent, BackgroundContent,
+                 ScrollContent, SplitContent, ComponentContent>;
+
+// ---- what any view can have ---------------------------------------------------------------------------------
+
+// The view breathes: its opacity goes from `from` to `to` and back, ease-in-out, for ever, from its appearance on.
+struct Pulse {
+  double from = 1;
+  double to = 1;
+  double seconds = 1;
+  double delay = 0;
+  friend bool operator==(const Pulse&, const Pulse&) = default;
+};
+
+enum class Transition : std::uint8_t { none, moveFromBottomWithOpacity };
+
+// Less common traits, together.
+struct Traits {
+  std::optional<TextContent> help;  // tooltip
+  std::optional<TextContent> accessibilityLabel;
+  bool isAccessibilityElement = false;  // one element for assistive tools; its children are hidden from them
+  bool isSelected = false;              // announced with a row that can be tapped
+  bool isDisabled = false;
+  std::function<void()> onTap;  // makes the view reachable by keyboard, and pressable
+  std::function<void(bool inside)> onHover;
+  std::optional<Pulse> pulse;
+  Transition transition = Transition::none;
+};
+
+struct View {
+  Content content;
+  std::vector<View> children;
+  std::string key;  // identity among its siblings, where position doesn't tell
+
+  // In force for the view and all below it, unless one of those says otherwise. Opacities multiply.
+  std::optional<Font> font;
+  std::optional<Color> foreground;
+  double opacity = 1;
+
+  // Shared between copies and copied on a change, since most views have none.
+  std::shared_ptr<const Traits> traits;
+
+  View() = default;
+  template <class C>
+    requires std::constructible_from<Content, C>
+  explicit View(C of, std::vector<View> with = {}) : content(std::move(of)), children(std::move(with)) {}
+
+  bool isEmpty() const { return std::holds_alternative<std::monostate>(content); }
+  template <class C>
+  const C* as() const {
+    return std::get_if<C>(&content);
+  }
+
+  // ---- modifiers: each yields the changed view, so that they can be chained ----
+
+  View withFont(double size, FontWeight weight = FontWeight::regular) &&;
+  View withMonospacedDigits(double size, FontWeight weight = FontWeight::regular) &&;
+  View withForeground(Color color) &&;
+  View withOpacity(double factor) &&;
+  View withKey(std::string identity) &&;
+  View withLineLimit(int lines) &&;  // of a text
+
+  View padding(double allEdges) &&;
+  View padding(Insets insets) &&;
+  View paddingHorizontal(double length) &&;
+  View paddingVertical(double length) &&;
+  View frame(Extent width, Extent height, Alignment alignment = {}) &&;
+  View width(double fixed, HorizontalAlignment alignment = HorizontalAlignment::center) &&;
+  View height(double fixed) &&;
+  View size(double width, double height) &&;
+  View fillWidth(HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
+  View minWidth(double least, HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
+  View background(BackgroundContent surface) &&;
+
+  View help(TextContent text) &&;
+  View accessibilityLabel(TextContent label) &&;
+  View accessibilityElement(TextContent label) &&;
+  View selected(bool isSelected) &&;
+  View disabled(bool isDisabled) &&;
+  View onTap(std::function<void()> action) &&;
+  View onHover(std::function<void(bool inside)> action) &&;
+  View pulse(Pulse pulse) &&;
+  View transition(Transition transition) &&;
+};
+
+// ---- making views -------------------------------------------------------------------------------------------
+
+TextContent key(std::string text);       // localizable
+TextContent verbatimText(std::string text);  // data
+
+View text(std::string key);
+View verbatim(std::string data);
+View symbol(std::string name);
+View image(std::string name);
+View spacer(double minLength = 8);
+View divider();
+View lineChart(std::vector<LineChartContent::Line> lines, double lineWidth);
+View button(View label, std::function<void()> action);
+View segmentedPicker(std::vector<TextContent> labels, int selected, std::function<void(int)> onSelect);
+View hstack(double spacing, VerticalAlignment alignment, std::vector<View> children);
+View vstack(double spacing, HorizontalAlignment alignment, std::vector<View> children);
+View zstack(Alignment alignment, std::vector<View> children);
+View adaptiveGrid(double minColumnWidth, double spacing, std::vector<View> children);
+View scroll(View content);
+View split(double sidebarMinWidth, double sidebarIdealWidth, View sidebar, View detail);
+// A symbol and a title beside it.
+View label(std::string key, std::string symbolName);
+
+// A component of type C, made with `make` and kept for as long as a view of its type stands at this place.
+template <class C>
+View component(std::function<std::shared_ptr<C>()> make, std::function<void(C&)> update = {}) {
+  ComponentContent content{std::type_index(typeid(C)), [make = std::move(make)] { return make(); }, {}};
+  if (update) {
+    content.update = [update = std::move(update)](Component& made) { update(static_cast<C&>(made)); };
+  }
+  return View(std::move(content));
+}
+
+}  // namespace kestrune::ui

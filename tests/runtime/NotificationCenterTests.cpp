@@ -1,0 +1,94 @@
+#include <any>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "runtime/NotificationCenter.h"
+
+namespace kestrune {
+namespace {
+
+using testing::ElementsAre;
+
+class NotificationCenterTest : public testing::Test {
+ protected:
+  NotificationCenter center;
+  std::vector<std::string> heard;
+
+  auto observe(const std::string& name, const std::string& as) {
+    return center.observe(name, [this, as](const std::any&) { heard.push_back(as); });
+  }
+};
+
+TEST_F(NotificationCenterTest, DeliversByNameInOrderOfSubscription) {
+  const auto first = observe("opened", "first");
+  const auto other = observe("closed", "other");
+  const auto second = observe("opened", "second");
+  center.post("opened");
+  center.post("unknown");
+  EXPECT_THAT(heard, ElementsAre("first", "second"));
+}
+
+TEST_F(NotificationCenterTest, LeavesItToTheReceiverWhatObjectItTakes) {
+  std::vector<int> numbers;
+  const auto subscription = center.observe("selected", [&](const std::any& object) {
+    if (const int* number = std::any_cast<int>(&object)) numbers.push_back(*number);
+  });
+  center.post("selected", 7);
+  center.post("selected", std::string("seven"));
+  center.post("selected");
+  EXPECT_THAT(numbers, ElementsAre(7));
+}
+
+TEST_F(NotificationCenterTest, EndsWithTheSubscription) {
+  auto first = observe("opened", "first");
+  const auto second = observe("opened", "second");
+  first = {};
+  center.post("opened");
+  EXPECT_THAT(heard, ElementsAre("second"));
+}
+
+TEST_F(NotificationCenterTest, AllowsHandlersToSubscribeAndUnsubscribe) {
+  NotificationCenter::Subscription victim;
+  NotificationCenter::Subscription late;
+  const auto first = center.observe("opened", [&](const std::any&) {
+    if (heard.empty()) late = observe("opened", "late");
+    victim = {};
+  });
+  victim = observe("opened", "victim");
+  const auto last = observe("opened", "last");
+  center.post("opened");
+  EXPECT_THAT(heard, ElementsAre("last"));
+  center.post("opened");
+  EXPECT_THAT(heard, ElementsAre("last", "last", "late"));
+}
+
+TEST_F(NotificationCenterTest, AHandlerThatHasLetItselfGoIsStillWhole) {
+  NotificationCenter::Subscription own;
+  const auto nested = observe("nested", "nested");
+  const auto marker = std::make_shared<int>(0);
+  own = center.observe("opened", [&, marker](const std::any&) {
+    own = {};
+    center.post("nested");
+    ++*marker;
+  });
+  center.post("opened");
+  EXPECT_THAT(heard, ElementsAre("nested"));
+  EXPECT_EQ(*marker, 1);
+  EXPECT_EQ(marker.use_count(), 1);
+}
+
+TEST(NotificationCenterLifetime, MayEndBeforeItsSubscriptions) {
+  std::optional<NotificationCenter> center(std::in_place);
+  const auto kept = std::make_shared<int>(1);
+  const auto subscription = center->observe("opened", [kept](const std::any&) {});
+  center.reset();
+  EXPECT_EQ(kept.use_count(), 1);
+}
+
+}  // namespace
+}  // namespace kestrune

@@ -1,0 +1,123 @@
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "runtime/Published.h"
+
+namespace kestrune {
+namespace {
+
+struct Snapshot {
+  int value = 0;  // not comparable
+};
+
+// An evaluation that counts how often it was told to be done again.
+struct Reader {
+  int told = 0;
+  Dependencies dependencies{[this] { ++told; }};
+};
+
+TEST(Published, TellsOfComparableValuesOnlyWhereTheyDiffer) {
+  Published<int> number(1);
+  Reader reader;
+  reader.dependencies.track([&] { return number.get() + *number; });
+  number.set(1);
+  EXPECT_EQ(reader.told, 0);
+  number.set(2);
+  number.set(3);
+  EXPECT_EQ(reader.told, 1);  // once until the next evaluation
+  EXPECT_EQ(reader.dependencies.track([&] { return number.get(); }), 3);
+  number.modify([](int& value) { value = 4; });
+  EXPECT_EQ(reader.told, 2);
+}
+
+TEST(Published, TellsOfSnapshotsAtEachAssignment) {
+  Published<Snapshot> snapshot;
+  Reader reader;
+  for (int round = 1; round <= 2; ++round) {
+    reader.dependencies.track([&] { return snapshot->value; });
+    snapshot.set(Snapshot{0});
+    EXPECT_EQ(reader.told, round);
+  }
+}
+
+TEST(Dependencies, AreThoseOfTheLastEvaluation) {
+  Published<bool> chooses(true);
+  Published<int> left;
+  Published<int> right;
+  Reader reader;
+  const auto evaluate = [&] { reader.dependencies.track([&] { return *chooses ? *left : *right; }); };
+  evaluate();
+  right.set(1);
+  EXPECT_EQ(reader.told, 0);
+  chooses.set(false);
+  EXPECT_EQ(reader.told, 1);
+  EXPECT_TRUE(reader.dependencies.empty());
+  evaluate();
+  left.set(1);
+  EXPECT_EQ(reader.told, 1);
+  right.set(2);
+  EXPECT_EQ(reader.told, 2);
+}
+
+TEST(Dependencies, OfNestedEvaluationsAreTheirOwn) {
+  Published<int> outerRead;
+  Published<int> innerRead;
+  Published<int> peeked;
+  Reader outer;
+  Reader inner;
+  outer.dependencies.track([&] {
+    inner.dependencies.track([&] { return *innerRead; });
+    return *outerRead + Dependencies::untracked([&] { return *peeked; });
+  });
+  peeked.set(1);
+  EXPECT_EQ(outer.told + inner.told, 0);
+  innerRead.set(1);
+  EXPECT_EQ(outer.told, 0);
+  EXPECT_EQ(inner.told, 1);
+  outerRead.set(1);
+  EXPECT_EQ(outer.told, 1);
+  EXPECT_EQ(inner.told, 1);
+}
+
+TEST(Dependencies, AreNotedOnlyDuringAnEvaluation) {
+  Published<int> number;
+  Reader reader;
+  reader.dependencies.track([] { return 0; });
+  EXPECT_EQ(*number, 0);
+  number.set(1);
+  EXPECT_EQ(reader.told, 0);
+}
+
+TEST(Dependencies, MayGoInTheirOwnCallbackAndInAnothers) {
+  Published<int> number;
+  std::vector<std::unique_ptr<Dependencies>> readers;
+  int told = 0;
+  for (int i = 0; i < 3; ++i) {
+    readers.push_back(std::make_unique<Dependencies>([&] {
+      ++told;
+      readers.clear();
+    }));
+    readers.back()->track([&] { return *number; });
+  }
+  number.set(1);
+  EXPECT_EQ(told, 1);
+  EXPECT_TRUE(readers.empty());
+  number.set(2);
+  EXPECT_EQ(told, 1);
+}
+
+TEST(Dependencies, OutliveWhatTheyRead) {
+  Reader reader;
+  std::optional<Published<int>> gone(std::in_place);
+  Published<int> stays;
+  reader.dependencies.track([&] { return gone->get() + *stays; });
+  gone.reset();
+  stays.set(1);
+  EXPECT_EQ(reader.told, 1);
+}
+
+}  // namespace
+}  // namespace kestrune

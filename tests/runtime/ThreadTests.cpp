@@ -1,0 +1,240 @@
+#include <atomic>
+#include <condition_variable>
+#include <future>
+#include <latch>
+#include <memory>
+#include <mutex>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "runtime/Task.h"
+#include "support/TestClock.h"
+
+namespace kestrune {
+namespace {
+
+using testing::ElementsAre;
+
+// Lets the test's thread wait for the loop to be woken.
+class BlockingWaker final : public LoopWaker {
+ public:
+  void wake() override {
+    const std::lock_guard lock(mutex_);
+    woken_ = true;
+    changed_.notify_one();
+  }
+  void setDeadline(std::optional<ContinuousTime>) override {}
+  void acknowledge() override {
+    const std::lock_guard lock(mutex_);
+    woken_ = false;
+  }
+  void wait() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return woken_; });
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool woken_ = false;
+};
+
+class ThreadTest : public testing::Test {
+ protected:
+  test::TestClock clock;
+  BlockingWaker waker;
+  std::unique_ptr<MainLoop> loop = std::make_unique<MainLoop>(clock, waker);
+
+  template <class Condition>
+  void runUntil(Condition condition) {
+    while (!condition()) {
+      waker.wait();
+      loop->run();
+    }
+  }
+};
+
+std::shared_ptr<ThreadLane> makeLane(std::string name = "lane") {
+  return std::make_shared<ThreadLane>(std::move(name), nullptr);
+}
+
+TEST_F(ThreadTest, JobsFromAnyThreadRunHereInTheirOrder) {
+  constexpr int threads = 4;
+  constexpr int jobsEach = 2000;
+  std::vector<std::vector<int>> ran(threads);
+  const auto here = std::this_thread::get_id();
+  std::vector<std::thread> posters;
+  for (std::size_t t = 0; t < threads; ++t) {
+    posters.emplace_back([&, t, inbox = loop->inbox()] {
+      for (int i = 0; i < jobsEach; ++i) {
+        inbox->post([&, t, i] {
+          if (std::this_thread::get_id() == here) ran[t].push_back(i);
+        });
+      }
+    });
+  }
+  runUntil(
+      [&] { return std::ranges::all_of(ran, [](const auto& jobs) { return jobs.size() == jobsEach; }); });
+  for (auto& poster : posters) poster.join();
+  std::vector<int> expected(jobsEach);
+  std::iota(expected.begin(), expected.end(), 0);
+  for (const auto& jobs : ran) EXPECT_EQ(jobs, expected);
+}
+
+Task sum(MainLoop&, std::shared_ptr<WorkLane> lane, int from, std::shared_ptr<std::vector<int>> results) {
+  int total = 0;
+  for (int i = from; i < from + 20; ++i) {
+    const auto work = [numbers = std::vector<int>(3, i)] {
+      return std::accumulate(numbers.begin(), numbers.end(), 0);
+    };
+    total += co_await background(*lane, work);
+  }
+  results->push_back(total);
+}
+
+TEST_F(ThreadTest, BackgroundValuesComeBackFromSeveralLanes) {
+  const auto results = std::make_shared<std::vector<int>>();
+  std::vector<int> expected;
+  for (int task = 0; task < 24; ++task) {
+    sum(*loop, makeLane(), task, results);
+    expected.push_back(3 * (20 * task + 190));
+  }
+  runUntil([&] { return results->size() == expected.size(); });
+  EXPECT_THAT(*results, testing::UnorderedElementsAreArray(expected));
+}
+
+TEST_F(ThreadTest, ALaneKeepsOrderAndNeverOverlaps) {
+  std::vector<int> order;  // unguarded: the lane is one thread
+  std::vector<std::string> prepared;
+  std::promise<void> done;
+  {
+    ThreadLane lane("walks", [&](const std::string& name) { prepared.push_back(name); });
+    std::vector<std::thread> submitters;
+    submitters.reserve(4);
+    for (int i = 0; i < 4; ++i) {
+      submitters.emplace_back([&, i] {
+        for (int j = 0; j < 100; ++j) lane.submit([&, i] { order.push_back(i); });
+      });
+    }
+    for (auto& submitter : submitters) submitter.join();
+    lane.submit([&] { done.set_value(); });
+    done.get_future().wait();
+  }
+  EXPECT_EQ(order.size(), 400U);
+  EXPECT_THAT(prepared, ElementsAre("walks"));
+}
+
+TEST_F(ThreadTest, AHungLaneHoldsUpNoOther) {
+  const auto hung = makeLane();
+  const auto free = makeLane();
+  std::latch release(1);
+  std::promise<int> answer;
+  hung->submit([&] { release.wait(); });
+  free->submit([&] { answer.set_value(7); });
+  EXPECT_EQ(answer.get_future().get(), 7);
+  release.count_down();
+}
+
+TEST_F(ThreadTest, ALaneThatEndsWaitsForWorkUnderWayAndDropsTheRest) {
+  auto lane = makeLane();
+  std::latch begun(1);
+  std::latch release(1);
+  std::atomic<bool> finished = false;
+  const auto dropped = std::make_shared<std::atomic<bool>>(false);
+  lane->submit([&] {
+    begun.count_down();
+    release.wait();
+    finished = true;
+  });
+  lane->submit([dropped] { *dropped = true; });
+  begun.wait();
+  std::thread releaser([&] { release.count_down(); });
+  lane.reset();
+  EXPECT_TRUE(finished);
+  EXPECT_FALSE(*dropped);
+  EXPECT_EQ(dropped.use_count(), 1);
+  releaser.join();
+  EXPECT_NO_THROW(makeLane().reset());  // one that never worked
+}
+
+TEST_F(ThreadTest, WhatWorkHoldsMayUseTheLaneAsItGoes) {
+  const auto lane = makeLane();
+  std::promise<void> done;
+  std::shared_ptr<void> last(nullptr, [&](void*) { lane->submit([&] { done.set_value(); }); });
+  lane->submit([last = std::move(last)] {});
+  done.get_future().wait();
+}
+
+struct Gate {
+  std::latch begun{1};
+  std::latch release{1};
+};
+
+Task gated(MainLoop&, std::shared_ptr<WorkLane> lane, std::shared_ptr<Gate> gate,
+           std::shared_ptr<int> witness) {
+  const auto work = [gate] {
+    gate->begun.count_down();
+    gate->release.wait();
+    return std::string(100, 'x');
+  };
+  *witness = static_cast<int>((co_await background(*lane, work)).size());
+}
+
+TEST_F(ThreadTest, TheLoopMayEndWhileWorkIsUnderWay) {
+  auto lane = makeLane();
+  const auto gate = std::make_shared<Gate>();
+  const auto witness = std::make_shared<int>(0);
+  const Task task = gated(*loop, lane, gate, witness);
+  loop->run();
+  gate->begun.wait();
+  loop.reset();
+  EXPECT_TRUE(task.isDone());
+  EXPECT_EQ(witness.use_count(), 1);
+  gate->release.count_down();
+  lane.reset();
+  EXPECT_EQ(*witness, 0);
+}
+
+TEST_F(ThreadTest, ACancelledTaskStillTakesItsValue) {
+  auto lane = makeLane();
+  const auto gate = std::make_shared<Gate>();
+  const auto witness = std::make_shared<int>(0);
+  const Task task = gated(*loop, lane, gate, witness);
+  loop->run();
+  gate->begun.wait();
+  task.cancel();
+  gate->release.count_down();
+  runUntil([&] { return task.isDone(); });
+  EXPECT_EQ(*witness, 100);
+  EXPECT_EQ(gate.use_count(), 1);  // the work itself is gone by then
+}
+
+// Posting races with the end of the loop; afterwards the inbox swallows what comes.
+TEST_F(ThreadTest, TheLoopMayEndWhileOthersPost) {
+  const auto witness = std::make_shared<int>(0);
+  std::latch started(2);
+  std::atomic<bool> stop = false;
+  std::vector<std::thread> posters;
+  posters.reserve(2);
+  for (int i = 0; i < 2; ++i) {
+    posters.emplace_back([&, inbox = loop->inbox()] {
+      inbox->post([witness] {});
+      started.count_down();
+      while (!stop) inbox->post([witness] {});
+    });
+  }
+  started.wait();
+  loop.reset();
+  stop = true;
+  for (auto& poster : posters) poster.join();
+  EXPECT_EQ(witness.use_count(), 1);
+}
+
+}  // namespace
+}  // namespace kestrune

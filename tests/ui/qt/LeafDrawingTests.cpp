@@ -1,0 +1,172 @@
+#include <QMouseEvent>
+#include <QProxyStyle>
+#include <gtest/gtest.h>
+
+#include "LeafSupport.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+constexpr Color blue = Color::rgb(0, 0, 1);
+constexpr Color gray = Color::rgb(0.5, 0.5, 0.5);
+
+BarContent bar(double fraction) {
+  return {.fraction = fraction, .track = gray, .fill = blue, .cornerRadius = 3, .animationSeconds = 0.4};
+}
+
+RingContent ring(double fraction) {
+  return {.fraction = fraction, .lineWidth = 8, .track = gray, .arc = blue, .animationSeconds = 0.5};
+}
+
+bool isBlue(const QColor& color) {
+  return color.blue() > 200 && color.red() < 60;
+}
+
+int filledPixels(const LeafStage& stage) {
+  const QImage image = stage.picture();
+  int count = 0;
+  for (int x = 0; x < image.width(); ++x) count += isBlue(image.pixelColor(x, image.height() / 2)) ? 1 : 0;
+  return count;
+}
+
+class NoAnimations : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_Widget_Animation_Duration ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
+TEST(LeafBar, FillsItsFraction) {
+  LeafStage stage;
+  for (const auto& [fraction, pixels] : {std::pair{0.5, 50}, {1.4, 100}, {-0.1, 0}, {std::nan(""), 0}}) {
+    stage.put(bar(fraction), 100, 5);
+    EXPECT_NEAR(filledPixels(stage), pixels, 1) << fraction;
+    EXPECT_NE(stage.picture().pixelColor(98, 2), QColor(Qt::white));
+  }
+}
+
+TEST(LeafBar, EasesToAnotherFractionWhereThatIsSeen) {
+  LeafStage stage;
+  AnimationDriver& driver = stage.theme.animations();
+  Leaf& leaf = stage.put(bar(0.2), 100, 5);
+  EXPECT_FALSE(driver.isRunning()) << "appears in place";
+  leaf.show(bar(0.3), {});
+  EXPECT_FALSE(driver.isRunning()) << "not visible";
+  EXPECT_NEAR(filledPixels(stage), 30, 1);
+
+  stage.showWindow();
+  const double start = AnimationDriver::now();
+  leaf.show(bar(0.7), {});
+  ASSERT_TRUE(driver.isRunning());
+  EXPECT_NEAR(filledPixels(stage), 30, 1);
+  driver.advance(start + 0.1);
+  EXPECT_NEAR(filledPixels(stage), 35, 3);  // a quarter of the time, an eighth of the way
+  leaf.show(bar(0.7), {});
+  driver.advance(start + 0.2);
+  EXPECT_NEAR(filledPixels(stage), 50, 3);
+  driver.advance(start + 9);
+  EXPECT_NEAR(filledPixels(stage), 70, 1);
+  EXPECT_FALSE(driver.isRunning());
+
+  auto* style = new NoAnimations;
+  style->setParent(&leaf);
+  leaf.setStyle(style);
+  leaf.show(bar(0.1), {});
+  EXPECT_FALSE(driver.isRunning()) << "the desktop asks for none";
+  EXPECT_NEAR(filledPixels(stage), 10, 1);
+}
+
+TEST(LeafBar, RepaintsOnlyWhereAPixelMoves) {
+  LeafStage stage;
+  AnimationDriver& driver = stage.theme.animations();
+  Leaf& leaf = stage.put(bar(0.5), 100, 5);
+  stage.showWindow();
+  PaintCounter paints(leaf);
+  const double start = AnimationDriver::now();
+  leaf.show(bar(0.504), {});
+  driver.advance(start + 9);
+  settle();
+  EXPECT_EQ(paints.count, 0);
+  leaf.show(bar(0.9), {});
+  driver.advance(start + 18);
+  settle();
+  EXPECT_EQ(paints.count, 1);
+  leaf.show(bar(0.1), {});
+  stage.put(bar(0.5), 100, 5);  // the one that moved is gone
+  EXPECT_FALSE(driver.isRunning());
+}
+
+TEST(LeafRing, DrawsItsArcClockwiseFromTheTop) {
+  LeafStage stage;
+  const QPoint right(95, 50);
+  const QPoint bottom(50, 95);
+  const QPoint left(4, 50);
+  stage.put(ring(0.4), 100, 100);
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(right)));
+  EXPECT_FALSE(isBlue(stage.picture().pixelColor(bottom)));
+  EXPECT_FALSE(isBlue(stage.picture().pixelColor(left)));
+  stage.put(ring(2), 100, 100);
+  for (const QPoint& place : {right, bottom, left, QPoint(50, 4)})
+    EXPECT_TRUE(isBlue(stage.picture().pixelColor(place)));
+  stage.put(ring(-1), 100, 100);
+  for (const QPoint& place : {right, bottom, left, QPoint(50, 4)})
+    EXPECT_FALSE(isBlue(stage.picture().pixelColor(place)));
+}
+
+TEST(LeafLineChart, DrawsFromEdgeToEdgeAndRepaintsOnlyForAChange) {
+  LeafStage stage;
+  const LineChartContent level{{{{0.5, 0.5}, blue}}, 4};
+  Leaf& leaf = stage.put(level, 50, 20);
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(0, 10)));
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(49, 9)));
+  EXPECT_EQ(stage.picture().pixelColor(25, 2), QColor(Qt::white));
+  EXPECT_EQ(leaf.measure({70.0, 30.0}).size, (Size{70, 30}));
+
+  stage.showWindow();
+  PaintCounter paints(leaf);
+  leaf.show(level, {});
+  settle();
+  EXPECT_EQ(paints.count, 0);
+  leaf.show(LineChartContent{{{{0, 1}, blue}, {{1}, gray}, {{}, gray}}, 4}, {});
+  settle();
+  EXPECT_EQ(paints.count, 1);
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(0, 19)));
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(49, 0)));
+
+  stage.put(level, 50, 20, styled([](LeafStyle& style) { style.opacity = 0.5; }));
+  EXPECT_NEAR(stage.picture().pixelColor(25, 10).red(), 127, 2);
+}
+
+TEST(LeafDivider, IsOneHairAlongItsLongerSide) {
+  LeafStage stage;
+  stage.put(DividerContent{}, 40, 5);
+  EXPECT_EQ(stage.picture().pixelColor(20, 1), QColor(Qt::white));
+  EXPECT_NE(stage.picture().pixelColor(20, 2), QColor(Qt::white));
+  EXPECT_EQ(stage.picture().pixelColor(20, 3), QColor(Qt::white));
+  stage.put(DividerContent{}, 1, 40);
+  EXPECT_NE(stage.picture().pixelColor(0, 39), QColor(Qt::white));
+}
+
+TEST(LeafMouse, GoesToWhatLiesAround) {
+  class Catcher : public QWidget {
+   public:
+    int presses = 0;
+
+   protected:
+    void mousePressEvent(QMouseEvent*) override { ++presses; }
+  } around;
+  const Catalogue catalogue{};
+  Theme theme(catalogue);
+  const Content content = verbatimText("a row");
+  Leaf* leaf = makeLeaf(content, theme, &around);
+  leaf->show(content, {});
+  leaf->setGeometry(0, 0, 50, 20);
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), leaf->mapToGlobal(QPointF(5, 5)), Qt::LeftButton,
+                    Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(leaf, &press);
+  EXPECT_EQ(around.presses, 1);
+}
+
+}  // namespace
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,204 @@
+#include "ui/qt/ViewHost.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "ui/qt/MountSupport.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+View row(const std::string& name, std::function<void()> action = [] {}) {
+  std::vector<View> label;
+  label.push_back(verbatim(name));
+  return hstack(0, VerticalAlignment::center, std::move(label)).onTap(std::move(action)).withKey(name);
+}
+
+TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
+  Published<int> outer{0};
+  Published<int> inner{0};
+  int outerRuns = 0;
+  int innerRuns = 0;
+  Stage stage(scene([&] {
+    ++outerRuns;
+    std::vector<View> parts;
+    parts.push_back(verbatim(std::to_string(outer.get())));
+    parts.push_back(scene([&] {
+      ++innerRuns;
+      return verbatim(std::to_string(inner.get()));
+    }));
+    return vstack(0, HorizontalAlignment::leading, std::move(parts));
+  }));
+  const auto leaves = stage.shown<Leaf>();
+  ASSERT_EQ(leaves.size(), 2);
+
+  inner.set(1);
+  inner.set(2);
+  EXPECT_EQ(innerRuns, 1) << "not before the frame is over";
+  stage.nextFrame();
+  EXPECT_EQ(innerRuns, 2);
+  EXPECT_EQ(outerRuns, 1);
+
+  outer.set(1);
+  inner.set(3);
+  stage.nextFrame();
+  EXPECT_EQ(outerRuns, 2);
+  EXPECT_EQ(innerRuns, 3);
+  EXPECT_EQ(stage.shown<Leaf>(), leaves) << "the widgets stay";
+  EXPECT_EQ(leaves[0]->accessibleName(), "1");
+  EXPECT_EQ(leaves[1]->accessibleName(), "3");
+}
+
+TEST(ViewHost, HiddenEvaluatesNothingAndCatchesUpWhenShown) {
+  Published<int> value{0};
+  int runs = 0;
+  Stage stage(scene([&] {
+    ++runs;
+    return verbatim(std::to_string(value.get()));
+  }));
+  stage.host.hide();
+  for (int i = 1; i <= 5; ++i) {
+    value.set(i);
+    stage.nextFrame();
+  }
+  EXPECT_EQ(runs, 1);
+  stage.host.show();
+  QApplication::processEvents();
+  EXPECT_EQ(runs, 2);
+  EXPECT_EQ(stage.shown<Leaf>().first()->accessibleName(), "5");
+}
+
+TEST(ViewHost, FocusFollowsAMovedRowAndTabOrderFollowsTheViews) {
+  Published<std::vector<std::string>> names{{"a", "b", "c"}};
+  Stage stage(scene([&] {
+    std::vector<View> rows;
+    for (const auto& name : names.get()) rows.push_back(row(name));
+    return vstack(4, HorizontalAlignment::leading, std::move(rows));
+  }));
+  stage.host.activateWindow();
+  Surface* b = stage.surface("b");
+  b->setFocus();
+  ASSERT_EQ(QApplication::focusWidget(), b);
+
+  names.set({"c", "new", "b", "a"});
+  stage.nextFrame();
+  EXPECT_EQ(QApplication::focusWidget(), b);
+  EXPECT_EQ(stage.surface("b"), b);
+  EXPECT_LT(stage.surface("new")->y(), b->y());
+  QTest::keyClick(b, Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), stage.surface("a"));
+  QTest::keyClick(stage.surface("a"), Qt::Key_Up);
+  EXPECT_EQ(QApplication::focusWidget(), b) << "the arrows move between rows";
+
+  names.set({"a"});
+  stage.nextFrame();
+  EXPECT_EQ(stage.shown<Surface>().size(), 1);
+}
+
+TEST(ViewHost, CallbacksAreTheLastOnesGivenAndMayRemoveTheirOwnView) {
+  Published<int> generation{0};
+  std::vector<int> pressed;
+  Stage stage(scene([&] {
+    const int now = generation.get();
+    std::vector<View> parts;
+    if (now < 2) {
+      parts.push_back(button(verbatim("go"), [&, now] {
+        pressed.push_back(now);
+        generation.set(now + 1);
+      }));
+    }
+    return vstack(0, HorizontalAlignment::leading, std::move(parts));
+  }));
+  for (int i = 0; i < 2; ++i) {
+    Surface* go = stage.surface("go");
+    ASSERT_NE(go, nullptr);
+    QTest::mouseClick(go, Qt::LeftButton);
+    stage.nextFrame();
+  }
+  EXPECT_EQ(pressed, (std::vector{0, 1}));
+  EXPECT_EQ(stage.surface("go"), nullptr);
+}
+
+TEST(ViewHost, ScrollPositionAndHoverSurviveUpdates) {
+  Published<int> value{0};
+  std::vector<bool> hovers;
+  Stage stage(scene([&] {
+    std::vector<View> lines;
+    std::vector<View> inner;
+    inner.push_back(verbatim(std::to_string(value.get())));
+    lines.push_back(hstack(0, VerticalAlignment::center, std::move(inner))
+                        .onHover([&](bool inside) { hovers.push_back(inside); })
+                        .withKey("hovered"));
+    for (int i = 0; i < 100; ++i) lines.push_back(verbatim("line " + std::to_string(i + value.get())));
+    return scroll(vstack(2, HorizontalAlignment::leading, std::move(lines)));
+  }));
+  auto* area = stage.host.findChild<QScrollArea*>();
+  ASSERT_NE(area, nullptr);
+  ASSERT_GT(area->verticalScrollBar()->maximum(), 500);
+  area->verticalScrollBar()->setValue(300);
+  QEvent enter(QEvent::Enter);
+  Surface* hovered = stage.shown<Surface>().first();
+  QApplication::sendEvent(hovered, &enter);
+
+  value.set(7);
+  stage.nextFrame();
+  EXPECT_EQ(area->verticalScrollBar()->value(), 300);
+  EXPECT_EQ(stage.shown<Surface>().first(), hovered);
+  EXPECT_EQ(hovers, (std::vector<bool>{true})) << "an update is no leaving";
+}
+
+TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
+  struct Counter final : Component {
+    Published<int> presses{0};
+    View body() override {
+      return button(verbatim(std::to_string(presses.get())), [this] { presses.set(presses.get() + 1); });
+    }
+  };
+  Published<bool> shows{true};
+  Published<int> other{0};
+  Stage stage(scene([&] {
+    std::vector<View> parts;
+    parts.push_back(verbatim("other " + std::to_string(other.get())));
+    if (shows.get()) parts.push_back(component<Counter>([] { return std::make_shared<Counter>(); }));
+    return vstack(0, HorizontalAlignment::leading, std::move(parts));
+  }));
+  QTest::mouseClick(stage.surface("0"), Qt::LeftButton);
+  other.set(1);
+  stage.nextFrame();
+  EXPECT_NE(stage.surface("1"), nullptr);
+  shows.set(false);
+  stage.nextFrame();
+  shows.set(true);
+  stage.nextFrame();
+  EXPECT_NE(stage.surface("0"), nullptr);
+}
+
+TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
+  installSurfaceAccessibility();
+  int taps = 0;
+  std::vector<View> parts;
+  std::vector<View> gauge;
+  gauge.push_back(verbatim("C1"));
+  gauge.push_back(verbatim("42%"));
+  parts.push_back(
+      hstack(0, VerticalAlignment::center, std::move(gauge)).accessibilityElement(verbatimText("core, 42 percent")));
+  parts.push_back(row("Memory", [&] { ++taps; }).selected(true));
+  Stage stage(vstack(0, HorizontalAlignment::leading, std::move(parts)));
+
+  QAccessibleInterface* element = QAccessible::queryAccessibleInterface(stage.surface("core, 42 percent"));
+  ASSERT_NE(element, nullptr);
+  EXPECT_EQ(element->childCount(), 0);
+  EXPECT_EQ(element->text(QAccessible::Name), "core, 42 percent");
+  QAccessibleInterface* memory = QAccessible::queryAccessibleInterface(stage.surface("Memory"));
+  ASSERT_NE(memory, nullptr);
+  EXPECT_EQ(memory->role(), QAccessible::ListItem);
+  EXPECT_TRUE(memory->state().selected);
+  memory->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(taps, 1);
+}
+
+}  // namespace
+}  // namespace kestrune::ui::qt

@@ -1,0 +1,316 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ui/view/LayoutTree.h"
+
+namespace kestrune::ui::test {
+namespace {
+
+using testing::ElementsAre;
+
+View row(double spacing, std::vector<View> children) {
+  return hstack(spacing, VerticalAlignment::center, std::move(children));
+}
+View column(double spacing, std::vector<View> children) {
+  return vstack(spacing, HorizontalAlignment::leading, std::move(children));
+}
+Extent between(std::optional<double> min, std::optional<double> max) {
+  return {.fixed = {}, .min = min, .max = max};
+}
+
+Extent exactly(double length) {
+  return {.fixed = length, .min = {}, .max = {}};
+}
+
+class Nothing final : public Component {
+ public:
+  View body() override { return {}; }
+};
+class Word final : public Component {
+ public:
+  View body() override { return text("word"); }
+};
+template <class C>
+View componentOf() {
+  return component<C>([] { return std::make_shared<C>(); });
+}
+
+TEST(Stack, GivesWhatRigidChildrenLeaveToTheFlexibleOnes) {
+  LayoutTree tree(row(10, views(chart(), text("abcd"), chart(), symbol("s"))));
+  EXPECT_THAT(tree.placed(200, 40).childFrames(), ElementsAre(Rect{0, 0, 55, 40}, Rect{65, 12, 40, 16},
+                                                              Rect{115, 0, 55, 40}, Rect{180, 10, 20, 20}));
+
+  LayoutTree vertical(vstack(4, HorizontalAlignment::trailing, views(text("abcd"), chart(), text("ab"))));
+  EXPECT_THAT(vertical.placed(100, 100).childFrames(),
+              ElementsAre(Rect{60, 0, 40, 16}, Rect{0, 20, 100, 60}, Rect{80, 84, 20, 16}));
+}
+
+TEST(Stack, GivesSpacersOnlyWhatNothingElseWants) {
+  LayoutTree tree(row(0, views(text("abcdefghijkl"), spacer(), text("abc"))));
+  EXPECT_THAT(tree.placed(170, 16).childFrames(),
+              ElementsAre(Rect{0, 0, 120, 16}, Rect{120, 8, 20, 0}, Rect{140, 0, 30, 16}));
+  // Where it becomes too narrow the spacer keeps its least length and the text wraps.
+  EXPECT_THAT(tree.placed(110, 32).childFrames(),
+              ElementsAre(Rect{0, 0, 70, 32}, Rect{70, 16, 10, 0}, Rect{80, 8, 30, 16}));
+
+  LayoutTree two(row(5, views(spacer(0), symbol("s"), spacer(30))));
+  EXPECT_THAT(two.placed(100, 20).childFrames(),
+              ElementsAre(Rect{0, 10, 35, 0}, Rect{40, 0, 20, 20}, Rect{65, 10, 35, 0}));
+}
+
+TEST(Stack, MakesRoomFirstForTheLargerOfTwoFlexibleChildren) {
+  LayoutTree tree(row(0, views(chart(), chart().frame(between(200, unlimited), {}))));
+  EXPECT_THAT(tree.placed(300, 10).childFrames(), ElementsAre(Rect{0, 0, 100, 10}, Rect{100, 0, 200, 10}));
+}
+
+TEST(Stack, LeavesNoSpaceForEmptyViews) {
+  const auto hidden = [](View view) {
+    return column(10, views(text("a"), std::move(view), View{}, text("b")));
+  };
+  LayoutTree tree(hidden({}));
+  EXPECT_EQ(tree.node().measure({}), (Size{10, 42}));
+  tree.show(hidden(componentOf<Nothing>()));
+  EXPECT_EQ(tree.node().measure({}), (Size{10, 42}));
+  EXPECT_EQ(tree.placed(10, 42).at(1).frame(), (Rect{0, 0, 0, 0}));
+  tree.show(hidden(componentOf<Word>()));
+  EXPECT_EQ(tree.node().measure({}), (Size{40, 68}));
+  EXPECT_EQ(LayoutTree(column(10, {})).node().measure({100, 100}), Size{});
+}
+
+TEST(Stack, WithoutAnOfferTakesTheIdealSizes) {
+  LayoutTree tree(row(10, views(chart(), text("abcdef"), spacer(7), divider())));
+  EXPECT_EQ(tree.node().measure({}), (Size{10 + 60 + 7 + 1 + 3 * 10, 16}));
+  EXPECT_EQ(tree.node().measure({std::nullopt, 50}), (Size{108, 50}));
+  EXPECT_EQ(tree.node().measure({unlimited, 50}).width, unlimited);
+  EXPECT_EQ(tree.node().measure({0, 0}), (Size{10 + 7 + 1 + 3 * 10, 6 * 16}));
+}
+
+TEST(Stack, ReachesPastItsEndWhereChildrenNeedMore) {
+  LayoutTree tree(row(0, views(symbol("a"), symbol("b"), chart())));
+  EXPECT_THAT(tree.placed(30, 20).childFrames(),
+              ElementsAre(Rect{0, 0, 20, 20}, Rect{20, 0, 20, 20}, Rect{40, 0, 0, 20}));
+}
+
+TEST(Stack, AlignsFirstBaselines) {
+  const auto large = column(0, views(text("a"), text("b"))).padding(Insets{10, 0, 0, 0});
+  LayoutTree tree(hstack(0, VerticalAlignment::firstTextBaseline, views(text("a"), large, symbol("s"))));
+  EXPECT_THAT(tree.placed(100, 42).at(0).frame(), (Rect{30, 10, 10, 16}));
+  EXPECT_THAT(tree.at(1).frame(), (Rect{40, 0, 10, 42}));
+  EXPECT_THAT(tree.at(2).frame(), (Rect{50, 2, 20, 20}));  // no text: stands on the line
+  EXPECT_EQ(tree.node().measure({}), (Size{40, 42}));
+}
+
+TEST(Divider, IsAHairlineAcrossTheInnermostStack) {
+  LayoutTree tree(row(5, views(symbol("a"), divider().padding(1), column(0, views(divider(), symbol("b"))))));
+  tree.placed(200, 40);
+  EXPECT_EQ(tree.at(1, 0).frame(), (Rect{26, 1, 1, 38}));
+  EXPECT_EQ(tree.at(2, 0).frame(), (Rect{33, 10, 167, 1}));
+
+  // Turning the stack around turns what lies in it.
+  tree.node().setContent(VStackContent{5, HorizontalAlignment::leading});
+  EXPECT_EQ(tree.placed(200, 100).at(1, 0).frame().height, 1);
+  EXPECT_EQ(tree.at(1, 0).frame().width, 198);
+}
+
+TEST(Frame, TakesItsSizeFromTheOfferWithinItsLimits) {
+  struct Case {
+    Extent width;
+    std::optional<double> offered;
+    double expected;
+  };
+  // Around a text of 6 letters, between 10 and 60 wide.
+  const Case cases[] = {
+      {{}, 200, 60},
+      {exactly(45), 200, 45},
+      {{.fixed = 45, .min = 100, .max = 20}, std::nullopt, 45},
+      {between({}, unlimited), 200, 200},
+      {between({}, unlimited), 5, 10},
+      {between({}, unlimited), std::nullopt, 60},
+      {between({}, 100), 200, 100},
+      {between({}, 40), 200, 40},
+      {between({}, 40), std::nullopt, 40},
+      {between(100, {}), 200, 100},
+      {between(100, {}), 20, 100},
+      {between(30, {}), 45, 40},
+      {between(30, {}), 200, 60},
+      {between(30, 80), 0, 30},
+      {between(30, 80), 50, 50},
+      {between(30, 80), unlimited, 80},
+      {between(80, 30), 50, 80},
+  };
+  for (const Case& each : cases) {
+    LayoutTree tree(text("abcdef").frame(each.width, {}));
+    EXPECT_EQ(tree.node().measure({each.offered, std::nullopt}).width, each.expected)
+        << "case " << &each - &cases[0];
+  }
+}
+
+TEST(Frame, AlignsItsChildAndOffersItWhatItTakes) {
+  const auto framed = [](Alignment alignment) {
+    return symbol("s").frame(exactly(101), exactly(40), alignment);
+  };
+  const auto child = [](const View& view) { return LayoutTree(view).placed(101, 40).at(0).frame(); };
+  EXPECT_EQ(child(framed(topLeading)), (Rect{0, 0, 20, 20}));
+  EXPECT_EQ(child(framed({})), (Rect{41, 10, 20, 20}));
+  EXPECT_EQ(child(framed({HorizontalAlignment::trailing, VerticalAlignment::bottom})),
+            (Rect{81, 20, 20, 20}));
+  EXPECT_EQ(child(chart().frame(exactly(101), between(10, 40))), (Rect{0, 0, 101, 40}));
+  // A child that is too large stands over on both sides.
+  EXPECT_EQ(LayoutTree(symbol("s").width(10)).placed(10, 20).at(0).frame(), (Rect{-5, 0, 20, 20}));
+}
+
+TEST(Wrappers, InsetAndPassOn) {
+  LayoutTree padded(chart().padding(Insets{1, 2, 3, 4}).background({}));
+  EXPECT_EQ(padded.placed(100, 50).frame(), (Rect{0, 0, 100, 50}));
+  EXPECT_EQ(padded.at(0, 0).frame(), (Rect{2, 1, 94, 46}));
+  EXPECT_EQ(padded.node().measure({3, 1}), (Size{6, 4}));
+
+  LayoutTree pressed(button(text("abc").padding(5), [] {}));
+  EXPECT_EQ(pressed.node().measure({}), (Size{40, 26}));
+}
+
+TEST(ZStack, IsAsLargeAsItsLargestChildren) {
+  LayoutTree tree(
+      zstack({HorizontalAlignment::trailing, VerticalAlignment::top}, views(text("abcd"), symbol("s"))));
+  EXPECT_EQ(tree.node().measure({}), (Size{40, 20}));
+  EXPECT_THAT(tree.placed(40, 20).childFrames(), ElementsAre(Rect{0, 0, 40, 16}, Rect{20, 0, 20, 20}));
+}
+
+TEST(Grid, FillsAsManyColumnsAsFit) {
+  LayoutTree tree(adaptiveGrid(40, 10, views(text("abcdefgh"), symbol("a"), symbol("b"), chart())));
+  // Two columns of 45: the first text needs two lines.
+  EXPECT_THAT(tree.placed(100, 62).childFrames(), ElementsAre(Rect{0, 0, 40, 32}, Rect{55, 0, 20, 20},
+                                                              Rect{0, 42, 20, 20}, Rect{55, 42, 45, 10}));
+  EXPECT_EQ(tree.node().measure({139, std::nullopt}), (Size{139, 62}));
+  EXPECT_EQ(tree.node().measure({140, std::nullopt}), (Size{140, 32 + 10 + 10}));  // three columns
+  EXPECT_EQ(tree.node().measure({1000, 5}), (Size{1000, 32}));
+  EXPECT_EQ(tree.node().measure({20, 5}), (Size{20, 64 + 20 + 20 + 10 + 30}));
+  EXPECT_EQ(LayoutTree(adaptiveGrid(0, 0, {})).node().measure({100, 100}), (Size{100, 0}));
+}
+
+TEST(Panes, TakeWhatTheyAreOffered) {
+  for (const View& pane : views(scroll(text("abc")), split(100, 200, text("a"), text("b")))) {
+    LayoutTree tree(pane);
+    EXPECT_EQ(tree.node().measure({300, 200}), (Size{300, 200}));
+    EXPECT_EQ(tree.node().measure({}), Size{});
+  }
+}
+
+TEST(Placing, RoundsEdgesSoThatNeighboursMeet) {
+  LayoutTree tree(row(0, views(chart(), chart(), chart())));
+  EXPECT_THAT(tree.placed(100, 9.6).childFrames(),
+              ElementsAre(Rect{0, 0, 33, 10}, Rect{33, 0, 34, 10}, Rect{67, 0, 33, 10}));
+  // A text that is whole pixels wide keeps its width wherever it stands.
+  for (int eighths = -16; eighths < 16; ++eighths) {
+    const double offset = eighths / 8.0;
+    LayoutTree moved(text("abc"));
+    moved.node().place({offset, offset, 30, 16});
+    EXPECT_EQ(moved.frame().width, 30) << offset;
+  }
+}
+
+TEST(Placing, CentresTheRootOrKeepsItsStartInSight) {
+  LayoutTree tree(column(0, views(text("abcd"), text("ab"))));
+  tree.node().place({10, 20, 100, 100});
+  EXPECT_EQ(tree.frame(), (Rect{40, 54, 40, 32}));
+  EXPECT_EQ(tree.at(1).frame(), (Rect{40, 70, 20, 16}));
+  tree.placed(30, 8);
+  EXPECT_EQ(tree.at(0).frame(), (Rect{0, 0, 30, 32}));
+  EXPECT_EQ(tree.at(1).frame(), (Rect{0, 32, 20, 16}));
+}
+
+// A scrolled page is as high as it wants to be at its width; its parts then stand as they were measured.
+TEST(Placing, KeepsToTheProposalThatTheSizeWasMeasuredWith) {
+  const auto filling = [](const char* string) {
+    return text(string).frame({}, between({}, unlimited), topLeading);
+  };
+  LayoutTree tree(column(0, views(filling("abcdef"), filling("a"))));
+  const Proposal page{20, std::nullopt};
+  const Size size = tree.node().measure(page);
+  EXPECT_EQ(size, (Size{20, 64}));
+  tree.node().place({0, 0, 20, size.height}, page);
+  EXPECT_THAT(tree.childFrames(), ElementsAre(Rect{0, 0, 20, 48}, Rect{0, 48, 10, 16}));
+}
+
+TEST(Node, LeavesTheTreeWhenItGoes) {
+  LayoutNode root;
+  root.setContent(VStackContent{});
+  auto first = std::make_unique<LayoutNode>();
+  auto second = std::make_unique<LayoutNode>();
+  first->setContent(AdaptiveGridContent{});
+  second->setContent(DividerContent{});
+  root.setChildren({first.get(), second.get()});
+  root.place({0, 0, 10, 10});
+  EXPECT_FALSE(root.needsLayout());
+  first.reset();
+  EXPECT_TRUE(root.needsLayout());
+  EXPECT_EQ(root.measure({10, 10}), (Size{10, 1}));
+
+  // One that moves to another parent leaves the first.
+  LayoutNode other;
+  other.setContent(HStackContent{});
+  other.setChildren({second.get()});
+  EXPECT_EQ(root.measure({10, 10}), Size{});
+  EXPECT_EQ(other.measure({10, 10}), (Size{1, 10}));
+  other.setChildren({});
+  EXPECT_EQ(second->measure({10, 10}), (Size{10, 1}));
+}
+
+// ---- how much is measured
+// -----------------------------------------------------------------------------------
+
+View nest(int levels) {
+  if (levels == 0) return text("leaf");
+  auto inner = nest(levels - 1).padding(1);
+  auto stack = levels % 2 == 0 ? row(4, views(text("a"), std::move(inner), spacer(), chart()))
+                               : column(4, views(text("b"), divider(), std::move(inner).fillWidth()));
+  return std::move(stack).background({});
+}
+
+TEST(Memory, KeepsDeepTreesFromBeingMeasuredOverAndOver) {
+  int measurements = 0;
+  LayoutTree shallow(nest(6), &measurements);
+  shallow.placed(800, 600);
+  const int forSix = std::exchange(measurements, 0);
+  LayoutTree deep(nest(12), &measurements);
+  deep.placed(800, 600);
+  const int forTwelve = std::exchange(measurements, 0);
+  EXPECT_LT(forTwelve, 13 * 8);  // 13 texts
+  EXPECT_LT(forTwelve, 3 * forSix);
+
+  deep.placed(800, 600);
+  EXPECT_EQ(measurements, 0);
+  deep.placed(700, 600);
+  EXPECT_LT(std::exchange(measurements, 0), 13 * 4);
+}
+
+TEST(Memory, MeasuresAgainOnlyWhatChanged) {
+  const auto table = [](const std::string& last) {
+    std::vector<View> rows(300, row(2, views(text("name"), spacer(), text("12"))));
+    rows.back().children.back() = text(last);
+    return column(2, std::move(rows));
+  };
+  int measurements = 0;
+  LayoutTree tree(table("12"), &measurements);
+  tree.placed(400, 6000);
+  EXPECT_GE(std::exchange(measurements, 0), 600);
+
+  tree.show(table("1234"));
+  EXPECT_TRUE(tree.node().needsLayout());
+  EXPECT_TRUE(tree.at(299).node().needsLayout());
+  EXPECT_FALSE(tree.at(298).node().needsLayout());
+  tree.placed(400, 6000);
+  EXPECT_FALSE(tree.node().needsLayout());
+  EXPECT_EQ(tree.at(299, 2).frame().width, 40);
+  EXPECT_GE(measurements, 1);
+  EXPECT_LE(std::exchange(measurements, 0), 8);
+
+  // The same values again measure nothing.
+  tree.show(table("1234"));
+  EXPECT_FALSE(tree.node().needsLayout());
+  tree.placed(400, 6000);
+  EXPECT_EQ(measurements, 0);
+}
+
+}  // namespace
+}  // namespace kestrune::ui::test

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include "ui/view/Diff.h"
+#include "ui/view/Layout.h"
+
+namespace kestrune::ui::test {
+
+// Keeps a layout node for each view, as a mount does. Letters are 10 wide and lines 16 high, with the
+// baseline at 12; symbols are 20 by 20. Components are evaluated once.
+class LayoutTree {
+ public:
+  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) { show(view); }
+
+  // Changes step by step what was shown into `view`, keeping the nodes of views that continue.
+  void show(const View& view) {
+    view_ = view;
+    if (view_.as<ComponentContent>() != nullptr)
+      view_.children = {view_.as<ComponentContent>()->make()->body()};
+    node_.setContent(view_.content);
+    showLeaf();
+    std::vector<const View*> before;
+    before.reserve(children_.size());
+    for (const auto& child : children_) before.push_back(&child->view_);
+    const auto matches = matchChildren(before, view_.children);
+    std::vector<std::unique_ptr<LayoutTree>> after;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+      if (const auto old = matches[i]) {
+        after.push_back(std::move(children_[*old]));
+        after.back()->show(view_.children[i]);
+      } else {
+        after.push_back(std::make_unique<LayoutTree>(view_.children[i], counter_));
+      }
+    }
+    children_ = std::move(after);
+    if (view_.as<ScrollContent>() != nullptr || view_.as<SplitContent>() != nullptr) return;
+    std::vector<LayoutNode*> nodes;
+    nodes.reserve(children_.size());
+    for (const auto& child : children_) nodes.push_back(&child->node_);
+    node_.setChildren(std::move(nodes));
+  }
+
+  LayoutNode& node() { return node_; }
+  const View& view() const { return view_; }
+  const std::vector<std::unique_ptr<LayoutTree>>& children() const { return children_; }
+  // The view reached by going down to these children.
+  template <class... Indices>
+  LayoutTree& at(std::size_t index, Indices... below) {
+    if constexpr (sizeof...(below) == 0) {
+      return *children_.at(index);
+    } else {
+      return children_.at(index)->at(static_cast<std::size_t>(below)...);
+    }
+  }
+  const Rect& frame() const { return node_.frame(); }
+  std::vector<Rect> childFrames() const {
+    std::vector<Rect> frames;
+    frames.reserve(children_.size());
+    for (const auto& child : children_) frames.push_back(child->frame());
+    return frames;
+  }
+  // The frames of the view and of all below it, from top to bottom.
+  std::vector<Rect> allFrames() const {
+    std::vector<Rect> frames{frame()};
+    for (const auto& child : children_) {
+      const auto below = child->allFrames();
+      frames.insert(frames.end(), below.begin(), below.end());
+    }
+    return frames;
+  }
+
+  LayoutTree& placed(double width, double height) {
+    node_.place({0, 0, width, height});
+    return *this;
+  }
+
+ private:
+  void showLeaf() {
+    const auto* text = view_.as<TextContent>();
+    const std::size_t letters = text != nullptr ? text->string.size() : 0;
+    const bool isNew = !hasMeasure_;
+    hasMeasure_ = true;
+    if (text != nullptr) {
+      if (!isNew && letters != std::exchange(letters_, letters)) node_.invalidate();
+      letters_ = letters;
+      if (isNew) node_.setMeasure([this](Proposal proposal) { return measuredText(proposal); });
+    } else if (isNew && view_.as<SymbolContent>() != nullptr) {
+      node_.setMeasure([this](Proposal) {
+        count();
+        return LeafMetrics{{20, 20}, {}};
+      });
+    }
+  }
+
+  LeafMetrics measuredText(Proposal proposal) const {
+    count();
+    const auto letters = static_cast<double>(letters_);
+    const double columns = std::max(1.0, std::floor(proposal.width.value_or(unlimited) / 10));
+    return {{std::min(letters, columns) * 10, std::max(1.0, std::ceil(letters / columns)) * 16}, 12};
+  }
+
+  void count() const {
+    if (counter_ != nullptr) ++*counter_;
+  }
+
+  int* counter_;
+  View view_;
+  LayoutNode node_;
+  std::size_t letters_ = 0;
+  bool hasMeasure_ = false;
+  std::vector<std::unique_ptr<LayoutTree>> children_;
+};
+
+template <class... Views>
+std::vector<View> views(Views... each) {
+  std::vector<View> all;
+  (all.push_back(std::move(each)), ...);
+  return all;
+}
+
+inline View chart() {
+  return lineChart({}, 1);
+}
+
+}  // namespace kestrune::ui::test
+
+namespace kestrune::ui {
+
+inline std::ostream& operator<<(std::ostream& out, const Rect& rect) {
+  return out << '{' << rect.x << ", " << rect.y << ", " << rect.width << ", " << rect.height << '}';
+}
+inline std::ostream& operator<<(std::ostream& out, const Size& size) {
+  return out << '{' << size.width << ", " << size.height << '}';
+}
+
+}  // namespace kestrune::ui

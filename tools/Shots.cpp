@@ -1,0 +1,90 @@
+// Writes a picture of each tab, with what this machine does right now.
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QEventLoop>
+#include <QTimer>
+
+#include "DarkPalette.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "ui/qt/KestruneApp.h"
+#include "ui/qt/LoopDriver.h"
+#include "ui/qt/ViewHost.h"
+
+namespace {
+
+using namespace kestrune;
+
+struct Options {
+  QDir folder;
+  QSize size;
+  int seconds = 0;
+  bool dark = false;
+};
+
+Options parse(const QApplication& application) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Writes a picture of each tab, with live data."));
+  parser.addHelpOption();
+  parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("where to write; build/shots by default"));
+  const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("as on a dark desktop"));
+  const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("size of the window"), QStringLiteral("WxH"),
+                                QStringLiteral("1100x750"));
+  const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("how long to sample before"),
+                                   QStringLiteral("N"), QStringLiteral("8"));
+  parser.addOptions({dark, size, seconds});
+  parser.process(application);
+
+  const QStringList arguments = parser.positionalArguments();
+  const QStringList sides = parser.value(size).split(QLatin1Char('x'));
+  return {QDir(arguments.isEmpty() ? QStringLiteral("build/shots") : arguments.first()),
+          QSize(sides.value(0).toInt(), sides.value(1).toInt()), parser.value(seconds).toInt(), parser.isSet(dark)};
+}
+
+void letPass(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+bool writeTabs(ui::qt::KestruneApp& app, const Options& options) {
+  ui::qt::MainWindow& window = app.window();
+  for (const ui::MainTab tab : ui::allMainTabs) {
+    app.notifications().post(ui::switchTabNotification, tab);
+    letPass(700);  // until all animations are over
+    const QString name = QString::fromUtf8(ui::title(tab).data()).toLower() + QStringLiteral(".png");
+    if (!window.grab().save(options.folder.filePath(name))) {
+      std::fprintf(stderr, "shots: can't write %s\n", qPrintable(options.folder.filePath(name)));
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const Options options = parse(application);
+  if (!options.size.isValid() || options.size.isEmpty() || !options.folder.mkpath(QStringLiteral("."))) {
+    std::fputs("shots: no such size, or the folder can't be made\n", stderr);
+    return EXIT_FAILURE;
+  }
+  if (options.dark) QApplication::setPalette(tools::darkPalette());
+
+  linux_platform::LinuxPlatform computer;
+  const platform::Platform services = computer.platform();
+  MainLoop loop(services.clock, computer.loopDescriptor());
+  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
+  ui::qt::KestruneApp app(loop, services);
+  app.window().resize(options.size);
+  app.openMainWindow();
+  letPass(options.seconds * 1000);
+  const bool written = writeTabs(app, options);
+  std::fflush(nullptr);
+  std::_Exit(written ? EXIT_SUCCESS : EXIT_FAILURE);
+}
