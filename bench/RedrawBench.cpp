@@ -2,9 +2,8 @@
 
 #include <random>
 
-#include <benchmark/benchmark.h>
-
 #include <QApplication>
+#include <benchmark/benchmark.h>
 
 #include "app/AppEnvironment.h"
 #include "support/ScriptedPlatform.h"
@@ -25,7 +24,8 @@ class Page {
     computer_.chip.performance = static_cast<std::int32_t>(processors / 2);
     computer_.chip.efficiency = static_cast<std::int32_t>(processors - processors / 2);
     for (std::int32_t pid = 1; pid <= 8; ++pid) {
-      computer_.processTable->processes[pid] = {"process " + std::to_string(pid), "/usr/bin/process", {}, true};
+      computer_.processTable->processes[pid] = {
+          "process " + std::to_string(pid), "/usr/bin/process", {}, true};
     }
     for (int second = 0; second < 70; ++second) tick();
     host_.resize(1100, 1100);
@@ -41,7 +41,7 @@ class Page {
       process.info.userNanoseconds += random_() % 1000000000;
       process.info.residentBytes = (random_() % 4096) << 20U;
     }
-    computer_.advance(1s - ui::qt::Scheduler::frame);
+    computer_.advance(1s);
   }
   void evaluateAndArrange() { host_.flush(); }
   void paint() { QApplication::processEvents(); }
@@ -59,8 +59,7 @@ class Page {
       ui::ViewContext{computer_.loop, env_, preferences_, notifications_, formats_, false});
   ui::Catalogue catalogue_;
   ui::qt::Theme theme_{catalogue_};
-  ui::qt::ViewHost host_{computer_.loop, theme_,
-                         ui::component<ui::CPUTab>([tab = tab_] { return tab; })};
+  ui::qt::ViewHost host_{computer_.loop, theme_, ui::component<ui::CPUTab>([tab = tab_] { return tab; })};
 };
 
 void evaluateCpuPage(benchmark::State& state) {

@@ -1,5 +1,5 @@
-// Starts the program's parts as the program itself does, and prints the microseconds of the continuous clock from the
-// moment given as the only argument, in nanoseconds, to the end of the first painted frame.
+// Starts the program's parts as the program itself does, and prints the microseconds of the continuous clock
+// from the moment given as the only argument, in nanoseconds, to the end of the first painted frame.
 
 #include <cinttypes>
 #include <cstdio>

@@ -38,8 +38,10 @@ int run(int argc, char** argv) {
     if (app != nullptr) app->openMainWindow();
   });
   switch (instance.claim()) {
-    case ui::qt::SingleInstance::Outcome::first: break;
-    case ui::qt::SingleInstance::Outcome::otherCameForward: return EXIT_SUCCESS;
+    case ui::qt::SingleInstance::Outcome::first:
+      break;
+    case ui::qt::SingleInstance::Outcome::otherCameForward:
+      return EXIT_SUCCESS;
     case ui::qt::SingleInstance::Outcome::otherDoesNotAnswer:
       std::fputs("kestrune: already running, but it does not answer\n", stderr);
       return EXIT_FAILURE;

@@ -8,8 +8,8 @@ QPalette darkPalette() {
   const QColor text(0xee, 0xef, 0xf1);
   const QColor faint(0x80, 0x84, 0x8b);
   const QColor accent(0x4a, 0x9e, 0xf5);
-  QPalette palette(text, window, window.lighter(150), window.darker(150), window.darker(120), text, Qt::white, base,
-                   window);
+  QPalette palette(text, window, window.lighter(150), window.darker(150), window.darker(120), text, Qt::white,
+                   base, window);
   palette.setColor(QPalette::Highlight, accent);
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::ToolTipBase, base);

@@ -30,10 +30,11 @@ Options parse(const QApplication& application) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Writes a picture of each tab, with live data."));
   parser.addHelpOption();
-  parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("where to write; build/shots by default"));
+  parser.addPositionalArgument(QStringLiteral("DIR"),
+                               QStringLiteral("where to write; build/shots by default"));
   const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("as on a dark desktop"));
-  const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("size of the window"), QStringLiteral("WxH"),
-                                QStringLiteral("1100x750"));
+  const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("size of the window"),
+                                QStringLiteral("WxH"), QStringLiteral("1100x750"));
   const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("how long to sample before"),
                                    QStringLiteral("N"), QStringLiteral("8"));
   parser.addOptions({dark, size, seconds});
@@ -42,7 +43,8 @@ Options parse(const QApplication& application) {
   const QStringList arguments = parser.positionalArguments();
   const QStringList sides = parser.value(size).split(QLatin1Char('x'));
   return {QDir(arguments.isEmpty() ? QStringLiteral("build/shots") : arguments.first()),
-          QSize(sides.value(0).toInt(), sides.value(1).toInt()), parser.value(seconds).toInt(), parser.isSet(dark)};
+          QSize(sides.value(0).toInt(), sides.value(1).toInt()), parser.value(seconds).toInt(),
+          parser.isSet(dark)};
 }
 
 void letPass(int milliseconds) {

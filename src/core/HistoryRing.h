@@ -15,7 +15,8 @@ struct Sample {
   Payload value;
 };
 
-// A bounded time series: the newest elements, at most `capacity` of them. A plain value; a copy is a snapshot.
+// A bounded time series: the newest elements, at most `capacity` of them. A plain value; a copy is a
+// snapshot.
 template <class Payload>
 class HistoryRing {
  public:
@@ -45,8 +46,11 @@ class HistoryRing {
   std::size_t size() const { return buffer_.size(); }
   std::size_t capacity() const { return capacity_; }
 
-  // Element `index` in time order, the oldest is 0. Constant time: a view over a full ring needs no copy of it.
-  const Sample<Payload>& operator[](std::size_t index) const { return buffer_[(head_ + index) % buffer_.size()]; }
+  // Element `index` in time order, the oldest is 0. Constant time: a view over a full ring needs no copy of
+  // it.
+  const Sample<Payload>& operator[](std::size_t index) const {
+    return buffer_[(head_ + index) % buffer_.size()];
+  }
 
   // All elements in time order, oldest first.
   std::vector<Sample<Payload>> samples() const {

@@ -12,8 +12,8 @@
 
 namespace kestrune {
 
-// The user's preferences: a flat store of values by key. No key exists before something has written it; each reader
-// states the default. Main thread only.
+// The user's preferences: a flat store of values by key. No key exists before something has written it; each
+// reader states the default. Main thread only.
 class Preferences {
  public:
   // Reads the storage once. The storage must outlive the preferences.

@@ -12,7 +12,8 @@ class Calendar {
   virtual ~Calendar() = default;
   // The first instant of the day that `date` lies in; not always midnight.
   virtual Date startOfDay(Date date) = 0;
-  // The same time of day, so many days on or back; the nearest that exists where a day lacks it. Absent: out of range.
+  // The same time of day, so many days on or back; the nearest that exists where a day lacks it. Absent: out
+  // of range.
   virtual std::optional<Date> addingDays(Date date, int days) = 0;
 };
 

@@ -5,8 +5,8 @@
 
 namespace kestrune::platform {
 
-// Fixed facts about the processor. Texts are bytes as the machine gives them, empty where it gives none; counts
-// are 0 where they are unknown. Main thread.
+// Fixed facts about the processor. Texts are bytes as the machine gives them, empty where it gives none;
+// counts are 0 where they are unknown. Main thread.
 class Chip {
  public:
   virtual ~Chip() = default;

@@ -17,8 +17,8 @@ class PreferenceStorage {
   virtual ~PreferenceStorage() = default;
   // What is stored; nothing where nothing is, or where it can't be read.
   virtual PreferenceMap load() = 0;
-  // Stores one value at once. What else is stored stays, also what `load` didn't know how to read. A failure is
-  // silent: the value then holds for this run only.
+  // Stores one value at once. What else is stored stays, also what `load` didn't know how to read. A failure
+  // is silent: the value then holds for this run only.
   virtual void store(const std::string& key, const PreferenceValue& value) = 0;
 };
 

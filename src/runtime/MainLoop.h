@@ -74,8 +74,8 @@ class MainLoop {
   Ticket park(Job job);
   static void redeem(const std::shared_ptr<Inbox>& inbox, MainLoop* loop, Ticket ticket);
 
-  // One turn: the timers that are due, then the jobs that are waiting. What the jobs add waits for the next turn,
-  // so that a chain of them can't shut out the driver's other work.
+  // One turn: the timers that are due, then the jobs that are waiting. What the jobs add waits for the next
+  // turn, so that a chain of them can't shut out the driver's other work.
   void run();
 
   // When `run` has to be called next at the latest, if no job is posted before.

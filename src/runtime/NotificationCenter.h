@@ -10,8 +10,8 @@
 
 namespace kestrune {
 
-// Messages by name between parts of the program that don't know each other. Delivered at once, in the order of
-// subscription. Main thread only.
+// Messages by name between parts of the program that don't know each other. Delivered at once, in the order
+// of subscription. Main thread only.
 class NotificationCenter {
  public:
   using Handler = std::function<void(const std::any& object)>;

@@ -9,8 +9,9 @@ namespace kestrune {
 
 class Observable;
 
-// Which observables one evaluation has read. As soon as one of them changes, `onChange` is called, once, until
-// the next evaluation; it must not evaluate at once but see to it that this happens later. Main thread only.
+// Which observables one evaluation has read. As soon as one of them changes, `onChange` is called, once,
+// until the next evaluation; it must not evaluate at once but see to it that this happens later. Main thread
+// only.
 class Dependencies {
  public:
   explicit Dependencies(std::function<void()> onChange) : onChange_(std::move(onChange)) {}
@@ -18,7 +19,8 @@ class Dependencies {
   Dependencies(const Dependencies&) = delete;
   Dependencies& operator=(const Dependencies&) = delete;
 
-  // Forgets what was read before and evaluates `body`, noting what it reads. Evaluations nest; each notes its own.
+  // Forgets what was read before and evaluates `body`, noting what it reads. Evaluations nest; each notes its
+  // own.
   template <class Body>
   auto track(Body&& body) {
     clear();

@@ -6,8 +6,8 @@
 
 namespace kestrune {
 
-// Runs work off the main thread, in the order in which it came. Lanes are separate so that work of one kind never waits
-// for work of another: a reading that hangs holds up its own lane and nothing else.
+// Runs work off the main thread, in the order in which it came. Lanes are separate so that work of one kind
+// never waits for work of another: a reading that hangs holds up its own lane and nothing else.
 class WorkLane {
  public:
   virtual ~WorkLane() = default;

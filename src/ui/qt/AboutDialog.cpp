@@ -58,8 +58,9 @@ void showAbout(const Theme& theme, QWidget* parent) {
     auto* column = new QVBoxLayout(dialog);
     column->setContentsMargins(28, 24, 28, 18);
     column->setSpacing(8);
-    for (QWidget* part : {static_cast<QWidget*>(icon), static_cast<QWidget*>(name), static_cast<QWidget*>(version),
-                          static_cast<QWidget*>(credits), static_cast<QWidget*>(buttons)}) {
+    for (QWidget* part :
+         {static_cast<QWidget*>(icon), static_cast<QWidget*>(name), static_cast<QWidget*>(version),
+          static_cast<QWidget*>(credits), static_cast<QWidget*>(buttons)}) {
       column->addWidget(part);
     }
     dialog->setFixedWidth(340);

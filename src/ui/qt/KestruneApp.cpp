@@ -35,7 +35,8 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
   installSurfaceAccessibility();
   installLeafAccessibility();
   QApplication::setWindowIcon(programIcon(theme_));
-  const ViewContext context{loop, env_, preferences_, notifications_, formats_, isSandboxed(platform.environment)};
+  const ViewContext context{loop,           env_,     preferences_,
+                            notifications_, formats_, isSandboxed(platform.environment)};
   window_ = std::make_unique<MainWindow>(context, theme_, [this] { terminate(); });
 
   const auto text = [this](const char* words) { return theme_.text(key(words)); };
@@ -48,8 +49,9 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
 
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
   // The desktop may end the session without a further word.
-  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { announceEnd(); },
-                   Qt::DirectConnection);
+  QObject::connect(
+      qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { announceEnd(); },
+      Qt::DirectConnection);
 }
 
 KestruneApp::~KestruneApp() = default;

@@ -15,8 +15,8 @@ namespace kestrune::ui::qt {
 // Posted once, on the program's notification centre, before the program ends, whatever ends it.
 inline constexpr std::string_view willTerminateNotification = "Kestrune.willTerminate";
 
-// The running program: one environment, one main window, one item in the tray. Creating it starts the sampling.
-// Needs a QApplication. Main thread.
+// The running program: one environment, one main window, one item in the tray. Creating it starts the
+// sampling. Needs a QApplication. Main thread.
 class KestruneApp {
  public:
   // Both must outlive it.

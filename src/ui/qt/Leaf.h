@@ -17,8 +17,8 @@ struct LeafStyle {
   Font font;
   Color foreground;
   double opacity = 1;  // of the leaf and all it draws
-  // The even, opaque colour that lies behind the leaf, where there is one: the leaf then fills its own background and
-  // what lies behind is not painted again with it.
+  // The even, opaque colour that lies behind the leaf, where there is one: the leaf then fills its own
+  // background and what lies behind is not painted again with it.
   std::optional<Color> backdrop;
   std::optional<TextContent> accessibilityLabel;
   bool isAccessibilityHidden = false;  // an element around it speaks for it
@@ -40,8 +40,9 @@ class Leaf : public QWidget {
   Theme& theme_;
 };
 
-// Makes what shows text, symbols, images, dividers, line charts, bars, rings and segmented pickers; nothing for a
-// kind of view that is no leaf. `show` must be called before anything else. Owned by `parent`. The theme must outlive it.
+// Makes what shows text, symbols, images, dividers, line charts, bars, rings and segmented pickers; nothing
+// for a kind of view that is no leaf. `show` must be called before anything else. Owned by `parent`. The
+// theme must outlive it.
 Leaf* makeLeaf(const Content& content, Theme& theme, QWidget* parent);
 
 }  // namespace kestrune::ui::qt

@@ -19,7 +19,8 @@ MainWindow::MainWindow(const ViewContext& context, Theme& theme, std::function<v
     : context_(context),
       theme_(theme),
       content_(std::make_shared<MainWindowView>(context)),
-      host_(new ViewHost(context.loop, theme, component<MainWindowView>([view = content_] { return view; }), this)),
+      host_(new ViewHost(context.loop, theme, component<MainWindowView>([view = content_] { return view; }),
+                         this)),
       title_(std::make_unique<Dependencies>([this] {
         context_.loop.post([window = QPointer<MainWindow>(this)] {
           if (window) window->followTitle();

@@ -13,7 +13,8 @@ namespace kestrune::ui::qt {
 class Theme;
 class ViewHost;
 
-// The one main window, with its menus. Closing it hides it; its content, and with it the selected tab, stays. Main thread.
+// The one main window, with its menus. Closing it hides it; its content, and with it the selected tab, stays.
+// Main thread.
 class MainWindow final : public QMainWindow {
  public:
   // All must outlive the window. `quit` ends the program.

@@ -79,8 +79,8 @@ bool MountedView::wantsSurface(const View& view) const {
   if (view.as<BackgroundContent>() != nullptr || view.as<ButtonContent>() != nullptr) return true;
   if (leaf_ != nullptr || !view.traits) return false;
   const Traits& traits = *view.traits;
-  return traits.onTap || traits.onHover || traits.help || traits.isAccessibilityElement || traits.accessibilityLabel ||
-         traits.transition != Transition::none;
+  return traits.onTap || traits.onHover || traits.help || traits.isAccessibilityElement ||
+         traits.accessibilityLabel || traits.transition != Transition::none;
 }
 
 bool MountedView::canShow(const View& next) const {
@@ -159,8 +159,12 @@ Inherited MountedView::passedOn() const {
 }
 
 LeafStyle MountedView::leafStyle(const Inherited& scope) const {
-  return {scope.font,     scope.foreground, scope.opacity,
-          scope.backdrop, traitsOf(*view_).accessibilityLabel, inherited_.isAccessibilityHidden};
+  return {scope.font,
+          scope.foreground,
+          scope.opacity,
+          scope.backdrop,
+          traitsOf(*view_).accessibilityLabel,
+          inherited_.isAccessibilityHidden};
 }
 
 void MountedView::refreshOwnWidget() {
@@ -289,7 +293,8 @@ void MountedView::applyGeometry(QPoint origin) {
     QRect geometry = bounds.translated(-origin);
     if (surface_ != nullptr) geometry = geometry.marginsAdded(surface_->outset());
     if (widget_->geometry() != geometry) widget_->setGeometry(geometry);
-    if (surface_ != nullptr) origin = bounds.topLeft() - QPoint(surface_->outset().left(), surface_->outset().top());
+    if (surface_ != nullptr)
+      origin = bounds.topLeft() - QPoint(surface_->outset().left(), surface_->outset().top());
   }
   if (!panes_.empty()) return;
   for (const auto& child : children_) child->applyGeometry(origin);

@@ -42,12 +42,13 @@ struct Inherited {
   friend bool operator==(const Inherited&, const Inherited&) = default;
 };
 
-// A view on screen: the widget it needs, if it needs one, and the views below it. It keeps up with the values that it is
-// given; a widget lives for as long as a view of the same kind stands at its place.
+// A view on screen: the widget it needs, if it needs one, and the views below it. It keeps up with the values
+// that it is given; a widget lives for as long as a view of the same kind stands at its place.
 class MountedView final : public Evaluated {
  public:
   // `view` must stay where it is until `update` hands over the next one.
-  MountedView(MountContext& context, Root& root, QWidget& parent, const View& view, const Inherited& inherited);
+  MountedView(MountContext& context, Root& root, QWidget& parent, const View& view,
+              const Inherited& inherited);
   ~MountedView() override;
   MountedView(const MountedView&) = delete;
   MountedView& operator=(const MountedView&) = delete;
@@ -65,7 +66,8 @@ class MountedView final : public Evaluated {
   Component* component() const { return component_.get(); }
   // Moves the widgets to where the layout put them. `origin`: where the parent widget lies in the root.
   void applyGeometry(QPoint origin);
-  // Puts the widgets in the order of the views, for the keyboard, for assistive tools and for what lies on top.
+  // Puts the widgets in the order of the views, for the keyboard, for assistive tools and for what lies on
+  // top.
   void restack(QWidget*& previousStop);
 
   int depth() const override { return inherited_.depth; }
@@ -109,7 +111,8 @@ class MountedView final : public Evaluated {
   bool isEntering_ = false;  // has come among views that were there already and isn't placed yet
 };
 
-// Where a view is brought to screen as a whole: the content of a window, of a scroll view, a pane of a split view.
+// Where a view is brought to screen as a whole: the content of a window, of a scroll view, a pane of a split
+// view.
 class Root : public QWidget {
  public:
   enum class Sizing : std::uint8_t {

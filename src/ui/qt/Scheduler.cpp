@@ -2,7 +2,8 @@
 
 namespace kestrune::ui::qt {
 
-Scheduler::Scheduler(MainLoop& loop, std::function<void()> finish) : loop_(loop), finish_(std::move(finish)) {}
+Scheduler::Scheduler(MainLoop& loop, std::function<void()> finish)
+    : loop_(loop), finish_(std::move(finish)) {}
 
 Scheduler::~Scheduler() {
   if (timer_) loop_.cancelTimer(*timer_);

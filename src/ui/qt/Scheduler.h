@@ -16,8 +16,8 @@ class Evaluated {
   virtual void evaluate() = 0;
 };
 
-// Decides when what has changed is evaluated again: all that changes within one frame together, and nothing while the
-// window can't be seen. Main thread only.
+// Decides when what has changed is evaluated again: all that changes within one frame together, and nothing
+// while the window can't be seen. Main thread only.
 class Scheduler {
  public:
   static constexpr Duration frame = std::chrono::milliseconds(16);

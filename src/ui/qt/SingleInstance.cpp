@@ -39,8 +39,9 @@ class SingleInstance::Service final : public QDBusVirtualObject {
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
     if (message.member() != activateMethod) return false;
-    const auto data = message.arguments().isEmpty() ? QVariantMap()
-                                                    : qdbus_cast<QVariantMap>(message.arguments().constFirst());
+    const auto data = message.arguments().isEmpty()
+                          ? QVariantMap()
+                          : qdbus_cast<QVariantMap>(message.arguments().constFirst());
     connection.send(message.createReply());
     activate_(data.value(tokenKey).toString());
     return true;
@@ -69,7 +70,8 @@ SingleInstance::Outcome SingleInstance::claim() {
   if (!token.isEmpty()) data.insert(tokenKey, token);
   call << data;
   const QDBusMessage answer = bus.call(call, QDBus::Block, answerMilliseconds);
-  return answer.type() == QDBusMessage::ReplyMessage ? Outcome::otherCameForward : Outcome::otherDoesNotAnswer;
+  return answer.type() == QDBusMessage::ReplyMessage ? Outcome::otherCameForward
+                                                     : Outcome::otherDoesNotAnswer;
 }
 
 }  // namespace kestrune::ui::qt

@@ -7,8 +7,8 @@
 
 namespace kestrune::ui::qt {
 
-// Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a later one
-// asks it to come forward. Without a session bus every copy counts as the first. Main thread.
+// Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a
+// later one asks it to come forward. Without a session bus every copy counts as the first. Main thread.
 class SingleInstance {
  public:
   enum class Outcome : std::uint8_t {

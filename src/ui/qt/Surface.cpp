@@ -18,7 +18,8 @@ bool isActivationKey(int key) {
 }
 
 bool isKeyboardReason(Qt::FocusReason reason) {
-  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+         reason == Qt::ShortcutFocusReason;
 }
 
 // A blurred shadow, as rounded rectangles of growing size that add up to its opacity under the surface.
@@ -117,7 +118,8 @@ void Surface::moveFocus(bool forward) {
   QWidget* next = this;
   do {
     next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
-  } while (next != this && !((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible()));
+  } while (next != this &&
+           !((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible()));
   const auto* row = dynamic_cast<Surface*>(next);
   if (row != nullptr && row->behaviour_.role == Role::row) next->setFocus(Qt::TabFocusReason);
 }

@@ -13,8 +13,8 @@ namespace kestrune::ui::qt {
 
 class Theme;
 
-// A widget that stands for a view with children which needs one: it has a background, can be tapped, follows the pointer,
-// has a tooltip, or speaks for its children to assistive tools. Its children are placed on it.
+// A widget that stands for a view with children which needs one: it has a background, can be tapped, follows
+// the pointer, has a tooltip, or speaks for its children to assistive tools. Its children are placed on it.
 class Surface : public QWidget {
  public:
   enum class Role : std::uint8_t { group, row, button };

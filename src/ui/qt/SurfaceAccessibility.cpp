@@ -8,9 +8,12 @@ namespace {
 
 QAccessible::Role roleOf(const Surface& surface) {
   switch (surface.behaviour().role) {
-    case Surface::Role::row: return QAccessible::ListItem;
-    case Surface::Role::button: return QAccessible::Button;
-    case Surface::Role::group: break;
+    case Surface::Role::row:
+      return QAccessible::ListItem;
+    case Surface::Role::button:
+      return QAccessible::Button;
+    case Surface::Role::group:
+      break;
   }
   // An element that speaks for a picture or a gauge is read with its name; a mere group only groups.
   return surface.behaviour().hidesChildren ? QAccessible::StaticText : QAccessible::Grouping;

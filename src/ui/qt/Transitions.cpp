@@ -38,7 +38,8 @@ class MovingPicture final : public QWidget {
 };
 
 bool canAnimate(const QWidget& widget) {
-  return widget.isVisible() && widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) > 0;
+  return widget.isVisible() &&
+         widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) > 0;
 }
 
 void play(QWidget& widget, double from, double to, std::function<void()> finished) {
@@ -52,11 +53,12 @@ void play(QWidget& widget, double from, double to, std::function<void()> finishe
   animation->setEasingCurve(QEasingCurve::InOutQuad);
   QObject::connect(animation, &QVariantAnimation::valueChanged, picture,
                    [picture](const QVariant& value) { picture->setProgress(value.toDouble()); });
-  QObject::connect(animation, &QVariantAnimation::finished, picture, [picture, finished = std::move(finished)] {
-    picture->hide();
-    picture->deleteLater();
-    if (finished) finished();
-  });
+  QObject::connect(animation, &QVariantAnimation::finished, picture,
+                   [picture, finished = std::move(finished)] {
+                     picture->hide();
+                     picture->deleteLater();
+                     if (finished) finished();
+                   });
   animation->start();
 }
 
@@ -92,7 +94,8 @@ std::unique_ptr<QVariantAnimation> makePulse(const Pulse& pulse, std::function<v
   animation->setEasingCurve(ease);
   QObject::connect(animation.get(), &QVariantAnimation::valueChanged, animation.get(),
                    [apply = std::move(apply)](const QVariant& value) { apply(value.toDouble()); });
-  QTimer::singleShot(static_cast<int>(pulse.delay * 1000), animation.get(), [running = animation.get()] { running->start(); });
+  QTimer::singleShot(static_cast<int>(pulse.delay * 1000), animation.get(),
+                     [running = animation.get()] { running->start(); });
   return animation;
 }
 

@@ -10,9 +10,9 @@
 
 namespace kestrune::ui::qt {
 
-// A widget that has just been put in its place comes in from below, fading in; one that is about to go leaves the same way.
-// What moves is a picture of the widget, so that neither layout nor focus know of it. Nothing moves where the desktop
-// asks for no animations, or where the widget can't be seen.
+// A widget that has just been put in its place comes in from below, fading in; one that is about to go leaves
+// the same way. What moves is a picture of the widget, so that neither layout nor focus know of it. Nothing
+// moves where the desktop asks for no animations, or where the widget can't be seen.
 void playEntrance(QWidget& widget);
 void playExit(QWidget& widget);
 

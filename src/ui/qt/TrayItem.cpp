@@ -63,7 +63,8 @@ void TrayItem::show() {
   const int percent = static_cast<int>(std::lround(std::clamp(usage, 0.0, 100.0)));
   if (std::exchange(shownPercent_, percent) == percent) return;
   icon_.setIcon(trayPicture(percent));
-  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") + QString::fromStdString(formats_.percent(usage / 100, 0)));
+  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") +
+                   QString::fromStdString(formats_.percent(usage / 100, 0)));
 }
 
 }  // namespace kestrune::ui::qt

@@ -13,12 +13,13 @@ class QMenu;
 
 namespace kestrune::ui::qt {
 
-// The program's item in the desktop's tray: a picture of the load that the menu bar label shows. Where the desktop
-// has no tray, nothing is shown. Main thread.
+// The program's item in the desktop's tray: a picture of the load that the menu bar label shows. Where the
+// desktop has no tray, nothing is shown. Main thread.
 class TrayItem {
  public:
   // `menu` opens at the secondary click, `onClick` is called at the primary one. All must outlive the item.
-  TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu, std::function<void()> onClick);
+  TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
+           std::function<void()> onClick);
   TrayItem(const TrayItem&) = delete;
   TrayItem& operator=(const TrayItem&) = delete;
 

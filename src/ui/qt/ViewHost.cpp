@@ -66,7 +66,9 @@ QSize ViewHost::idealSize() {
 bool ViewHost::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::Show:
-    case QEvent::Hide: followVisibility(); break;
+    case QEvent::Hide:
+      followVisibility();
+      break;
     case QEvent::PaletteChange:
     case QEvent::FontChange:
     case QEvent::StyleChange:
@@ -75,7 +77,8 @@ bool ViewHost::event(QEvent* event) {
         layOutAll();
       }
       break;
-    default: break;
+    default:
+      break;
   }
   return Root::event(event);
 }

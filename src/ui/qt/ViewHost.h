@@ -20,8 +20,8 @@ class HostContext {
   MountContext context_;
 };
 
-// Shows one view in a window and keeps it up to date with what it reads. While the window can't be seen, nothing is
-// evaluated and nothing painted. Main thread only.
+// Shows one view in a window and keeps it up to date with what it reads. While the window can't be seen,
+// nothing is evaluated and nothing painted. Main thread only.
 class ViewHost final : private HostContext, public Root {
  public:
   // Theme and loop must outlive the host.

@@ -12,7 +12,7 @@ bool sameKind(const View& a, const View& b) {
 }
 
 std::vector<std::optional<std::size_t>> matchChildren(const std::vector<const View*>& before,
-                                                       const std::vector<View>& after) {
+                                                      const std::vector<View>& after) {
   std::unordered_map<std::string_view, std::size_t> keyed;
   std::vector<std::size_t> unkeyed;
   for (std::size_t i = 0; i < before.size(); ++i) {

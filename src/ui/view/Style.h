@@ -34,7 +34,8 @@ struct Color {
   double blue = 0;
 
   constexpr Color() = default;
-  constexpr Color(ColorRole of, double withOpacity = 1) : role(of), opacity(withOpacity) {}  // NOLINT(google-explicit-constructor)
+  constexpr Color(ColorRole of, double withOpacity = 1)
+      : role(of), opacity(withOpacity) {}  // NOLINT(google-explicit-constructor)
   static constexpr Color rgb(double red, double green, double blue) {
     Color color(ColorRole::rgb);
     color.red = red;
@@ -79,8 +80,8 @@ struct Insets {
 
 inline constexpr double unlimited = std::numeric_limits<double>::infinity();
 
-// The size that a frame wants of one dimension. `fixed` overrules the others. With a minimum or a maximum the frame takes
-// what it is offered within them; `unlimited` as maximum fills the space.
+// The size that a frame wants of one dimension. `fixed` overrules the others. With a minimum or a maximum the
+// frame takes what it is offered within them; `unlimited` as maximum fills the space.
 struct Extent {
   std::optional<double> fixed;
   std::optional<double> min;

@@ -72,7 +72,8 @@ View View::frame(Extent width, Extent height, Alignment alignment) && {
 }
 
 View View::width(double fixed, HorizontalAlignment alignment) && {
-  return std::move(*this).frame({.fixed = fixed, .min = {}, .max = {}}, {}, {alignment, VerticalAlignment::center});
+  return std::move(*this).frame({.fixed = fixed, .min = {}, .max = {}}, {},
+                                {alignment, VerticalAlignment::center});
 }
 
 View View::height(double fixed) && {
@@ -80,7 +81,8 @@ View View::height(double fixed) && {
 }
 
 View View::size(double width, double height) && {
-  return std::move(*this).frame({.fixed = width, .min = {}, .max = {}}, {.fixed = height, .min = {}, .max = {}});
+  return std::move(*this).frame({.fixed = width, .min = {}, .max = {}},
+                                {.fixed = height, .min = {}, .max = {}});
 }
 
 View View::fillWidth(HorizontalAlignment alignment) && {
@@ -102,7 +104,8 @@ View View::help(TextContent text) && {
 }
 
 View View::accessibilityLabel(TextContent label) && {
-  return withTraits(std::move(*this), [&](Traits& changed) { changed.accessibilityLabel = std::move(label); });
+  return withTraits(std::move(*this),
+                    [&](Traits& changed) { changed.accessibilityLabel = std::move(label); });
 }
 
 View View::accessibilityElement(TextContent label) && {

@@ -19,13 +19,15 @@
 // evaluation and compared with the one before; only differences reach the screen.
 namespace kestrune::ui {
 
-// ---- what a view can be -------------------------------------------------------------------------------------
+// ---- what a view can be
+// -------------------------------------------------------------------------------------
 
 // A text. As a key it is looked up in the string catalogue; verbatim it is data and shown as it is.
 struct TextContent {
   std::string string;
   bool isKey = true;
-  int lineLimit = 0;  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip
+  int lineLimit =
+      0;  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip
   friend bool operator==(const TextContent&, const TextContent&) = default;
 };
 
@@ -51,8 +53,8 @@ struct DividerContent {
   friend bool operator==(const DividerContent&, const DividerContent&) = default;
 };
 
-// Lines over a common width: point i of n lies at x = i·w/(n−1), y = h − h·heights[i]. A line of fewer than two
-// points is not drawn. Later lines lie in front. Fills the space it is given.
+// Lines over a common width: point i of n lies at x = i·w/(n−1), y = h − h·heights[i]. A line of fewer than
+// two points is not drawn. Later lines lie in front. Fills the space it is given.
 struct LineChartContent {
   struct Line {
     std::vector<double> heights;  // 0 bottom to 1 top
@@ -64,7 +66,8 @@ struct LineChartContent {
   friend bool operator==(const LineChartContent&, const LineChartContent&) = default;
 };
 
-// A track with a filled part that starts at the leading edge, both with rounded corners. Fills the space it is given.
+// A track with a filled part that starts at the leading edge, both with rounded corners. Fills the space it
+// is given.
 struct BarContent {
   double fraction = 0;  // 0 to 1
   Color track;
@@ -112,7 +115,8 @@ struct ZStackContent {
   friend bool operator==(const ZStackContent&, const ZStackContent&) = default;
 };
 
-// As many columns of equal width as fit with at least `minColumnWidth`, filled row by row. A row is as tall as its tallest cell.
+// As many columns of equal width as fit with at least `minColumnWidth`, filled row by row. A row is as tall
+// as its tallest cell.
 struct AdaptiveGridContent {
   double minColumnWidth = 0;
   double spacing = 0;
@@ -157,7 +161,8 @@ struct SplitContent {
   friend bool operator==(const SplitContent&, const SplitContent&) = default;
 };
 
-// A component, made when it is mounted. `update` hands it what its surroundings give it, at each evaluation of theirs.
+// A component, made when it is mounted. `update` hands it what its surroundings give it, at each evaluation
+// of theirs.
 struct ComponentContent {
   std::type_index type;
   std::function<std::shared_ptr<Component>()> make;
@@ -166,13 +171,15 @@ struct ComponentContent {
 
 using Content =
     std::variant<std::monostate, TextContent, SymbolContent, ImageContent, SpacerContent, DividerContent,
-                 LineChartContent, BarContent, RingContent, ButtonContent, SegmentedPickerContent, HStackContent,
-                 VStackContent, ZStackContent, AdaptiveGridContent, PaddingContent, FrameContent, BackgroundContent,
-                 ScrollContent, SplitContent, ComponentContent>;
+                 LineChartContent, BarContent, RingContent, ButtonContent, SegmentedPickerContent,
+                 HStackContent, VStackContent, ZStackContent, AdaptiveGridContent, PaddingContent,
+                 FrameContent, BackgroundContent, ScrollContent, SplitContent, ComponentContent>;
 
-// ---- what any view can have ---------------------------------------------------------------------------------
+// ---- what any view can have
+// ---------------------------------------------------------------------------------
 
-// The view breathes: its opacity goes from `from` to `to` and back, ease-in-out, for ever, from its appearance on.
+// The view breathes: its opacity goes from `from` to `to` and back, ease-in-out, for ever, from its
+// appearance on.
 struct Pulse {
   double from = 1;
   double to = 1;
@@ -252,9 +259,10 @@ struct View {
   View transition(Transition transition) &&;
 };
 
-// ---- making views -------------------------------------------------------------------------------------------
+// ---- making views
+// -------------------------------------------------------------------------------------------
 
-TextContent key(std::string text);       // localizable
+TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
 
 View text(std::string key);

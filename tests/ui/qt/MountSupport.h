@@ -53,7 +53,8 @@ class Stage {
   QList<Widget*> shown() {
     QList<Widget*> found;
     for (QWidget* widget : host.findChildren<QWidget*>()) {
-      if (auto* typed = dynamic_cast<Widget*>(widget); typed != nullptr && widget->isVisible()) found << typed;
+      if (auto* typed = dynamic_cast<Widget*>(widget); typed != nullptr && widget->isVisible())
+        found << typed;
     }
     return found;
   }

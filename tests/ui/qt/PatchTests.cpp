@@ -4,7 +4,8 @@
 
 #include "ui/qt/MountSupport.h"
 
-// Random trees: a window that was patched from one value to the next has to look like one that was built with the last value.
+// Random trees: a window that was patched from one value to the next has to look like one that was built with
+// the last value.
 namespace kestrune::ui::qt {
 namespace {
 
@@ -26,28 +27,45 @@ class Trees {
 
   View leaf() {
     switch (below(7)) {
-      case 0: return symbol("cpu");
-      case 1: return divider();
-      case 2: return lineChart({{{0, 0.5, 1, below(10) / 10.0}, ColorRole::accent}}, 1.5);
-      case 3: return View(BarContent{below(10) / 10.0, ColorRole::quaternary, ColorRole::accent, 3, 0});
-      case 4: return segmentedPicker({verbatimText("a"), verbatimText("b")}, below(2), [](int) {});
-      case 5: return View();
-      default: return verbatim("text " + std::to_string(below(1000)));
+      case 0:
+        return symbol("cpu");
+      case 1:
+        return divider();
+      case 2:
+        return lineChart({{{0, 0.5, 1, below(10) / 10.0}, ColorRole::accent}}, 1.5);
+      case 3:
+        return View(BarContent{below(10) / 10.0, ColorRole::quaternary, ColorRole::accent, 3, 0});
+      case 4:
+        return segmentedPicker({verbatimText("a"), verbatimText("b")}, below(2), [](int) {});
+      case 5:
+        return View();
+      default:
+        return verbatim("text " + std::to_string(below(1000)));
     }
   }
 
   View container(int depth) {
     switch (below(10)) {
-      case 0: return tree(depth).padding(below(12));
-      case 1: return tree(depth).frame({100.0 + below(100), {}, {}}, {40, {}, {}}, topLeading);
-      case 2: return tree(depth).background({.fill = ColorRole::controlBackground, .cornerRadius = 4});
-      case 3: return button(tree(depth), [] {});
-      case 4: return adaptiveGrid(80, 6, children(depth));
-      case 5: return scroll(tree(depth)).size(150, 80);
-      case 6: return hstack(5, VerticalAlignment::center, children(depth)).help(verbatimText("help"));
-      case 7: return zstack({}, children(depth));
-      case 8: return hstack(8, VerticalAlignment::top, children(depth));
-      default: return vstack(3, HorizontalAlignment::leading, children(depth));
+      case 0:
+        return tree(depth).padding(below(12));
+      case 1:
+        return tree(depth).frame({100.0 + below(100), {}, {}}, {40, {}, {}}, topLeading);
+      case 2:
+        return tree(depth).background({.fill = ColorRole::controlBackground, .cornerRadius = 4});
+      case 3:
+        return button(tree(depth), [] {});
+      case 4:
+        return adaptiveGrid(80, 6, children(depth));
+      case 5:
+        return scroll(tree(depth)).size(150, 80);
+      case 6:
+        return hstack(5, VerticalAlignment::center, children(depth)).help(verbatimText("help"));
+      case 7:
+        return zstack({}, children(depth));
+      case 8:
+        return hstack(8, VerticalAlignment::top, children(depth));
+      default:
+        return vstack(3, HorizontalAlignment::leading, children(depth));
     }
   }
 
@@ -65,10 +83,10 @@ void describe(const MountedView& mounted, const std::string& indent, std::string
   out += indent + std::to_string(mounted.view().content.index());
   if (const QWidget* widget = mounted.widget()) {
     const QRect rect(widget->mapTo(widget->window(), QPoint()), widget->size());
-    out += " [" + std::to_string(rect.x()) + "," + std::to_string(rect.y()) + " " + std::to_string(rect.width()) + "x" +
-           std::to_string(rect.height()) + "] " + widget->accessibleName().toStdString() + "|" +
-           widget->toolTip().toStdString() + (widget->isHidden() ? " hidden" : "") +
-           (widget->isEnabled() ? "" : " disabled");
+    out += " [" + std::to_string(rect.x()) + "," + std::to_string(rect.y()) + " " +
+           std::to_string(rect.width()) + "x" + std::to_string(rect.height()) + "] " +
+           widget->accessibleName().toStdString() + "|" + widget->toolTip().toStdString() +
+           (widget->isHidden() ? " hidden" : "") + (widget->isEnabled() ? "" : " disabled");
   }
   out += "\n";
   for (const auto& child : mounted.children()) describe(*child, indent + " ", out);

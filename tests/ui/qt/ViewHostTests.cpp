@@ -1,17 +1,16 @@
-#include "ui/qt/ViewHost.h"
-
-#include <gtest/gtest.h>
-
 #include <QAccessible>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <gtest/gtest.h>
 
 #include "ui/qt/MountSupport.h"
+#include "ui/qt/ViewHost.h"
 
 namespace kestrune::ui::qt {
 namespace {
 
-View row(const std::string& name, std::function<void()> action = [] {}) {
+View row(
+    const std::string& name, std::function<void()> action = [] {}) {
   std::vector<View> label;
   label.push_back(verbatim(name));
   return hstack(0, VerticalAlignment::center, std::move(label)).onTap(std::move(action)).withKey(name);
@@ -183,8 +182,8 @@ TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
   std::vector<View> gauge;
   gauge.push_back(verbatim("C1"));
   gauge.push_back(verbatim("42%"));
-  parts.push_back(
-      hstack(0, VerticalAlignment::center, std::move(gauge)).accessibilityElement(verbatimText("core, 42 percent")));
+  parts.push_back(hstack(0, VerticalAlignment::center, std::move(gauge))
+                      .accessibilityElement(verbatimText("core, 42 percent")));
   parts.push_back(row("Memory", [&] { ++taps; }).selected(true));
   Stage stage(vstack(0, HorizontalAlignment::leading, std::move(parts)));
 
