@@ -21,7 +21,8 @@ class Animated {
 // Moves all that is under way with one timer, which runs only while something is. Main thread only.
 class AnimationDriver final : public QObject {
  public:
-  static constexpr int framesPerSecond = 30;
+  // Enough for gauges that move by a few pixels, and each frame costs a round trip to the display.
+  static constexpr int framesPerSecond = 15;
 
   // Seconds of a clock that never goes back.
   static double now();
