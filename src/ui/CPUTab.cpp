@@ -46,7 +46,7 @@ View tableRow(View name, View cpu, View memory) {
 }  // namespace
 
 View CPUTab::body() {
-  auto cards = hstack(sectionSpacing, VerticalAlignment::top, views(usageCard(), chipCard()));
+  auto cards = hstack(sectionSpacing, VerticalAlignment::top, views(usageCard(), chipCard())).evenlyTall();
   return scroll(
       vstack(sectionSpacing, leading, views(std::move(cards), perCore(), usageHistory(), topProcesses()))
           .padding(20));
@@ -69,7 +69,8 @@ View CPUTab::chipCard() const {
   const ChipInfo& chip = cpu().chipInfo;
   return Card{vstack(innerSpacing, leading,
                      views(header(label("Chip", "memorychip")), chipRow("Model", chip.name),
-                           chipRow("Cores", chip.coreDescription())))};
+                           chipRow("Cores", chip.coreDescription())))
+                  .fillHeight()};
 }
 
 View CPUTab::perCore() const {

@@ -75,8 +75,7 @@ class TestLoop {
   void advance(Duration duration) {
     const ContinuousTime end = clock.continuousNow() + duration;
     settle();
-    while (const auto next = loop.nextDeadline()) {
-      if (*next > end) break;
+    for (auto next = loop.nextDeadline(); next && *next <= end; next = loop.nextDeadline()) {
       clock.setContinuous(*next);
       settle();
     }

@@ -18,18 +18,18 @@ Inherited surroundings() {
 }  // namespace
 
 HostContext::HostContext(MainLoop& loop, Theme& theme)
-    : scheduler_(loop, [this] { layOutAll(); }), context_{theme, scheduler_, {}} {}
+    : scheduler(loop, [this] { layOutAll(); }), context{theme, scheduler, {}} {}
 
 void HostContext::layOutAll() {
   // By index: laying one area out may add to the list.
-  for (std::size_t i = 0; i < context_.roots.size(); ++i) context_.roots[i]->layOut();
+  for (std::size_t i = 0; i < context.roots.size(); ++i) context.roots[i]->layOut();
 }
 
 ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent)
     : HostContext(loop, theme),
-      Root(HostContext::context_, Sizing::fill, parent),
+      Root(HostContext::context, Sizing::fill, parent),
       view_(std::make_unique<const View>(std::move(view))),
-      mounted_(std::make_unique<MountedView>(HostContext::context_, *this, *this, *view_, surroundings())) {
+      mounted_(std::make_unique<MountedView>(HostContext::context, *this, *this, *view_, surroundings())) {
   setContent(mounted_.get());
 }
 
@@ -47,7 +47,7 @@ void ViewHost::setView(View view) {
     mounted_->update(*view_, surroundings());
   } else {
     setContent(nullptr);
-    mounted_ = std::make_unique<MountedView>(HostContext::context_, *this, *this, *view_, surroundings());
+    mounted_ = std::make_unique<MountedView>(HostContext::context, *this, *this, *view_, surroundings());
     setContent(mounted_.get());
     noteStructureChange();
   }
@@ -55,7 +55,7 @@ void ViewHost::setView(View view) {
 }
 
 void ViewHost::flush() {
-  scheduler_.flush();
+  scheduler.flush();
 }
 
 QSize ViewHost::idealSize() {
@@ -72,7 +72,7 @@ bool ViewHost::event(QEvent* event) {
     case QEvent::PaletteChange:
     case QEvent::FontChange:
     case QEvent::StyleChange:
-      if (HostContext::context_.theme.refresh() && mounted_) {
+      if (HostContext::context.theme.refresh() && mounted_) {
         mounted_->restyle(surroundings());
         layOutAll();
       }
@@ -97,7 +97,7 @@ void ViewHost::followVisibility() {
     if (window != nullptr) window->installEventFilter(this);
   }
   // A minimised or covered window is visible to Qt but not exposed.
-  scheduler_.setActive(isVisible() && (window == nullptr || window->isExposed() || !window->isVisible()));
+  scheduler.setActive(isVisible() && (window == nullptr || window->isExposed() || !window->isVisible()));
 }
 
 }  // namespace kestrune::ui::qt

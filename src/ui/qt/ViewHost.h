@@ -16,8 +16,8 @@ class HostContext {
   HostContext(MainLoop& loop, Theme& theme);
   void layOutAll();
 
-  Scheduler scheduler_;
-  MountContext context_;
+  Scheduler scheduler;
+  MountContext context;
 };
 
 // Shows one view in a window and keeps it up to date with what it reads. While the window can't be seen,

@@ -218,6 +218,10 @@ Arranged Arranger::operator()(const HStackContent& stack) const {
   Items items = distribute(Axis::horizontal, stack.spacing);
   const double width = lineUp(items, Axis::horizontal, stack.spacing);
   const double height = align(items, Axis::vertical, stack.alignment);
+  if (stack.isEvenlyTall && !offered_.height) {
+    const Proposal even{offered_.width, height};
+    return Arranger(node_, even)(stack);
+  }
   return {{width, height}, std::move(items)};
 }
 

@@ -51,6 +51,11 @@ View View::withLineLimit(int lines) && {
   return std::move(*this);
 }
 
+View View::evenlyTall() && {
+  if (auto* stack = std::get_if<HStackContent>(&content)) stack->isEvenlyTall = true;
+  return std::move(*this);
+}
+
 View View::padding(double allEdges) && {
   return std::move(*this).padding(Insets{allEdges, allEdges, allEdges, allEdges});
 }
@@ -88,6 +93,11 @@ View View::size(double width, double height) && {
 View View::fillWidth(HorizontalAlignment alignment) && {
   return std::move(*this).frame({.fixed = {}, .min = {}, .max = unlimited}, {},
                                 {alignment, VerticalAlignment::center});
+}
+
+View View::fillHeight(VerticalAlignment alignment) && {
+  return std::move(*this).frame({}, {.fixed = {}, .min = {}, .max = unlimited},
+                                {HorizontalAlignment::leading, alignment});
 }
 
 View View::minWidth(double least, HorizontalAlignment alignment) && {

@@ -101,6 +101,7 @@ struct SegmentedPickerContent {
 struct HStackContent {
   double spacing = 0;
   VerticalAlignment alignment = VerticalAlignment::center;
+  bool isEvenlyTall = false;  // every child is offered the height of the tallest
   friend bool operator==(const HStackContent&, const HStackContent&) = default;
 };
 
@@ -235,6 +236,7 @@ struct View {
   View withOpacity(double factor) &&;
   View withKey(std::string identity) &&;
   View withLineLimit(int lines) &&;  // of a text
+  View evenlyTall() &&;              // of a horizontal stack
 
   View padding(double allEdges) &&;
   View padding(Insets insets) &&;
@@ -245,6 +247,7 @@ struct View {
   View height(double fixed) &&;
   View size(double width, double height) &&;
   View fillWidth(HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
+  View fillHeight(VerticalAlignment alignment = VerticalAlignment::top) &&;
   View minWidth(double least, HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
   View background(BackgroundContent surface) &&;
 

@@ -63,6 +63,15 @@ TEST(Stack, MakesRoomFirstForTheLargerOfTwoFlexibleChildren) {
   EXPECT_THAT(tree.placed(300, 10).childFrames(), ElementsAre(Rect{0, 0, 100, 10}, Rect{100, 0, 200, 10}));
 }
 
+TEST(Stack, MakesItsChildrenEvenlyTallWhereAsked) {
+  LayoutTree tree(row(0, views(column(0, views(text("a"), text("b"))), text("c").fillHeight())).evenlyTall());
+  const Proposal anyHeight{20, {}};
+  EXPECT_EQ(tree.node().measure(anyHeight), (Size{20, 32}));
+  tree.node().place({0, 0, 20, 32}, anyHeight);
+  EXPECT_EQ(tree.at(1).node().frame(), (Rect{10, 0, 10, 32}));
+  EXPECT_EQ(tree.at(1, 0).node().frame(), (Rect{10, 0, 10, 16}));
+}
+
 TEST(Stack, LeavesNoSpaceForEmptyViews) {
   const auto hidden = [](View view) {
     return column(10, views(text("a"), std::move(view), View{}, text("b")));
