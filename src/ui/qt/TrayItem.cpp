@@ -1,8 +1,12 @@
 #include "ui/qt/TrayItem.h"
 
+#include <cmath>
+
 #include <QMenu>
 #include <QPainter>
 #include <QPainterPath>
+
+#include "ui/MenuBarLabel.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -59,12 +63,11 @@ TrayItem::TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& format
 }
 
 void TrayItem::show() {
-  const double usage = dependencies_.track([this] { return cpu_.menuBarUsagePercent.get(); });
-  const int percent = static_cast<int>(std::lround(std::clamp(usage, 0.0, 100.0)));
-  if (std::exchange(shownPercent_, percent) == percent) return;
-  icon_.setIcon(trayPicture(percent));
-  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") +
-                   QString::fromStdString(formats_.percent(usage / 100, 0)));
+  const std::string load = dependencies_.track([this] { return MenuBarLabel{cpu_}.load(formats_); });
+  const double usage = std::clamp(cpu_.menuBarUsagePercent.get(), 0.0, 100.0);
+  if (std::exchange(shownLoad_, load) == load) return;
+  icon_.setIcon(trayPicture(static_cast<int>(std::nearbyint(usage))));
+  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") + QString::fromStdString(load));
 }
 
 }  // namespace kestrune::ui::qt

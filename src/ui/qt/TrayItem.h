@@ -30,7 +30,7 @@ class TrayItem {
   const CPUProvider& cpu_;
   LocaleFormats& formats_;
   QSystemTrayIcon icon_;
-  int shownPercent_ = -1;
+  std::string shownLoad_;
   Dependencies dependencies_;
 };
 
