@@ -3,7 +3,6 @@
 #include <random>
 #include <vector>
 
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
@@ -19,14 +18,6 @@ namespace {
 
 using namespace kestrune::ui;
 using namespace kestrune::ui::qt;
-
-void startApplication() {
-  static int count = 1;
-  static char name[] = "bench";
-  static char* arguments[] = {name, nullptr};
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static const QApplication application(count, arguments);
-}
 
 // A load that wanders, as heights.
 std::vector<double> wanderingLoad(int count) {
@@ -65,7 +56,6 @@ struct Chart {
 };
 
 void chartByScanLine(benchmark::State& state) {
-  startApplication();
   Chart chart(state);
   for (auto _ : state) {
     QPainter painter(&chart.target);
@@ -82,7 +72,6 @@ void chartByScanLine(benchmark::State& state) {
 }
 
 void chartByPath(benchmark::State& state) {
-  startApplication();
   Chart chart(state);
   for (auto _ : state) {
     QPainter painter(&chart.target);
@@ -94,7 +83,6 @@ void chartByPath(benchmark::State& state) {
 }
 
 void chartByPolyline(benchmark::State& state) {
-  startApplication();
   Chart chart(state);
   for (auto _ : state) {
     QPainter painter(&chart.target);
@@ -105,7 +93,6 @@ void chartByPolyline(benchmark::State& state) {
 
 // Cheaper, but joints show in a translucent colour.
 void chartBySegments(benchmark::State& state) {
-  startApplication();
   Chart chart(state);
   for (auto _ : state) {
     QPainter painter(&chart.target);
@@ -125,7 +112,6 @@ BENCHMARK(chartBySegments)->Apply(sizes);
 
 // A leaf as it is painted in a window: background and content.
 void paintLeaf(benchmark::State& state, const Content& content, int width, int height) {
-  startApplication();
   const Catalogue catalogue{};
   Theme theme(catalogue);
   QWidget window;
@@ -162,7 +148,6 @@ BENCHMARK(emptyLeaf)->Unit(benchmark::kMicrosecond);
 
 // A figure that changes at each tick: the text is shaped anew.
 void changeText(benchmark::State& state) {
-  startApplication();
   const Catalogue catalogue{};
   Theme theme(catalogue);
   QWidget window;
