@@ -301,16 +301,10 @@ void MountedView::applyGeometry(QPoint origin) {
   if (std::exchange(isEntering_, false)) enter();
 }
 
-void MountedView::restack(QWidget*& previousStop) {
-  if (widget_) {
-    widget_->raise();
-    QWidget* stop = leaf_ != nullptr && leaf_->focusProxy() != nullptr ? leaf_->focusProxy() : widget_.data();
-    if ((stop->focusPolicy() & Qt::TabFocus) != 0) {
-      if (previousStop != nullptr) QWidget::setTabOrder(previousStop, stop);
-      previousStop = stop;
-    }
-  }
-  for (const auto& child : children_) child->restack(previousStop);
+void MountedView::collectWidgets(std::vector<QWidget*>& widgets) const {
+  if (widget_) widgets.push_back(widget_);
+  if (!panes_.empty()) return;  // what lies in a pane is put in order there
+  for (const auto& child : children_) child->collectWidgets(widgets);
 }
 
 void MountedView::followPulse() {

@@ -66,9 +66,8 @@ class MountedView final : public Evaluated {
   Component* component() const { return component_.get(); }
   // Moves the widgets to where the layout put them. `origin`: where the parent widget lies in the root.
   void applyGeometry(QPoint origin);
-  // Puts the widgets in the order of the views, for the keyboard, for assistive tools and for what lies on
-  // top.
-  void restack(QWidget*& previousStop);
+  // Appends the widget, if there is one, and those below it, in the order of the views.
+  void collectWidgets(std::vector<QWidget*>& widgets) const;
 
   int depth() const override { return inherited_.depth; }
   void evaluate() override;

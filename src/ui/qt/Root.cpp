@@ -1,3 +1,4 @@
+#include <QHash>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -5,6 +6,40 @@
 #include "ui/qt/Theme.h"
 
 namespace kestrune::ui::qt {
+namespace {
+
+// Brings widgets with the same parent into this order, for what lies on top and for assistive tools. What
+// comes to lie on top is painted anew, so those that already stand right stay alone.
+void stack(const std::vector<QWidget*>& widgets) {
+  struct Level {
+    QHash<const QObject*, qsizetype> places;
+    qsizetype last = -1;
+    bool isBroken = false;
+  };
+  std::unordered_map<const QWidget*, Level> levels;
+  for (QWidget* widget : widgets) {
+    Level& level = levels[widget->parentWidget()];
+    if (level.places.isEmpty()) {
+      const QObjectList& siblings = widget->parentWidget()->children();
+      for (qsizetype i = 0; i < siblings.size(); ++i) level.places.insert(siblings[i], i);
+    }
+    const qsizetype place = level.places.value(widget);
+    level.isBroken = level.isBroken || place < level.last;
+    level.last = place;
+    if (level.isBroken) widget->raise();
+  }
+}
+
+void chainFocus(const std::vector<QWidget*>& widgets) {
+  QWidget* previous = nullptr;
+  for (QWidget* widget : widgets) {
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    if (previous != nullptr) QWidget::setTabOrder(previous, widget);
+    previous = widget;
+  }
+}
+
+}  // namespace
 
 Root::Root(MountContext& context, Sizing sizing, QWidget* parent)
     : QWidget(parent), context_(context), sizing_(sizing) {
@@ -43,8 +78,10 @@ void Root::layOut(bool always) {
   }
   content_->applyGeometry({});
   if (std::exchange(structureChanged_, false)) {
-    QWidget* lastStop = nullptr;
-    content_->restack(lastStop);
+    std::vector<QWidget*> widgets;
+    content_->collectWidgets(widgets);
+    stack(widgets);
+    chainFocus(widgets);
   }
 }
 

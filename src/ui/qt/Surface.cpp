@@ -2,8 +2,8 @@
 
 #include <QAccessible>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 #include "ui/qt/Theme.h"
 #include "ui/qt/ToolTip.h"
@@ -134,29 +134,39 @@ void Surface::focusOutEvent(QFocusEvent*) {
   update();
 }
 
-void Surface::paintEvent(QPaintEvent*) {
+void Surface::paintEvent(QPaintEvent* event) {
   const BackgroundContent& surface = look_.background;
+  const QColor fill = theme_.color(surface.fill, look_.opacity);
+  const QColor border = theme_.color(surface.border, look_.opacity);
+  const QColor shadow = theme_.color(surface.shadow, look_.opacity);
+  const bool hasFeedback = behaviour_.onTap && (isInside_ || isPressed_ || showsFocus_);
+  if (!hasFeedback && fill.alpha() == 0 && border.alpha() == 0 && shadow.alpha() == 0) return;
+
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
   const QRectF bounds = QRectF(rect()).marginsRemoved(outset_);
   const double radius = surface.cornerRadius;
+  // What a child has moved away from lies well within the edges mostly, and needs none of their shapes.
+  const double edge = std::max(radius, surface.borderWidth);
+  if (!hasFeedback && fill.alpha() == 255 &&
+      bounds.adjusted(edge, edge, -edge, -edge).contains(QRectF(event->rect()))) {
+    painter.fillRect(event->rect(), fill);
+    return;
+  }
 
-  const QColor shadow = theme_.color(surface.shadow, look_.opacity);
+  painter.setRenderHint(QPainter::Antialiasing);
   if (shadow.alpha() > 0) paintShadow(painter, bounds, surface, shadow);
-  const QColor fill = theme_.color(surface.fill, look_.opacity);
   if (fill.alpha() > 0) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
     painter.drawRoundedRect(bounds, radius, radius);
   }
-  const QColor border = theme_.color(surface.border, look_.opacity);
   if (border.alpha() > 0 && surface.borderWidth > 0) {
     const double inset = surface.borderWidth / 2;
     painter.setPen(QPen(border, surface.borderWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
   }
-  if (behaviour_.onTap) paintFeedback(painter, bounds, radius > 0 ? radius : feedbackRadius);
+  if (hasFeedback) paintFeedback(painter, bounds, radius > 0 ? radius : feedbackRadius);
 }
 
 void Surface::paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const {
