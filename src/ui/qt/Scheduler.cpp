@@ -1,5 +1,8 @@
 #include "ui/qt/Scheduler.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace kestrune::ui::qt {
 
 Scheduler::Scheduler(MainLoop& loop, std::function<void()> finish)
