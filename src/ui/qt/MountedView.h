@@ -63,7 +63,6 @@ class MountedView final : public Evaluated {
   const std::vector<std::unique_ptr<MountedView>>& children() const { return children_; }
   const View& view() const { return *view_; }
   QWidget* widget() const { return widget_; }
-  Component* component() const { return component_.get(); }
   // Moves the widgets to where the layout put them. `origin`: where the parent widget lies in the root.
   void applyGeometry(QPoint origin);
   // Appends the widget, if there is one, and those below it, in the order of the views.
@@ -125,7 +124,6 @@ class Root : public QWidget {
   void setContent(MountedView* content) { content_ = content; }
   // Arranges the content anew if something in it has changed its size or `always` is set.
   void layOut(bool always = false);
-  void setBackdrop(const Color& color);
   void noteStructureChange() { structureChanged_ = true; }
   int heightForWidth(int width) const override;
 
@@ -137,7 +135,6 @@ class Root : public QWidget {
   MountContext& context_;
   Sizing sizing_;
   MountedView* content_ = nullptr;
-  Color backdrop_ = ColorRole::window;
   bool structureChanged_ = true;
   int wantedHeight_ = -1;
 };

@@ -56,11 +56,6 @@ Root::~Root() {
   std::erase(context_.roots, this);
 }
 
-void Root::setBackdrop(const Color& color) {
-  backdrop_ = color;
-  update();
-}
-
 int Root::heightForWidth(int width) const {
   if (content_ == nullptr) return 0;
   return qRound(content_->node().measure({static_cast<double>(width), std::nullopt}).height);
@@ -91,7 +86,7 @@ void Root::resizeEvent(QResizeEvent*) {
 
 void Root::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  painter.fillRect(event->rect(), context_.theme.color(backdrop_));
+  painter.fillRect(event->rect(), context_.theme.color(ColorRole::window));
 }
 
 }  // namespace kestrune::ui::qt

@@ -6,6 +6,7 @@
 #include <QHoverEvent>
 #include <QPainter>
 
+#include "ui/qt/FocusReason.h"
 #include "ui/qt/Theme.h"
 
 namespace kestrune::ui::qt {
@@ -17,11 +18,6 @@ constexpr int labelPadding = 10;
 constexpr int leastLabelPadding = 3;
 constexpr double trackRadius = 6;
 constexpr double segmentRadius = 4.5;
-
-bool isKeyboardReason(Qt::FocusReason reason) {
-  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-         reason == Qt::ShortcutFocusReason;
-}
 
 }  // namespace
 

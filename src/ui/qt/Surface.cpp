@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include "ui/qt/FocusReason.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ToolTip.h"
 
@@ -15,11 +16,6 @@ constexpr double feedbackRadius = 6;
 
 bool isActivationKey(int key) {
   return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-bool isKeyboardReason(Qt::FocusReason reason) {
-  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-         reason == Qt::ShortcutFocusReason;
 }
 
 // A blurred shadow, as rounded rectangles of growing size that add up to its opacity under the surface.

@@ -21,8 +21,9 @@ HostContext::HostContext(MainLoop& loop, Theme& theme)
     : scheduler(loop, [this] { layOutAll(); }), context{theme, scheduler, {}} {}
 
 void HostContext::layOutAll() {
-  // By index: laying one area out may add to the list.
-  for (std::size_t i = 0; i < context.roots.size(); ++i) context.roots[i]->layOut();
+  // Laying one area out may add to the list, so no iterator is held.
+  std::size_t done = 0;
+  while (done < context.roots.size()) context.roots[done++]->layOut();
 }
 
 ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent)
@@ -56,11 +57,6 @@ void ViewHost::setView(View view) {
 
 void ViewHost::flush() {
   scheduler.flush();
-}
-
-QSize ViewHost::idealSize() {
-  const Size size = mounted_->node().measure({});
-  return {qCeil(size.width), qCeil(size.height)};
 }
 
 bool ViewHost::event(QEvent* event) {

@@ -33,8 +33,6 @@ class ViewHost final : private HostContext, public Root {
   // Brings the screen up to date now with what has changed, instead of within a frame.
   void flush();
   const MountedView& mounted() const { return *mounted_; }
-  // The size that the content wants for itself.
-  QSize idealSize();
 
  protected:
   bool event(QEvent* event) override;

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrune::platform {
+
+// How a device is attached.
+enum class AudioTransport {
+  builtIn,
+  usb,
+  bluetooth,
+  bluetoothLE,
+  airPlay,
+  hdmi,
+  displayPort,
+  thunderbolt,
+  virtual_,
+  unknown
+};
+
+// One direction of a device. Absent: it can't be read, or the device has no such thing.
+struct AudioScope {
+  bool hasStreams = false;          // the device plays, or records, at all
+  std::optional<float> mainVolume;  // of all channels together, 0 to 1
+  std::optional<float> volume;      // of the device's one control, 0 to 1
+  std::optional<float> firstChannelVolume;
+  std::optional<bool> isMuted;
+  std::vector<std::uint32_t> bufferChannels;  // channels of each stream's buffer; empty: unknown
+};
+
+struct AudioDevice {
+  std::uint32_t id = 0;             // never 0
+  std::optional<std::string> name;  // bytes
+  std::optional<AudioTransport> transport;
+  std::optional<double> sampleRate;  // nominal, hertz
+  AudioScope output;
+  AudioScope input;
+};
+
+// A program that the service knows, whether it is playing or not.
+struct AudioClient {
+  std::uint32_t id = 0;
+  bool isRunningInput = false;
+  bool isRunningOutput = false;
+  std::int32_t pid = 0;  // below 1: unknown
+};
+
+// Everything that the service tells at one moment, in its own order.
+struct AudioCensus {
+  std::uint32_t defaultOutput = 0;  // a device's id; 0: none
+  std::uint32_t defaultInput = 0;
+  std::vector<AudioDevice> devices;
+  std::vector<AudioClient> clients;
+};
+
+// The sound service. It is only read: no stream is opened and nothing is set.
+class AudioService {
+ public:
+  virtual ~AudioService() = default;
+  // May wait for the service, but not without end. Empty where there is no service, or it doesn't answer in
+  // time. Any thread but the main one, one at a time.
+  virtual AudioCensus census() = 0;
+};
+
+}  // namespace kestrune::platform

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrune::platform {
+
+// Cumulative bytes.
+struct LinkCounters {
+  std::uint64_t received = 0;
+  std::uint64_t sent = 0;
+};
+
+// One interface at link level.
+struct LinkEntry {
+  std::string name;
+  std::optional<LinkCounters> counters;  // absent: it tells none
+  // The bytes also pass through another interface of the list that lies below this one.
+  bool isCarriedByAnother = false;
+};
+
+// One IPv4 address of an interface.
+struct AddressEntry {
+  std::string interfaceName;
+  std::string address;  // dotted
+};
+
+// Both in the order of the kernel's list.
+struct InterfaceList {
+  std::vector<LinkEntry> links;
+  std::vector<AddressEntry> addresses;
+};
+
+// What interfaces are called here, on top of the names that the logic knows by itself. All are beginnings of
+// names.
+struct InterfaceNaming {
+  std::vector<std::string> uncounted;  // their traffic shows on another interface too, or never leaves
+  std::vector<std::string> wired;
+  std::vector<std::string> vpn;
+};
+
+class NetworkInterfaces {
+ public:
+  virtual ~NetworkInterfaces() = default;
+  // The link level alone, for a reading once a second. Absent: it can't be read. Main thread.
+  virtual std::optional<std::vector<LinkEntry>> links() = 0;
+  // Everything; absent: it can't be read. Any one thread at a time, also while the main thread is in `links`.
+  virtual std::optional<InterfaceList> interfaces() = 0;
+  // The same for the whole run. Any thread.
+  virtual const InterfaceNaming& naming() const = 0;
+};
+
+}  // namespace kestrune::platform
