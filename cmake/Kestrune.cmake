@@ -8,7 +8,7 @@ set(KESTRUNE_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize t
 add_library(kestrune_flags INTERFACE)
 target_compile_options(kestrune_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
-  -Wcast-qual -Wextra-semi -Wundef
+  -Wcast-qual -Wextra-semi -Wundef -Wno-missing-field-initializers
   $<$<BOOL:${KESTRUNE_WERROR}>:-Werror>
   -fno-omit-frame-pointer)
 target_compile_definitions(kestrune_flags INTERFACE QT_NO_KEYWORDS)

@@ -9,12 +9,29 @@ namespace kestrune {
 using namespace std::chrono_literals;
 
 AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platform)
-    : cpu(std::make_shared<CPUProvider>(
-          loop, platform.processors, platform.chip,
-          std::make_shared<ProcessScanCache>(platform.clock, platform.processTable, *platform.processLane))),
+    : AppEnvironment(
+          loop, platform,
+          std::make_shared<ProcessScanCache>(platform.clock, platform.processTable, *platform.processLane)) {}
+
+AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platform,
+                               const std::shared_ptr<ProcessScanCache>& scans)
+    : cpu(std::make_shared<CPUProvider>(loop, platform.processors, platform.chip, scans)),
+      memory(std::make_shared<MemoryProvider>(loop, platform.memory, scans)),
+      battery(std::make_shared<BatteryProvider>(loop, platform.powerSources)),
+      disk(std::make_shared<DiskProvider>(loop, platform.blockStorage, platform.volumes)),
+      network(std::make_shared<NetworkProvider>(
+          loop, NetworkProvider::Services{platform.networkInterfaces, platform.tools, platform.wifi,
+                                          platform.location, *platform.connectionLane})),
+      audio(std::make_shared<AudioProvider>(
+          loop, AudioProvider::Services{platform.audio, platform.applications, *platform.audioLane})),
       clock_(platform.clock),
       calendar_(platform.calendar) {
   cpu->start(1s);
+  memory->start(2s);
+  battery->start(30s);
+  disk->start(1s);
+  network->start(1s);
+  audio->start(3s);
 }
 
 void AppEnvironment::shiftSelectedDate(int days) {

@@ -4,7 +4,12 @@
 #include <optional>
 
 #include "platform/Platform.h"
+#include "providers/AudioProvider.h"
+#include "providers/BatteryProvider.h"
 #include "providers/CPUProvider.h"
+#include "providers/DiskProvider.h"
+#include "providers/MemoryProvider.h"
+#include "providers/NetworkProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
 
@@ -18,6 +23,11 @@ class AppEnvironment {
   AppEnvironment(MainLoop& loop, const platform::Platform& platform);
 
   const std::shared_ptr<CPUProvider> cpu;
+  const std::shared_ptr<MemoryProvider> memory;
+  const std::shared_ptr<BatteryProvider> battery;
+  const std::shared_ptr<DiskProvider> disk;
+  const std::shared_ptr<NetworkProvider> network;
+  const std::shared_ptr<AudioProvider> audio;
 
   // The day that the dashboards look at; absent means today, live. Never today's date or a later one.
   Published<std::optional<Date>> selectedDate;
@@ -26,6 +36,10 @@ class AppEnvironment {
   void shiftSelectedDate(int days);
 
  private:
+  // The providers that list processes share one walk.
+  AppEnvironment(MainLoop& loop, const platform::Platform& platform,
+                 const std::shared_ptr<ProcessScanCache>& scans);
+
   const Clock& clock_;
   platform::Calendar& calendar_;
 };

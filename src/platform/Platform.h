@@ -2,12 +2,22 @@
 
 #include <memory>
 
+#include "platform/Applications.h"
+#include "platform/AudioService.h"
+#include "platform/BlockStorage.h"
 #include "platform/Calendar.h"
 #include "platform/Chip.h"
+#include "platform/LocationPermission.h"
+#include "platform/Memory.h"
+#include "platform/NetworkInterfaces.h"
+#include "platform/PowerSources.h"
 #include "platform/PreferenceStorage.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/ProcessTable.h"
 #include "platform/Processors.h"
+#include "platform/ToolRunner.h"
+#include "platform/Volumes.h"
+#include "platform/WiFi.h"
 #include "runtime/Clock.h"
 #include "runtime/WorkLane.h"
 
@@ -26,6 +36,20 @@ struct Platform {
   std::shared_ptr<ProcessTable> processTable;
   // The lane for the walks of the process table: one thread of low priority.
   std::shared_ptr<WorkLane> processLane;
+  Memory& memory;
+  PowerSources& powerSources;
+  BlockStorage& blockStorage;
+  Volumes& volumes;
+  NetworkInterfaces& networkInterfaces;
+  WiFi& wifi;
+  LocationPermission& location;
+  ToolRunner& tools;
+  // The lane for looks at the connection, which may hang with the tools that they run.
+  std::shared_ptr<WorkLane> connectionLane;
+  AudioService& audio;
+  Applications& applications;
+  // The lane for readings of the sound service, which may wait for it.
+  std::shared_ptr<WorkLane> audioLane;
 };
 
 }  // namespace kestrune::platform

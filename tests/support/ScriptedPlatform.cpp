@@ -7,7 +7,17 @@
 
 namespace kestrune::test {
 
+namespace {
+
 constexpr double daySeconds = 86400;
+
+template <class Key, class Value>
+std::optional<Value> found(const std::map<Key, Value>& map, const Key& key) {
+  const auto entry = map.find(key);
+  return entry == map.end() ? std::nullopt : std::optional(entry->second);
+}
+
+}  // namespace
 
 void ScriptedProcessors::pass(std::int32_t total, const std::vector<std::int32_t>& busy) {
   if (!ticks) ticks.emplace();
@@ -57,6 +67,37 @@ Date ScriptedCalendar::startOfDay(Date date) {
 std::optional<Date> ScriptedCalendar::addingDays(Date date, int days) {
   if (isOutOfRange) return std::nullopt;
   return date + days * daySeconds;
+}
+
+void ScriptedNetworkInterfaces::setLink(const std::string& name, std::uint64_t received, std::uint64_t sent) {
+  if (!list) list.emplace();
+  auto link = std::ranges::find(list->links, name, &platform::LinkEntry::name);
+  if (link == list->links.end()) link = list->links.insert(link, {.name = name, .counters = {}});
+  link->counters = platform::LinkCounters{received, sent};
+}
+
+bool ScriptedTools::isExecutableFile(const std::string& path) {
+  return std::ranges::find(executables, path) != executables.end();
+}
+
+std::optional<std::string> ScriptedTools::run(const std::string& path,
+                                              const std::vector<std::string>& arguments) {
+  std::string line = path;
+  for (const std::string& argument : arguments) line += ' ' + argument;
+  runs.push_back(line);
+  return found(outputs, line);
+}
+
+std::optional<platform::RunningApplication> ScriptedApplications::runningApplication(std::int32_t pid) {
+  return found(running, pid);
+}
+
+std::optional<std::string> ScriptedApplications::applicationPath(const std::string& bundleIdentifier) {
+  return found(paths, bundleIdentifier);
+}
+
+std::string ScriptedApplications::processName(std::int32_t pid) {
+  return found(processNames, pid).value_or("");
 }
 
 }  // namespace kestrune::test

@@ -94,6 +94,115 @@ class ScriptedPreferences final : public platform::PreferenceStorage {
   void store(const std::string& key, const platform::PreferenceValue& value) override { stored[key] = value; }
 };
 
+class ScriptedMemory final : public platform::Memory {
+ public:
+  std::optional<platform::VirtualMemoryPages> pages{std::in_place};
+  std::uint64_t pageBytes = 4096;
+  std::optional<platform::SwapUsage> swap{std::in_place};
+  std::optional<std::uint64_t> physical = 16ULL << 30U;
+
+  std::optional<platform::VirtualMemoryPages> virtualMemoryPages() override { return pages; }
+  std::uint64_t pageSize() override { return pageBytes; }
+  std::optional<platform::SwapUsage> swapUsage() override { return swap; }
+  std::optional<std::uint64_t> physicalBytes() override { return physical; }
+};
+
+class ScriptedPowerSources final : public platform::PowerSources {
+ public:
+  std::optional<platform::PowerSource> source;
+  std::optional<platform::BatteryRegistry> registry;
+
+  std::optional<platform::PowerSource> powerSource() override { return source; }
+  std::optional<platform::BatteryRegistry> battery() override { return registry; }
+};
+
+class ScriptedBlockStorage final : public platform::BlockStorage {
+ public:
+  std::optional<std::vector<platform::BlockDriver>> drivers{std::in_place};
+
+  std::optional<std::vector<platform::BlockDriver>> blockDrivers() override { return drivers; }
+};
+
+class ScriptedVolumes final : public platform::Volumes {
+ public:
+  std::optional<std::string> rootName = "Test Disk";
+  std::optional<platform::VolumeCapacity> rootCapacity = platform::VolumeCapacity{1000, 400};
+
+  std::optional<std::string> name(const std::string& path) override {
+    return path == "/" ? rootName : std::nullopt;
+  }
+  std::optional<platform::VolumeCapacity> capacity(const std::string& path) override {
+    return path == "/" ? rootCapacity : std::nullopt;
+  }
+};
+
+class ScriptedNetworkInterfaces final : public platform::NetworkInterfaces {
+ public:
+  std::optional<platform::InterfaceList> list{std::in_place};
+  platform::InterfaceNaming names{.uncounted = {"docker"}, .wired = {"eth"}, .vpn = {"tun"}};
+
+  // Adds an interface, or sets its counters.
+  void setLink(const std::string& name, std::uint64_t received, std::uint64_t sent);
+
+  std::optional<std::vector<platform::LinkEntry>> links() override {
+    return list ? std::optional(list->links) : std::nullopt;
+  }
+  std::optional<platform::InterfaceList> interfaces() override { return list; }
+  const platform::InterfaceNaming& naming() const override { return names; }
+};
+
+class ScriptedWiFi final : public platform::WiFi {
+ public:
+  std::optional<platform::WiFiInterface> interface;
+  std::vector<std::optional<std::string>> names;
+
+  std::optional<platform::WiFiInterface> defaultInterface() override { return interface; }
+  std::vector<std::optional<std::string>> interfaceNames() override { return names; }
+};
+
+class ScriptedLocation final : public platform::LocationPermission {
+ public:
+  platform::LocationAuthorization authorization = platform::LocationAuthorization::authorizedAlways;
+  int requests = 0;
+  std::function<void()> watcher;
+
+  platform::LocationAuthorization status() override { return authorization; }
+  void request() override { ++requests; }
+  void setWatcher(std::function<void()> changed) override { watcher = std::move(changed); }
+};
+
+class ScriptedTools final : public platform::ToolRunner {
+ public:
+  std::map<std::string, std::string> outputs;  // by the command line; others can't be started
+  std::vector<std::string> executables;
+  std::vector<std::string> runs;  // the command lines, in order
+
+  bool isExecutableFile(const std::string& path) override;
+  std::optional<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override;
+};
+
+class ScriptedAudio final : public platform::AudioService {
+ public:
+  platform::AudioCensus next;
+  int readings = 0;
+
+  platform::AudioCensus census() override {
+    ++readings;
+    return next;
+  }
+};
+
+class ScriptedApplications final : public platform::Applications {
+ public:
+  std::map<std::int32_t, platform::RunningApplication> running;
+  std::map<std::string, std::string> paths;  // by bundle identifier
+  std::map<std::int32_t, std::string> processNames;
+
+  std::optional<platform::RunningApplication> runningApplication(std::int32_t pid) override;
+  std::optional<std::string> applicationPath(const std::string& bundleIdentifier) override;
+  std::string processName(std::int32_t pid) override;
+};
+
 // The whole computer, with the loop that the program runs on.
 class ScriptedPlatform : public TestLoop {
  public:
@@ -103,8 +212,36 @@ class ScriptedPlatform : public TestLoop {
   ScriptedProcessors processors;
   ScriptedChip chip;
   std::shared_ptr<ScriptedProcessTable> processTable = std::make_shared<ScriptedProcessTable>();
-  const platform::Platform platform{clock,      calendar, environment,  preferences,
-                                    processors, chip,     processTable, lane};
+  ScriptedMemory memory;
+  ScriptedPowerSources powerSources;
+  ScriptedBlockStorage blockStorage;
+  ScriptedVolumes volumes;
+  ScriptedNetworkInterfaces networkInterfaces;
+  ScriptedWiFi wifi;
+  ScriptedLocation location;
+  ScriptedTools tools;
+  ScriptedAudio audio;
+  ScriptedApplications applications;
+  const platform::Platform platform{.clock = clock,
+                                    .calendar = calendar,
+                                    .environment = environment,
+                                    .preferences = preferences,
+                                    .processors = processors,
+                                    .chip = chip,
+                                    .processTable = processTable,
+                                    .processLane = lane,
+                                    .memory = memory,
+                                    .powerSources = powerSources,
+                                    .blockStorage = blockStorage,
+                                    .volumes = volumes,
+                                    .networkInterfaces = networkInterfaces,
+                                    .wifi = wifi,
+                                    .location = location,
+                                    .tools = tools,
+                                    .connectionLane = lane,
+                                    .audio = audio,
+                                    .applications = applications,
+                                    .audioLane = lane};
 };
 
 }  // namespace kestrune::test

@@ -111,11 +111,13 @@ void Surface::keyPressEvent(QKeyEvent* event) {
 }
 
 void Surface::moveFocus(bool forward) {
+  const auto takesFocus = [](const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() && widget.isVisible();
+  };
   QWidget* next = this;
   do {
     next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
-  } while (next != this &&
-           !((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible()));
+  } while (next != this && !takesFocus(*next));
   const auto* row = dynamic_cast<Surface*>(next);
   if (row != nullptr && row->behaviour_.role == Role::row) next->setFocus(Qt::TabFocusReason);
 }

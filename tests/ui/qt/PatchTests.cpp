@@ -38,7 +38,7 @@ class Trees {
       case 4:
         return segmentedPicker({verbatimText("a"), verbatimText("b")}, below(2), [](int) {});
       case 5:
-        return View();
+        return {};
       default:
         return verbatim("text " + std::to_string(below(1000)));
     }

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/LocationPermission.h"
+#include "platform/NetworkInterfaces.h"
+#include "platform/ToolRunner.h"
+
+namespace kestrune {
+
+struct InterfaceInfo {
+  std::string id;    // the kernel's name, such as "enp3s0"
+  std::string kind;  // "Wi-Fi", "Ethernet" or "VPN"
+  std::optional<std::string> ipAddress;
+  std::uint64_t totalSent = 0;  // bytes, since the interface came up
+  std::uint64_t totalRecv = 0;
+  friend bool operator==(const InterfaceInfo&, const InterfaceInfo&) = default;
+};
+
+// Through what the machine is connected. Texts are UTF-8.
+struct ConnectionFacts {
+  std::string label;  // "Wi-Fi", "Ethernet" or "Not connected"
+  std::optional<std::string> ssid;
+  bool needsLocation = false;            // the name is withheld for want of a permission
+  std::optional<std::string> ipAddress;  // dotted IPv4 of the interface that connects
+  std::vector<InterfaceInfo> interfaces;
+};
+
+// What the main thread knows when a look at the connection begins.
+struct ConnectionQuestion {
+  std::string wifiName;
+  bool stationMode = false;
+  std::optional<std::string> wifiSSID;
+  std::set<std::string> wifiNames;
+  platform::LocationAuthorization authStatus = platform::LocationAuthorization::notDetermined;
+};
+
+// Finds the facts. It may run tools and wait for them as long as they take. Off the main thread.
+ConnectionFacts findConnectionFacts(const ConnectionQuestion& question,
+                                    platform::NetworkInterfaces& interfaces, platform::ToolRunner& tools);
+
+// The network name in what the tool that asks for it by interface printed; absent if it tells none.
+std::optional<std::string> networkNameIn(const std::string& output);
+
+// The network name in what the tool that prints everything about the radio printed; absent if it tells none.
+std::optional<std::string> networkNameInRadioReport(const std::string& output);
+
+}  // namespace kestrune

@@ -1,0 +1,157 @@
+#include "providers/NetworkProvider.h"
+
+#include <utility>
+
+#include "providers/CounterRate.h"
+#include "providers/InterfaceNames.h"
+#include "runtime/Checked.h"
+#include "runtime/Polling.h"
+#include "runtime/Utf8.h"
+
+namespace kestrune {
+namespace {
+
+using platform::LocationAuthorization;
+
+constexpr double secondsBetweenRefreshes = 15.0;
+constexpr const char* detecting = "Detecting…";
+constexpr const char* usualWifiName = "en0";
+
+std::uint64_t add(std::uint64_t sum, std::uint64_t bytes) {
+  return checkedAdd(sum, bytes, "the sum of the interfaces' byte counters");
+}
+
+}  // namespace
+
+NetworkSnapshot NetworkSnapshot::empty() {
+  NetworkSnapshot snapshot;
+  snapshot.interfaceName = detecting;
+  return snapshot;
+}
+
+void LocationWatcher::locationManagerDidChangeAuthorization(LocationAuthorization status) {
+  const bool isAuthorized = status == LocationAuthorization::authorizedAlways ||
+                            status == LocationAuthorization::authorizedWhenInUse;
+  if (isAuthorized && onAuthorized) onAuthorized();
+}
+
+NetworkProvider::NetworkProvider(MainLoop& loop, const Services& services)
+    : loop_(loop), services_(services) {
+  cached_.label = detecting;
+}
+
+NetworkProvider::~NetworkProvider() {
+  task_.cancel();
+  services_.location.setWatcher({});
+}
+
+void NetworkProvider::start(Duration interval) {
+  watchLocation();
+  startPolling(loop_, shared_from_this(), task_, interval, [this] {
+    readCounters();
+    refreshConnection();
+  });
+}
+
+void NetworkProvider::watchLocation() {
+  locationWatcher_.onAuthorized = [&loop = loop_, weak = weak_from_this()] {
+    refreshAfterAuthorization(loop, weak);
+  };
+  services_.location.setWatcher(
+      [this] { locationWatcher_.locationManagerDidChangeAuthorization(services_.location.status()); });
+  services_.location.request();
+}
+
+Task NetworkProvider::refreshAfterAuthorization(MainLoop&, std::weak_ptr<NetworkProvider> provider) {
+  const auto strong = provider.lock();
+  if (!strong) co_return;
+  strong->connectionRefreshed_ = Date::distantPast;
+  strong->refreshConnection();
+}
+
+void NetworkProvider::tick() {
+  const Clock& clock = loop_.clock();
+  if (clock.now() - connectionRefreshed_ > secondsBetweenRefreshes && !isRefreshing_) refreshConnection();
+  auto snapshot = sampleNow();
+  if (!snapshot) return;
+  current.set(*std::move(snapshot));
+  history.modify([&](auto& ring) { ring.append({clock.now(), *current}); });
+  uploadHistory.modify([&](auto& ring) { ring.append({clock.now(), current->uploadBytesPerSec}); });
+  downloadHistory.modify([&](auto& ring) { ring.append({clock.now(), current->downloadBytesPerSec}); });
+}
+
+std::optional<NetworkProvider::Counters> NetworkProvider::readCounters() {
+  const auto links = services_.interfaces.links();
+  if (!links || links->empty()) return std::nullopt;
+  Counters sums;
+  for (const auto& link : *links) {
+    if (!link.counters || !isCounted(link, services_.interfaces.naming())) continue;
+    sums.up = add(sums.up, link.counters->sent);
+    sums.down = add(sums.down, link.counters->received);
+  }
+  prevUp_ = sums.up;
+  prevDown_ = sums.down;
+  prevTime_ = loop_.clock().now();
+  return sums;
+}
+
+std::optional<NetworkSnapshot> NetworkProvider::sampleNow() {
+  const std::uint64_t up = prevUp_;
+  const std::uint64_t down = prevDown_;
+  const Date time = prevTime_;
+  const auto counters = readCounters();
+  if (!counters) return std::nullopt;
+  const double seconds = loop_.clock().now() - time;
+  if (!(seconds > shortestRateSpan)) return *current;
+  NetworkSnapshot snapshot;
+  snapshot.uploadBytesPerSec = counterRate(counters->up, up, seconds);
+  snapshot.downloadBytesPerSec = counterRate(counters->down, down, seconds);
+  copyFacts(snapshot);
+  return snapshot;
+}
+
+void NetworkProvider::refreshConnection() {
+  isRefreshing_ = true;
+  findFacts(loop_, weak_from_this(), services_, askConnection());
+}
+
+ConnectionQuestion NetworkProvider::askConnection() {
+  ConnectionQuestion question;
+  question.wifiName = usualWifiName;
+  if (const auto interface = services_.wifi.defaultInterface()) {
+    if (interface->name) question.wifiName = *interface->name;
+    question.stationMode = interface->isStation;
+    if (interface->ssid) question.wifiSSID = repairedUtf8(*interface->ssid);
+  }
+  for (const auto& name : services_.wifi.interfaceNames()) {
+    if (name) question.wifiNames.insert(*name);
+  }
+  question.authStatus = services_.location.status();
+  return question;
+}
+
+Task NetworkProvider::findFacts(MainLoop&, std::weak_ptr<NetworkProvider> provider, Services services,
+                                ConnectionQuestion question) {
+  auto work = [services, question = std::move(question)] {
+    return findConnectionFacts(question, services.interfaces, services.tools);
+  };
+  ConnectionFacts facts = co_await background(services.lane, std::move(work));
+  if (const auto strong = provider.lock()) strong->publish(std::move(facts));
+}
+
+void NetworkProvider::publish(ConnectionFacts facts) {
+  cached_ = std::move(facts);
+  connectionRefreshed_ = loop_.clock().now();
+  isRefreshing_ = false;
+  current.modify([&](NetworkSnapshot& snapshot) { copyFacts(snapshot); });
+}
+
+void NetworkProvider::copyFacts(NetworkSnapshot& snapshot) const {
+  snapshot.ssid = cached_.ssid;
+  snapshot.interfaceName = cached_.label;
+  snapshot.needsLocation = cached_.needsLocation;
+  snapshot.ipAddress = cached_.ipAddress;
+  snapshot.interfaces = cached_.interfaces;
+}
+
+}  // namespace kestrune

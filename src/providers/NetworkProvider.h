@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/HistoryRing.h"
+#include "platform/LocationPermission.h"
+#include "platform/NetworkInterfaces.h"
+#include "platform/ToolRunner.h"
+#include "platform/WiFi.h"
+#include "providers/ConnectionFacts.h"
+#include "runtime/Published.h"
+#include "runtime/Task.h"
+#include "runtime/WorkLane.h"
+
+namespace kestrune {
+
+struct NetworkSnapshot {
+  double uploadBytesPerSec = 0;    // of all counted interfaces together
+  double downloadBytesPerSec = 0;  // of all counted interfaces together
+  std::optional<std::string> ssid;
+  // "Wi-Fi", "Ethernet", "Not connected", or "Detecting…" until that is known; never the name of a device.
+  std::string interfaceName;
+  bool needsLocation = false;
+  std::optional<std::string> ipAddress;  // dotted IPv4 of the interface that connects
+  std::vector<InterfaceInfo> interfaces;
+
+  // What is shown until real data replaces it.
+  static NetworkSnapshot empty();
+};
+
+// Tells whoever asked when the user lets the program know where it is.
+class LocationWatcher {
+ public:
+  std::function<void()> onAuthorized;
+
+  void locationManagerDidChangeAuthorization(platform::LocationAuthorization status);
+};
+
+// Turns the byte counters of the interfaces into rates once per interval, and looks at the connection every
+// 15 s, off the main thread. A failed read leaves the last figures as they are. Main thread only.
+class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
+ public:
+  struct Services {
+    platform::NetworkInterfaces& interfaces;  // shared with the lane, and so is `tools`
+    platform::ToolRunner& tools;
+    platform::WiFi& wifi;
+    platform::LocationPermission& location;
+    WorkLane& lane;  // for the looks at the connection, which may take long
+  };
+
+  // Reads nothing. Loop and services must outlive the provider and the lane's work.
+  NetworkProvider(MainLoop& loop, const Services& services);
+  // Ends the polling.
+  ~NetworkProvider();
+  NetworkProvider(const NetworkProvider&) = delete;
+  NetworkProvider& operator=(const NetworkProvider&) = delete;
+
+  // Asks for permission, notes the counters, begins a look at the connection, and then ticks once per
+  // interval. Publishes no rate at once, so that the first one is over a whole interval.
+  void start(Duration interval);
+  void tick();
+  // Begins a look at the connection, also while another one is under way. The later to finish counts.
+  void refreshConnection();
+
+  Published<NetworkSnapshot> current{NetworkSnapshot::empty()};
+  Published<HistoryRing<NetworkSnapshot>> history{HistoryRing<NetworkSnapshot>(60)};
+  Published<HistoryRing<double>> uploadHistory{HistoryRing<double>(86400)};  // bytes per second at each tick
+  Published<HistoryRing<double>> downloadHistory{HistoryRing<double>(86400)};
+  bool paused = false;  // the polling loop skips its ticks while set
+
+ private:
+  struct Counters {
+    std::uint64_t up = 0;
+    std::uint64_t down = 0;
+  };
+  void watchLocation();
+  std::optional<Counters> readCounters();
+  std::optional<NetworkSnapshot> sampleNow();
+  ConnectionQuestion askConnection();
+  void publish(ConnectionFacts facts);
+  void copyFacts(NetworkSnapshot& snapshot) const;
+  static Task findFacts(MainLoop& loop, std::weak_ptr<NetworkProvider> provider, Services services,
+                        ConnectionQuestion question);
+  static Task refreshAfterAuthorization(MainLoop& loop, std::weak_ptr<NetworkProvider> provider);
+
+  MainLoop& loop_;
+  Services services_;
+  Task task_;
+  std::uint64_t prevUp_ = 0;
+  std::uint64_t prevDown_ = 0;
+  Date prevTime_ = Date::distantPast;
+  ConnectionFacts cached_;
+  Date connectionRefreshed_ = Date::distantPast;  // when the last look finished
+  bool isRefreshing_ = false;
+  LocationWatcher locationWatcher_;
+};
+
+}  // namespace kestrune

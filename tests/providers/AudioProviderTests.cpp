@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+
+#include "providers/AudioProvider.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::AudioDevice;
+using platform::AudioTransport;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AudioProviderTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  AudioSnapshot read() { return audioSnapshot(audio.next, applications); }
+  std::vector<std::string> rows() {
+    std::vector<std::string> result;
+    for (const auto& row : read().activeProcesses) {
+      result.push_back(row.id + "|" + row.name + (row.usesInput ? "|in" : "") +
+                       (row.usesOutput ? "|out" : ""));
+    }
+    return result;
+  }
+
+  std::shared_ptr<AudioProvider> provider =
+      std::make_shared<AudioProvider>(loop, AudioProvider::Services{audio, applications, *lane});
+};
+
+AudioDevice headset() {
+  AudioDevice device{.id = 3, .name = "Headset", .transport = AudioTransport::usb, .sampleRate = 48000};
+  device.output = {.hasStreams = true, .mainVolume = 0.5F, .isMuted = true, .bufferChannels = {2, 6}};
+  device.input = {.hasStreams = true, .firstChannelVolume = 0.25F, .bufferChannels = {1}};
+  return device;
+}
+
+TEST_F(AudioProviderTest, readsBeforeItSleepsAndNeverTwiceAtATime) {
+  provider->start(3s);
+  EXPECT_EQ(audio.readings, 0);
+  settle();
+  EXPECT_EQ(audio.readings, 1);
+  EXPECT_EQ(provider->history->size(), 1U);
+  advance(9s);
+  EXPECT_EQ(audio.readings, 4);
+  holdsLane = true;
+  advance(60s);
+  EXPECT_EQ(lane->waiting(), 1U);
+  holdsLane = false;
+  settle();
+  EXPECT_EQ(provider->history->size(), 5U);
+  advance(2999ms);
+  EXPECT_EQ(audio.readings, 5) << "the interval begins when the reading has ended";
+  provider->paused = true;
+  advance(30s);
+  EXPECT_EQ(audio.readings, 5);
+}
+
+TEST_F(AudioProviderTest, failuresArePublishedAsEmptiness) {
+  audio.next.devices = {headset()};
+  provider->start(3s);
+  settle();
+  EXPECT_EQ(provider->current->allOutputDevices.size(), 1U);
+  audio.next = {};
+  advance(3s);
+  EXPECT_THAT(provider->current->allOutputDevices, IsEmpty());
+}
+
+TEST_F(AudioProviderTest, mayGoDuringAReading) {
+  holdsLane = true;
+  provider->start(3s);
+  settle();
+  provider.reset();
+  lane->run();
+  settle();
+  EXPECT_EQ(loop.nextDeadline(), std::nullopt);
+}
+
+TEST_F(AudioProviderTest, aDeviceStandsInEachDirectionWithItsOwnFigures) {
+  AudioDevice nameless = headset();
+  nameless.id = 4;
+  nameless.name.reset();
+  AudioDevice speaker{.id = 5, .name = "Sp\xFF", .transport = {}, .sampleRate = {}};
+  speaker.output.hasStreams = true;
+  audio.next = {.defaultOutput = 5, .defaultInput = 4, .devices = {headset(), nameless, speaker}};
+  const AudioSnapshot now = read();
+  ASSERT_EQ(now.allOutputDevices.size(), 2U);
+  EXPECT_EQ(now.allOutputDevices[0].volume, 0.5F);
+  EXPECT_TRUE(now.allOutputDevices[0].isMuted);
+  EXPECT_EQ(now.allOutputDevices[0].channelCount, 8);
+  EXPECT_EQ(now.allOutputDevices[0].sampleRate, 48000.0);
+  EXPECT_EQ(now.allOutputDevices[0].transport, AudioTransport::usb);
+  ASSERT_EQ(now.allInputDevices.size(), 1U);
+  EXPECT_EQ(now.allInputDevices[0].volume, 0.25F);
+  EXPECT_FALSE(now.allInputDevices[0].isMuted);
+  EXPECT_EQ(now.allInputDevices[0].channelCount, 1);
+  ASSERT_TRUE(now.defaultOutput);
+  EXPECT_EQ(now.defaultOutput->name, "Sp\uFFFD");
+  EXPECT_EQ(now.defaultOutput->volume, -1.0F);
+  EXPECT_EQ(now.defaultOutput->transport, AudioTransport::unknown);
+  EXPECT_EQ(now.defaultOutput->channelCount, 0);
+  EXPECT_FALSE(now.defaultInput) << "a device without a name is none";
+}
+
+TEST_F(AudioProviderTest, onlyWhatPlaysOrRecordsIsListed) {
+  applications.running[50] = {.bundleIdentifier = "org.player", .localizedName = "Player"};
+  audio.next.clients = {{.id = 1, .pid = 10}, {.id = 2, .isRunningOutput = true, .pid = 50}};
+  EXPECT_THAT(rows(), ElementsAre("org.player|Player|out"));
+}
+
+TEST_F(AudioProviderTest, helpersOfOneApplicationAreOneRow) {
+  applications.running[50] = {.bundleIdentifier = "org.browser", .localizedName = "Browser"};
+  applications.running[51] = {.bundleIdentifier = "org.browser", .localizedName = "Helper"};
+  audio.next.clients = {{.id = 1, .isRunningInput = true, .pid = 50},
+                        {.id = 2, .isRunningOutput = true, .pid = 51}};
+  EXPECT_THAT(rows(), ElementsAre("org.browser|Browser|in|out"));
+  EXPECT_EQ(read().activeProcesses[0].pid, 50);
+}
+
+TEST_F(AudioProviderTest, namesAreFoundOneWayOrAnother) {
+  const auto identify = [&](std::int32_t pid, const char* identifier) {
+    applications.running[pid] = {.bundleIdentifier = identifier, .localizedName = ""};
+  };
+  identify(1, "org.located");
+  applications.paths["org.located"] = "/opt/apps/Nice Player.desktop";
+  identify(2, "org.vendor.web helper");
+  identify(3, "ends.in.");
+  applications.processNames[4] = "averyveryverylongname";
+  applications.running[6] = {.bundleIdentifier = {}, .localizedName = "Plain"};
+  for (const std::int32_t pid : {1, 2, 3, 4, 5, 6, 0}) {
+    audio.next.clients.push_back(
+        {.id = static_cast<std::uint32_t>(100 + pid), .isRunningOutput = true, .pid = pid});
+  }
+  EXPECT_THAT(rows(), ElementsAre("org.located|Nice Player|out", "proc-106|Plain|out",
+                                  "proc-100|System Audio Process|out", "proc-105|System Audio Process|out",
+                                  "org.vendor.web helper|Web Helper|out", "proc-104|averyveryverylon|out",
+                                  "ends.in.|ends.in.|out"));
+  EXPECT_EQ(read().activeProcesses[2].pid, std::nullopt);
+}
+
+}  // namespace
+}  // namespace kestrune

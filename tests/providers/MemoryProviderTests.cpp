@@ -1,0 +1,132 @@
+#include <gmock/gmock.h>
+
+#include "providers/MemoryProvider.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using namespace std::chrono_literals;
+using Pressure = MemorySnapshot::MemoryPressure;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::uint64_t mebibyte = 1048576;
+
+class MemoryProviderTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  void SetUp() override {
+    memory.pageBytes = 1;
+    memory.physical = 1000;
+    use(500);
+  }
+  void use(std::uint64_t wired) { memory.pages = platform::VirtualMemoryPages{.wired = wired}; }
+  std::vector<std::string> listed() const {
+    std::vector<std::string> names;
+    for (const auto& row : provider->current->topProcesses) names.push_back(row.name);
+    return names;
+  }
+
+  std::shared_ptr<MemoryProvider> provider = std::make_shared<MemoryProvider>(
+      loop, memory, std::make_shared<ProcessScanCache>(clock, processTable, *lane));
+};
+using MemoryProviderDeathTest = MemoryProviderTest;
+
+TEST_F(MemoryProviderTest, readsInsideStartAndThenEveryInterval) {
+  EXPECT_EQ(provider->current->usedBytes, 13312000000U);
+  memory.pageBytes = 16384;
+  memory.physical = 64ULL << 20U;
+  memory.pages = platform::VirtualMemoryPages{.wired = 100, .active = 200, .compressed = 50};
+  memory.swap = platform::SwapUsage{.totalBytes = 4096, .usedBytes = 1024};
+  provider->start(2s);
+  const MemorySnapshot& now = *provider->current;
+  EXPECT_EQ(now.wiredBytes, 100U * 16384);
+  EXPECT_EQ(now.appBytes, 200U * 16384);
+  EXPECT_EQ(now.compressedBytes, 50U * 16384);
+  EXPECT_EQ(now.usedBytes, 350U * 16384);
+  EXPECT_EQ(now.totalBytes, 64ULL << 20U);
+  EXPECT_EQ(now.swapTotalBytes, 4096U);
+  EXPECT_EQ(now.swapUsedBytes, 1024U);
+  EXPECT_THAT(provider->usageHistory->values(), ElementsAre(350.0 * 16384 / (64 << 20) * 100));
+  memory.physical = 1;
+  advance(10s);
+  EXPECT_EQ(provider->history->size(), 6U);
+  EXPECT_EQ(provider->current->totalBytes, 64ULL << 20U) << "read once";
+}
+
+TEST_F(MemoryProviderTest, pressureIsTheShareThatIsUsed) {
+  const std::vector<std::pair<std::uint64_t, Pressure>> levels = {
+      {749, Pressure::nominal},  {750, Pressure::warning},   {899, Pressure::warning},
+      {900, Pressure::critical}, {1001, Pressure::critical},
+  };
+  for (const auto& [used, pressure] : levels) {
+    use(used);
+    provider->tick();
+    EXPECT_EQ(provider->current->pressure, pressure) << used;
+  }
+  EXPECT_EQ((*provider->usageHistory)[4].value, 1001.0 / 1000.0 * 100) << "not clamped";
+}
+
+TEST_F(MemoryProviderTest, failedReadsFallBackEachInItsOwnWay) {
+  provider->tick();
+  memory.pages.reset();
+  provider->tick();
+  EXPECT_EQ(provider->history->size(), 1U);
+  EXPECT_EQ(provider->current->usedBytes, 500U);
+  use(500);
+  memory.swap.reset();
+  provider->tick();
+  EXPECT_EQ(provider->current->swapTotalBytes, 0U);
+  memory.pageBytes = 0;
+  provider->tick();
+  EXPECT_EQ(provider->current->usedBytes, 0U);
+  EXPECT_EQ(provider->current->pressure, Pressure::nominal);
+}
+
+TEST_F(MemoryProviderTest, withoutATotalNothingIsWorkedOut) {
+  memory.physical.reset();
+  provider->tick();
+  EXPECT_EQ(provider->current->totalBytes, 0U);
+  EXPECT_EQ(provider->current->pressure, Pressure::nominal);
+  EXPECT_THAT(provider->usageHistory->values(), ElementsAre(0.0));
+}
+
+TEST_F(MemoryProviderTest, listsTheLargestProcessesFromTheThirdTickOn) {
+  for (std::int32_t pid = 1; pid <= 12; ++pid) {
+    processTable->processes[pid] = {
+        std::to_string(pid), "", {.residentBytes = mebibyte + static_cast<std::uint64_t>(pid / 2)}};
+  }
+  processTable->processes[20] = {"just too small", "", {.residentBytes = mebibyte}};
+  provider->start(2s);
+  advance(3s);
+  EXPECT_THAT(listed(), IsEmpty());
+  advance(1s);
+  EXPECT_THAT(listed(), ElementsAre("12", "10", "11", "8", "9", "6", "7", "4", "5", "2"));
+  EXPECT_EQ(provider->current->topProcesses[0].memoryBytes, mebibyte + 6);
+  processTable->processes.clear();
+  advance(4s);
+  EXPECT_EQ(listed().size(), 10U) << "kept from tick to tick";
+  EXPECT_EQ(processTable->walks, 1);
+  advance(2s);
+  EXPECT_THAT(listed(), IsEmpty());
+}
+
+TEST_F(MemoryProviderTest, aScanUnderWayPutsOffTheNext) {
+  holdsLane = true;
+  provider->start(2s);
+  advance(20s);
+  EXPECT_EQ(lane->waiting(), 1U);
+  lane->run();
+  settle();
+  advance(2s);
+  EXPECT_EQ(lane->waiting(), 1U) << "the very next tick begins the one that is overdue";
+}
+
+TEST_F(MemoryProviderDeathTest, impossibleCountersEndTheProcess) {
+  memory.pageBytes = 4096;
+  use(~std::uint64_t{0});
+  EXPECT_DEATH(provider->tick(), "memory");
+}
+
+}  // namespace
+}  // namespace kestrune
