@@ -39,7 +39,11 @@ std::optional<std::vector<platform::BlockDriver>> LinuxBlockStorage::blockDriver
   std::vector<platform::BlockDriver> drivers;
   for (auto& [name, device] : devices_) {
     if (!device.isDrive) continue;
-    if (const auto text = device.stat.read()) device.last = parseBlockStat(*text);
+    if (const auto text = device.stat.read()) {
+      const platform::BlockDriver now = parseBlockStat(*text);
+      if (now.bytesRead) device.last.bytesRead = now.bytesRead;
+      if (now.bytesWritten) device.last.bytesWritten = now.bytesWritten;
+    }
     drivers.push_back(device.last);
   }
   return drivers;

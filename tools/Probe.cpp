@@ -1,0 +1,64 @@
+// Prints what every provider sees, one JSON object a second, without any window.
+
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include <poll.h>
+
+#include "SnapshotJson.h"
+#include "app/AppEnvironment.h"
+#include "platform/linux/LinuxPlatform.h"
+
+namespace {
+
+using namespace kestrune;
+using namespace std::chrono_literals;
+
+// How many objects to print; absent: the command line is no good.
+std::optional<int> parse(int argc, char** argv) {
+  constexpr int usual = 10;
+  if (argc == 1) return usual;
+  if (argc != 3 || std::string_view(argv[1]) != "--seconds") return std::nullopt;
+  const std::string_view text = argv[2];
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  const bool isCount = error == std::errc() && end == text.data() + text.size() && seconds > 0;
+  return isCount ? std::optional(seconds) : std::nullopt;
+}
+
+Task print(MainLoop&, AppEnvironment* environment, int seconds, bool* isDone) {
+  for (int i = 0; i < seconds && !*isDone; ++i) {
+    co_await sleep(1s);
+    const std::string line = tools::snapshotJson(*environment).dump();
+    // Whoever read has gone: so does the probe.
+    *isDone = std::puts(line.c_str()) < 0 || std::fflush(stdout) != 0;
+  }
+  *isDone = true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto seconds = parse(argc, argv);
+  if (!seconds) {
+    std::fputs("usage: kestrune_probe [--seconds N]\n", stderr);
+    return EXIT_FAILURE;
+  }
+  linux_platform::LinuxPlatform computer;
+  const platform::Platform services = computer.platform();
+  MainLoop loop(services.clock, computer.loopDescriptor());
+  AppEnvironment environment(loop, services);
+  bool isDone = false;
+  print(loop, &environment, *seconds, &isDone);
+  while (!isDone) {
+    pollfd wake{.fd = computer.loopDescriptor().fd(), .events = POLLIN, .revents = 0};
+    poll(&wake, 1, -1);
+    loop.run();
+  }
+  // A reading that hangs in some lane must not keep the process.
+  std::_Exit(EXIT_SUCCESS);
+}
