@@ -8,7 +8,7 @@
 #include <QPainterPath>
 #include <benchmark/benchmark.h>
 
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/Leaf.h"
 #include "ui/qt/LinePainter.h"
 #include "ui/qt/Theme.h"

@@ -8,7 +8,7 @@
 #include "app/AppEnvironment.h"
 #include "support/ScriptedPlatform.h"
 #include "ui/CPUTab.h"
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
 
@@ -54,10 +54,10 @@ class Page {
   AppEnvironment env_{computer_.loop, computer_.platform};
   Preferences preferences_{computer_.preferences};
   NotificationCenter notifications_;
-  ui::LocaleFormats formats_{"en_US"};
+  LocaleFormats formats_{"en_US"};
   std::shared_ptr<ui::CPUTab> tab_ = std::make_shared<ui::CPUTab>(
       ui::ViewContext{computer_.loop, env_, preferences_, notifications_, formats_, false});
-  ui::Catalogue catalogue_;
+  Catalogue catalogue_;
   ui::qt::Theme theme_{catalogue_};
   ui::qt::ViewHost host_{computer_.loop, theme_, ui::component<ui::CPUTab>([tab = tab_] { return tab; })};
 };

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "providers/CPUProvider.h"
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 #include "ui/view/View.h"
 
 namespace kestrune::ui {

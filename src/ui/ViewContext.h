@@ -4,7 +4,7 @@
 #include "core/Preferences.h"
 #include "runtime/MainLoop.h"
 #include "runtime/NotificationCenter.h"
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 
 namespace kestrune::ui {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/Formatters.h"
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 #include "ui/ShellCommands.h"
 
 namespace kestrune::ui {

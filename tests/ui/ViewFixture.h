@@ -19,7 +19,7 @@ class ViewFixture : public testing::Test {
   ScriptedPlatform computer;
   Preferences preferences{computer.preferences};
   NotificationCenter notifications;
-  ui::LocaleFormats formats{"en_US"};
+  LocaleFormats formats{"en_US"};
   std::optional<AppEnvironment> env;
   bool isSandboxed = false;
 

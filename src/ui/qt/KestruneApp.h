@@ -5,7 +5,7 @@
 #include <QMenu>
 
 #include "platform/Platform.h"
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/MainWindow.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/TrayItem.h"

@@ -11,7 +11,7 @@
 #include <QPalette>
 #include <QPixmap>
 
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/Animation.h"
 #include "ui/qt/ColorScheme.h"
 #include "ui/qt/PictureCache.h"

@@ -7,7 +7,7 @@
 #include "providers/CPUProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 
 class QMenu;
 

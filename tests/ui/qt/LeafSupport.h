@@ -6,7 +6,7 @@
 #include <QImage>
 #include <QWidget>
 
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/Leaf.h"
 #include "ui/qt/Theme.h"
 

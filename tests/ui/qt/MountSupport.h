@@ -6,7 +6,7 @@
 
 #include "runtime/Published.h"
 #include "support/TestClock.h"
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-namespace kestrune::ui {
+namespace kestrune {
 
 // Numbers as the user's locale writes them. Formatters are kept, since making one costs far more than using
 // it. Main thread only.
@@ -23,4 +23,4 @@ class LocaleFormats {
   std::unique_ptr<Formatters> formatters_;
 };
 
-}  // namespace kestrune::ui
+}  // namespace kestrune

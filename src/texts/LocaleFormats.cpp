@@ -1,4 +1,4 @@
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <unicode/numberformatter.h>
 #include <unicode/unistr.h>
 
-namespace kestrune::ui {
+namespace kestrune {
 namespace {
 
 constexpr std::size_t mostFractionDigits = 6;
@@ -50,4 +50,4 @@ std::string LocaleFormats::percent(double fraction, int fractionDigits) {
   return formatted.toUTF8String(utf8);
 }
 
-}  // namespace kestrune::ui
+}  // namespace kestrune

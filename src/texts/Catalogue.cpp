@@ -1,11 +1,9 @@
-#include "ui/Catalogue.h"
+#include "texts/Catalogue.h"
 
 #include <algorithm>
 #include <array>
 
-#include "ui/ShellCommands.h"
-
-namespace kestrune::ui {
+namespace kestrune {
 namespace {
 
 struct Entry {
@@ -14,7 +12,9 @@ struct Entry {
 };
 
 constexpr std::array entries{
-    Entry{aboutText,
+    Entry{"Real-time system monitor for macOS.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
+          "in one "
+          "place.",
           "Real-time system monitor for Linux.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
           "in one place."},
     Entry{"App Store does not allow access to per-process CPU data.",
@@ -30,4 +30,4 @@ std::string_view Catalogue::text(std::string_view key) const {
   return found == entries.end() ? key : found->text;
 }
 
-}  // namespace kestrune::ui
+}  // namespace kestrune

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace kestrune::ui {
+namespace kestrune {
 
 // The user-visible texts by key. The key is the English text; where that names things of another desktop, the
 // catalogue has the words that fit this one.
@@ -13,4 +13,4 @@ class Catalogue {
   std::string_view text(std::string_view key) const;
 };
 
-}  // namespace kestrune::ui
+}  // namespace kestrune
