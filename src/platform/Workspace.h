@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace kestrune::platform {
+
+// What the desktop does on behalf of a program. No call waits. Main thread.
+class Workspace {
+ public:
+  virtual ~Workspace() = default;
+  // Opens an address with what the desktop has for it. Addresses of settings panels lead to the panel of this
+  // desktop; where there is none nothing happens.
+  virtual void openURL(const std::string& url) = 0;
+};
+
+}  // namespace kestrune::platform
