@@ -46,7 +46,7 @@ class NetworkInterfaces {
   virtual ~NetworkInterfaces() = default;
   // The link level alone, for a reading once a second. Absent: it can't be read. Main thread.
   virtual std::optional<std::vector<LinkEntry>> links() = 0;
-  // Everything; absent: it can't be read. Any one thread at a time, also while the main thread is in `links`.
+  // Everything; absent: it can't be read. Any threads, several at a time.
   virtual std::optional<InterfaceList> interfaces() = 0;
   // The same for the whole run. Any thread.
   virtual const InterfaceNaming& naming() const = 0;

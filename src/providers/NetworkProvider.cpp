@@ -55,18 +55,16 @@ void NetworkProvider::start(Duration interval) {
 
 void NetworkProvider::watchLocation() {
   locationWatcher_.onAuthorized = [&loop = loop_, weak = weak_from_this()] {
-    refreshAfterAuthorization(loop, weak);
+    reloadAfterAuthorization(loop, weak);
   };
   services_.location.setWatcher(
       [this] { locationWatcher_.locationManagerDidChangeAuthorization(services_.location.status()); });
   services_.location.request();
 }
 
-Task NetworkProvider::refreshAfterAuthorization(MainLoop&, std::weak_ptr<NetworkProvider> provider) {
-  const auto strong = provider.lock();
-  if (!strong) co_return;
-  strong->connectionRefreshed_ = Date::distantPast;
-  strong->refreshConnection();
+Task NetworkProvider::reloadAfterAuthorization(MainLoop&, std::weak_ptr<NetworkProvider> provider) {
+  if (const auto strong = provider.lock()) strong->reloadConnection();
+  co_return;
 }
 
 void NetworkProvider::tick() {
@@ -113,6 +111,11 @@ std::optional<NetworkSnapshot> NetworkProvider::sampleNow() {
 void NetworkProvider::refreshConnection() {
   isRefreshing_ = true;
   findFacts(loop_, weak_from_this(), services_, askConnection());
+}
+
+void NetworkProvider::reloadConnection() {
+  connectionRefreshed_ = Date::distantPast;
+  refreshConnection();
 }
 
 ConnectionQuestion NetworkProvider::askConnection() {

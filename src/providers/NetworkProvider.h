@@ -65,6 +65,8 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
   void tick();
   // Begins a look at the connection, also while another one is under way. The later to finish counts.
   void refreshConnection();
+  // As `refreshConnection`, and counts as the first look ever.
+  void reloadConnection();
 
   Published<NetworkSnapshot> current{NetworkSnapshot::empty()};
   Published<HistoryRing<NetworkSnapshot>> history{HistoryRing<NetworkSnapshot>(60)};
@@ -85,7 +87,7 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
   void copyFacts(NetworkSnapshot& snapshot) const;
   static Task findFacts(MainLoop& loop, std::weak_ptr<NetworkProvider> provider, Services services,
                         ConnectionQuestion question);
-  static Task refreshAfterAuthorization(MainLoop& loop, std::weak_ptr<NetworkProvider> provider);
+  static Task reloadAfterAuthorization(MainLoop& loop, std::weak_ptr<NetworkProvider> provider);
 
   MainLoop& loop_;
   Services services_;

@@ -5,6 +5,7 @@
 #include <mutex>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace kestrune {
 
@@ -15,13 +16,17 @@ struct ThreadLane::Shared {
   std::condition_variable changed;
   std::deque<std::function<void()>> waiting;
   bool closed = false;
-  std::thread thread;
+  std::size_t mostThreads = 1;
+  std::size_t idle = 0;  // threads that have nothing to do
+  std::vector<std::thread> threads;
 
   void runUntilClosed() {
     if (prepare) prepare(name);
     std::unique_lock lock(mutex);
     while (true) {
+      ++idle;
       changed.wait(lock, [this] { return closed || !waiting.empty(); });
+      --idle;
       if (closed) return;
       auto work = std::move(waiting.front());
       waiting.pop_front();
@@ -33,10 +38,12 @@ struct ThreadLane::Shared {
   }
 };
 
-ThreadLane::ThreadLane(std::string name, std::function<void(const std::string&)> prepare)
+ThreadLane::ThreadLane(std::string name, std::function<void(const std::string&)> prepare,
+                       std::size_t mostThreads)
     : shared_(std::make_shared<Shared>()) {
   shared_->name = std::move(name);
   shared_->prepare = std::move(prepare);
+  shared_->mostThreads = mostThreads;
 }
 
 ThreadLane::~ThreadLane() {
@@ -45,14 +52,17 @@ ThreadLane::~ThreadLane() {
     shared_->closed = true;
   }
   shared_->changed.notify_all();
-  if (shared_->thread.joinable()) shared_->thread.join();
+  for (std::thread& thread : shared_->threads) thread.join();
 }
 
 void ThreadLane::submit(std::function<void()> work) {
   const std::lock_guard lock(shared_->mutex);
   shared_->waiting.push_back(std::move(work));
-  if (!shared_->thread.joinable()) {
-    shared_->thread = std::thread([shared = shared_.get()] { shared->runUntilClosed(); });
+  // A thread that has been woken for earlier work still counts as idle, so the work that waits is counted
+  // too.
+  const bool isCovered = shared_->waiting.size() <= shared_->idle;
+  if (!isCovered && shared_->threads.size() < shared_->mostThreads) {
+    shared_->threads.emplace_back([shared = shared_.get()] { shared->runUntilClosed(); });
   }
   shared_->changed.notify_one();
 }

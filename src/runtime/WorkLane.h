@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -15,11 +16,14 @@ class WorkLane {
   virtual void submit(std::function<void()> work) = 0;
 };
 
-// A lane of one thread, so that its work never overlaps. The thread begins with the first work.
+// A lane of threads, which begin when there is work for them: of one, so that its work never overlaps, or of
+// several, so that work that hangs leaves a way past it.
 class ThreadLane final : public WorkLane {
  public:
-  // `prepare` runs first on the new thread; it names and slows it down as the platform can.
-  ThreadLane(std::string name, std::function<void(const std::string& name)> prepare);
+  // `prepare` runs first on each new thread; it names and slows it down as the platform can. `mostThreads` is
+  // at least 1.
+  ThreadLane(std::string name, std::function<void(const std::string& name)> prepare,
+             std::size_t mostThreads = 1);
   // Waits for the work under way and drops what has not begun. The program itself ends without coming here.
   ~ThreadLane() override;
   ThreadLane(const ThreadLane&) = delete;

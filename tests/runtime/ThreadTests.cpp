@@ -141,6 +141,27 @@ TEST_F(ThreadTest, AHungLaneHoldsUpNoOther) {
   release.count_down();
 }
 
+TEST_F(ThreadTest, ALaneOfSeveralThreadsLeavesAWayPastHungWork) {
+  std::promise<void> release;
+  const auto released = release.get_future().share();
+  std::atomic<int> done = 0;
+  ThreadLane lane("several", {}, 3);
+  std::latch bothHang(2);
+  for (int i = 0; i < 2; ++i) {
+    lane.submit([&] {
+      bothHang.count_down();
+      released.wait();
+      ++done;
+    });
+  }
+  bothHang.wait();
+  std::promise<void> passed;
+  lane.submit([&] { passed.set_value(); });
+  passed.get_future().wait();
+  EXPECT_EQ(done, 0);
+  release.set_value();
+}
+
 TEST_F(ThreadTest, ALaneThatEndsWaitsForWorkUnderWayAndDropsTheRest) {
   auto lane = makeLane();
   std::latch begun(1);
