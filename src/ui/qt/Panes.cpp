@@ -26,11 +26,19 @@ class HairlineHandle final : public QSplitterHandle {
 }  // namespace
 
 ScrollPane::ScrollPane(MountContext& context, QWidget* parent)
-    : QScrollArea(parent), content_(new Root(context, Root::Sizing::heightToWidth, nullptr)) {
+    : QScrollArea(parent),
+      content_(new Root(context, Root::Sizing::heightToWidth, nullptr)),
+      bar_(new ThinScrollBar(context.theme, *verticalScrollBar(), this)) {
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidgetResizable(true);
   setWidget(content_);
+}
+
+void ScrollPane::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  bar_->place();
 }
 
 SplitPane::SplitPane(MountContext& context, const SplitContent& split, QWidget* parent)

@@ -4,6 +4,7 @@
 #include <QSplitter>
 
 #include "ui/qt/MountedView.h"
+#include "ui/qt/ThinScrollBar.h"
 
 namespace kestrune::ui::qt {
 
@@ -13,8 +14,12 @@ class ScrollPane final : public QScrollArea {
   ScrollPane(MountContext& context, QWidget* parent);
   Root* content() const { return content_; }
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   Root* content_;
+  ThinScrollBar* bar_;
 };
 
 // A sidebar whose width the user drags, and the rest. More room goes to the rest.

@@ -1,0 +1,139 @@
+// What a tick of each sampler costs the main thread on a machine with 8 drives and 40 interfaces, whose files
+// are read from a copy on the disk.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "platform/linux/LinuxBlockStorage.h"
+#include "platform/linux/LinuxMemory.h"
+#include "platform/linux/LinuxNetworkInterfaces.h"
+#include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "providers/BatteryProvider.h"
+#include "providers/DiskProvider.h"
+#include "providers/MemoryProvider.h"
+#include "providers/NetworkProvider.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int drives = 8;
+constexpr int interfaces = 40;
+
+// The files of a large machine, in a folder that goes with the benchmark.
+class LargeMachine {
+ public:
+  LargeMachine() {
+    std::string name = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
+    root_ = mkdtemp(name.data());
+    for (int i = 0; i < drives; ++i) {
+      const std::string folder = "sys/block/sd" + std::string(1, static_cast<char>('a' + i));
+      write(folder + "/stat", "  102   5  20480  30  200  7  6000  40  0  60  70  0  0  0  0\n");
+      fs::create_directories(root_ + "/" + folder + "/device");
+    }
+    for (int i = 0; i < 30; ++i) write("sys/block/loop" + std::to_string(i) + "/stat", "0 0 0 0 0 0 0\n");
+    std::string devices = "Inter-|   Receive\n face |bytes\n";
+    for (int i = 0; i < interfaces; ++i) {
+      const std::string device = "enp" + std::to_string(i) + "s0";
+      devices += device + ": 123456789012 98765432 0 0 0 0 0 0 987654321098 87654321 0 0 0 0 0 0\n";
+      fs::create_directories(root_ + "/sys/class/net/" + device);
+    }
+    write("proc/net/dev", devices);
+    write("proc/self/mountinfo", "27 1 8:1 / / rw,relatime - ext4 /dev/sda1 rw\n");
+    write("sys/dev/block/8:1/uevent", "DEVNAME=sda1\n");
+    fs::copy_file("/proc/meminfo", root_ + "/proc/meminfo");
+  }
+  ~LargeMachine() {
+    std::error_code ignored;
+    fs::remove_all(root_, ignored);
+  }
+  LargeMachine(const LargeMachine&) = delete;
+  LargeMachine& operator=(const LargeMachine&) = delete;
+
+  const std::string& root() const { return root_; }
+
+ private:
+  void write(const std::string& name, const std::string& content) const {
+    const fs::path file = root_ + "/" + name;
+    fs::create_directories(file.parent_path());
+    std::ofstream(file) << content;
+  }
+  std::string root_;
+};
+
+template <class Provider>
+void tickEverySecond(benchmark::State& state, test::ScriptedPlatform& machine, Provider& provider) {
+  machine.holdsLane = true;
+  for (auto _ : state) {
+    machine.clock.setContinuous(machine.clock.continuousNow() + std::chrono::seconds(1));
+    provider.tick();
+  }
+}
+
+void diskTick(benchmark::State& state) {
+  const LargeMachine files;
+  test::ScriptedPlatform machine;
+  linux_platform::LinuxBlockStorage storage(files.root());
+  linux_platform::LinuxVolumes volumes(files.root());
+  DiskProvider provider(machine.loop, storage, volumes);
+  tickEverySecond(state, machine, provider);
+}
+BENCHMARK(diskTick)->Unit(benchmark::kMicrosecond);
+
+void networkTick(benchmark::State& state) {
+  const LargeMachine files;
+  test::ScriptedPlatform machine;
+  linux_platform::LinuxNetworkInterfaces links(files.root());
+  const auto provider = std::make_shared<NetworkProvider>(
+      machine.loop,
+      NetworkProvider::Services{links, machine.tools, machine.wifi, machine.location, *machine.lane});
+  tickEverySecond(state, machine, *provider);
+}
+BENCHMARK(networkTick)->Unit(benchmark::kMicrosecond);
+
+void memoryTick(benchmark::State& state) {
+  const LargeMachine files;
+  test::ScriptedPlatform machine;
+  linux_platform::LinuxMemory memory(files.root());
+  const auto provider = std::make_shared<MemoryProvider>(
+      machine.loop, memory,
+      std::make_shared<ProcessScanCache>(machine.clock, machine.processTable, *machine.lane));
+  tickEverySecond(state, machine, *provider);
+}
+BENCHMARK(memoryTick)->Unit(benchmark::kMicrosecond);
+
+// The kernel's own files instead of copies, on the machine as it is.
+void allTicksOnThisMachine(benchmark::State& state) {
+  test::ScriptedPlatform machine;
+  machine.holdsLane = true;
+  linux_platform::LinuxBlockStorage storage;
+  linux_platform::LinuxVolumes volumes;
+  linux_platform::LinuxNetworkInterfaces links;
+  linux_platform::LinuxMemory memory;
+  linux_platform::LinuxPowerSources sources;
+  DiskProvider disk(machine.loop, storage, volumes);
+  BatteryProvider battery(machine.loop, sources);
+  const auto network = std::make_shared<NetworkProvider>(
+      machine.loop,
+      NetworkProvider::Services{links, machine.tools, machine.wifi, machine.location, *machine.lane});
+  const auto memoryProvider = std::make_shared<MemoryProvider>(
+      machine.loop, memory,
+      std::make_shared<ProcessScanCache>(machine.clock, machine.processTable, *machine.lane));
+  for (auto _ : state) {
+    machine.clock.setContinuous(machine.clock.continuousNow() + std::chrono::seconds(1));
+    disk.tick();
+    network->tick();
+    memoryProvider->tick();
+    battery.tick();
+  }
+}
+BENCHMARK(allTicksOnThisMachine)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace kestrune
