@@ -2,7 +2,9 @@
 #include <cstdlib>
 
 #include <QApplication>
+#include <QFile>
 #include <QSocketNotifier>
+#include <unistd.h>
 
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/TerminationSignals.h"
@@ -20,6 +22,14 @@ void chooseQtPlatform() {
   if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM")) return;
   std::fputs("kestrune: no display; running without a window\n", stderr);
   qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+// This process becomes the next run, with the same arguments and environment. Where the program's file is
+// gone, as after an upgrade, the one that is still open serves.
+void startAnew(char** argv) {
+  execv(QFile::encodeName(QCoreApplication::applicationFilePath()).constData(), argv);
+  execv("/proc/self/exe", argv);
+  std::perror("kestrune: can't start anew");
 }
 
 int run(int argc, char** argv) {
@@ -63,6 +73,10 @@ int run(int argc, char** argv) {
   const int code = QApplication::exec();
   // All that is worth keeping has been saved; a reading that hangs in some lane must not keep the process.
   std::fflush(nullptr);
+  if (kestrune.wantsNewInstance()) {
+    instance.release();
+    startAnew(argv);
+  }
   std::_Exit(code);
 }
 

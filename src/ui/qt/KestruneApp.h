@@ -4,6 +4,7 @@
 
 #include <QMenu>
 
+#include "platform/Application.h"
 #include "platform/Platform.h"
 #include "texts/Catalogue.h"
 #include "ui/qt/MainWindow.h"
@@ -17,11 +18,11 @@ inline constexpr std::string_view willTerminateNotification = "Kestrune.willTerm
 
 // The running program: one environment, one main window, one item in the tray. Creating it starts the
 // sampling. Needs a QApplication. Main thread.
-class KestruneApp {
+class KestruneApp final : public platform::Application {
  public:
   // Both must outlive it.
   KestruneApp(MainLoop& loop, const platform::Platform& platform);
-  ~KestruneApp();
+  ~KestruneApp() override;
   KestruneApp(const KestruneApp&) = delete;
   KestruneApp& operator=(const KestruneApp&) = delete;
 
@@ -30,7 +31,10 @@ class KestruneApp {
 
   void openMainWindow() { window_->bringForward(); }
   // Ends the program at the next turn of Qt's event loop.
-  void terminate();
+  void terminate() override;
+  void openNewInstance() override { wantsNewInstance_ = true; }
+  // Whether the program is to be started anew once it has ended.
+  bool wantsNewInstance() const { return wantsNewInstance_; }
 
   MainWindow& window() { return *window_; }
   NotificationCenter& notifications() { return notifications_; }
@@ -48,6 +52,7 @@ class KestruneApp {
   QMenu trayMenu_;
   std::unique_ptr<TrayItem> tray_;
   bool hasAnnouncedEnd_ = false;
+  bool wantsNewInstance_ = false;
   QObject connections_;  // ends the connections to the application with it
 };
 

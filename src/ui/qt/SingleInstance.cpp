@@ -74,4 +74,8 @@ SingleInstance::Outcome SingleInstance::claim() {
                                                      : Outcome::otherDoesNotAnswer;
 }
 
+void SingleInstance::release() {
+  if (hasSessionBus()) QDBusConnection::sessionBus().unregisterService(serviceName);
+}
+
 }  // namespace kestrune::ui::qt

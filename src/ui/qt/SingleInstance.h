@@ -25,6 +25,8 @@ class SingleInstance {
 
   // Waits for the other copy's answer for three seconds at most.
   Outcome claim();
+  // Lets the next copy be the first one.
+  void release();
 
  private:
   class Service;
