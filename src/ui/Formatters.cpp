@@ -29,6 +29,14 @@ std::string formatRate(double bytesPerSecond) {
   return fmt::format("{:.2f} GB/s", rate / giga);
 }
 
+double gibibytes(double bytes) {
+  return bytes / giga;
+}
+
+std::string formatGibibytes(double gibibytes, int fractionDigits) {
+  return fmt::format("{:.{}f} GB", gibibytes, fractionDigits);
+}
+
 int wholePercent(double percent) {
   constexpr double limit = 1e9;
   return std::isnan(percent) ? 0 : static_cast<int>(std::clamp(percent, -limit, limit));

@@ -12,6 +12,12 @@ std::string formatBytes(std::uint64_t bytes);
 // counts as 0.
 std::string formatRate(double bytesPerSecond);
 
+// Units of 2^30 bytes.
+double gibibytes(double bytes);
+
+// "12.3 GB", "16 GB": units of 2^30 bytes with that many digits behind the point.
+std::string formatGibibytes(double gibibytes, int fractionDigits);
+
 // The integer part of a percentage; 0 for what is no number.
 int wholePercent(double percent);
 

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "ui/CPUTab.h"
+#include "ui/DiskTab.h"
+#include "ui/MemoryTab.h"
 #include "ui/PlaceholderTab.h"
 #include "ui/Sidebar.h"
 
@@ -11,6 +13,11 @@ namespace {
 
 constexpr double sidebarMinWidth = 160;
 constexpr double sidebarIdealWidth = 180;
+
+template <class Tab>
+View tabPage(const ViewContext& context) {
+  return component<Tab>([context] { return std::make_shared<Tab>(context); });
+}
 
 }  // namespace
 
@@ -62,7 +69,11 @@ View MainWindowView::detail() const {
   const auto tab = selectedTab.get();
   View page;
   if (tab == MainTab::cpu) {
-    page = component<CPUTab>([context = context_] { return std::make_shared<CPUTab>(context); });
+    page = tabPage<CPUTab>(context_);
+  } else if (tab == MainTab::memory) {
+    page = tabPage<MemoryTab>(context_);
+  } else if (tab == MainTab::disk) {
+    page = tabPage<DiskTab>(context_);
   } else if (tab) {
     page = PlaceholderTab{*tab};
   }

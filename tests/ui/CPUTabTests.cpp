@@ -126,7 +126,7 @@ TEST_F(CPUTabTest, LongSeriesAreThinnedTo120Points) {
   const auto series = [](std::size_t count, std::size_t samples) {
     HistoryRing<double> ring(200);
     for (std::size_t i = 0; i < count; ++i) ring.append({{}, static_cast<double>(i)});
-    return usageSeries(ring, samples);
+    return thinnedSeries(ring, samples, 100);
   };
   EXPECT_THAT(series(0, 300), IsEmpty());
   EXPECT_THAT(series(1, 300), IsEmpty());

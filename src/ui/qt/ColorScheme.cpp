@@ -75,12 +75,14 @@ ColorScheme colorSchemeFor(const QPalette& palette) {
     scheme.orange = QColor(0xff, 0xa0, 0x2e);
     scheme.red = QColor(0xff, 0x7d, 0x75);
     scheme.green = QColor(0x3f, 0xcb, 0x68);
+    scheme.purple = QColor(0xc0, 0x84, 0xfc);
   } else {
     scheme.window = luminance(window) > 0.9 ? QColor(0xf3, 0xf3, 0xf5) : window;
     scheme.controlBackground = mixed(scheme.window, Qt::white, 0.9);
     scheme.orange = QColor(0xd9, 0x6c, 0x00);
     scheme.red = QColor(0xd6, 0x30, 0x31);
     scheme.green = QColor(0x1f, 0x95, 0x48);
+    scheme.purple = QColor(0x8e, 0x44, 0xc9);
   }
   const QColor fallback = scheme.isDark ? Qt::white : Qt::black;
   const bool isReadable = contrast(text, scheme.window) >= leastTextContrast;
@@ -116,6 +118,8 @@ QColor ColorScheme::of(ColorRole role) const {
       return red;
     case ColorRole::green:
       return green;
+    case ColorRole::purple:
+      return purple;
     case ColorRole::black:
       return Qt::black;
     case ColorRole::rgb:

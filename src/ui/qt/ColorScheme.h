@@ -22,6 +22,7 @@ struct ColorScheme {
   QColor orange;
   QColor red;
   QColor green;
+  QColor purple;
 
   // Invalid for `rgb`.
   QColor of(ColorRole role) const;

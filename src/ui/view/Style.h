@@ -21,6 +21,7 @@ enum class ColorRole : std::uint8_t {
   orange,
   red,
   green,
+  purple,
   black,
   rgb,  // fixed: the components of Color
 };

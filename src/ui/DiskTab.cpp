@@ -1,0 +1,79 @@
+#include "ui/DiskTab.h"
+
+#include <string>
+#include <utility>
+
+#include "ui/Card.h"
+#include "ui/Dashboard.h"
+#include "ui/Formatters.h"
+#include "ui/Gauges.h"
+#include "ui/Sparkline.h"
+#include "ui/ViewList.h"
+
+namespace kestrune::ui {
+namespace {
+
+constexpr auto centered = VerticalAlignment::center;
+constexpr Color readColor = ColorRole::accent;
+constexpr Color writeColor = Color(ColorRole::orange, 0.8);
+
+// A figure with a word behind it that belongs to the sentence, such as " free".
+View figure(std::uint64_t bytes, std::string word) {
+  return hstack(0, VerticalAlignment::firstTextBaseline,
+                views(verbatim(formatBytes(bytes)), text(std::move(word))));
+}
+
+}  // namespace
+
+View DiskTab::body() {
+  return dashboard(
+      views(cardRow(views(rateCard("Read", "arrow.down.circle", &DiskSnapshot::readBytesPerSec),
+                          rateCard("Write", "arrow.up.circle", &DiskSnapshot::writeBytesPerSec))),
+            history(), volumes()));
+}
+
+std::vector<double> DiskTab::rates(double DiskSnapshot::*rate) const {
+  const auto& ring = disk().history.get();
+  std::vector<double> values;
+  values.reserve(ring.size());
+  for (std::size_t i = 0; i < ring.size(); ++i) values.push_back(ring[i].value.*rate);
+  return values;
+}
+
+View DiskTab::rateCard(std::string title, std::string symbolName, double DiskSnapshot::*rate) const {
+  const SparklineView trend{rates(rate), ColorRole::accent, true, "Metric trend"};
+  return Card{section(views(sectionHeader(label(std::move(title), std::move(symbolName))),
+                            verbatim(formatRate((*disk().current).*rate)).withMonospacedDigits(28),
+                            trend.body().height(32)))};
+}
+
+View DiskTab::history() const {
+  const SparklineView read{rates(&DiskSnapshot::readBytesPerSec), readColor, true, "Metric trend"};
+  const SparklineView write{rates(&DiskSnapshot::writeBytesPerSec), writeColor, true, "Metric trend"};
+  auto legend = hstack(12, centered, views(legendEntry("Read", readColor), legendEntry("Write", writeColor)));
+  return section(views(sectionHeader(label("I/O history  (last 60 s)", "chart.xyaxis.line")),
+                       zstack(topLeading, views(read, write)).height(60), std::move(legend)));
+}
+
+View DiskTab::volumes() const {
+  const DiskSnapshot& now = *disk().current;
+  const double fraction = now.volumeTotalBytes == 0 ? 0
+                                                    : static_cast<double>(now.volumeUsedBytes) /
+                                                          static_cast<double>(now.volumeTotalBytes);
+  auto name = hstack(6, centered, views(symbol("internaldrive"), verbatim(now.volumeName).withLineLimit(1)))
+                  .withFont(13);
+  auto title =
+      hstack(innerSpacing, centered,
+             views(std::move(name), spacer(), figure(now.volumeFreeBytes, " free").withMonospacedDigits(14)));
+  auto captions =
+      hstack(innerSpacing, centered,
+             views(figure(now.volumeUsedBytes, " used"), spacer(), figure(now.volumeTotalBytes, " total")))
+          .withFont(11)
+          .withForeground(ColorRole::secondary);
+  return section(
+      views(sectionHeader(text("Volumes")),
+            vstack(6, HorizontalAlignment::leading,
+                   views(std::move(title), ThinBar{fraction, ColorRole::accent}, std::move(captions)))));
+}
+
+}  // namespace kestrune::ui
