@@ -1,5 +1,7 @@
 #include "ui/qt/MountedView.h"
 
+#include <algorithm>
+
 #include <QScrollArea>
 #include <QVariantAnimation>
 
@@ -13,6 +15,7 @@ namespace kestrune::ui::qt {
 namespace {
 
 constexpr double disabledOpacity = 0.45;
+constexpr int menuSymbolSize = 16;
 
 const Traits& traitsOf(const View& view) {
   static const Traits none;
@@ -34,6 +37,11 @@ std::optional<Color> backdropOn(const View& view, const BackgroundContent& surfa
   const bool isOpaque = surface.fill.opacity >= 1 && opacity >= 1;
   if (isOpaque && keepsClearOfCorners(view, surface.cornerRadius)) return surface.fill;
   return std::nullopt;
+}
+
+QIcon menuIcon(const std::string& symbolName, Theme& theme, double devicePixelRatio) {
+  if (symbolName.empty()) return {};
+  return {theme.symbol(symbolName, menuSymbolSize, theme.color(ColorRole::primary), devicePixelRatio)};
 }
 
 QString joinedTexts(const View& view, const Theme& theme) {
@@ -67,6 +75,7 @@ MountedView::~MountedView() {
   pulse_.reset();
   for (Root* pane : panes_) pane->setContent(nullptr);
   children_.clear();
+  if (menu_) menu_->close();
   if (widget_) {
     // It may be in the middle of handling an event, but shall call nobody any more.
     if (surface_ != nullptr) surface_->setBehaviour({});
@@ -76,7 +85,10 @@ MountedView::~MountedView() {
 }
 
 bool MountedView::wantsSurface(const View& view) const {
-  if (view.as<BackgroundContent>() != nullptr || view.as<ButtonContent>() != nullptr) return true;
+  if (view.as<BackgroundContent>() != nullptr || view.as<ButtonContent>() != nullptr ||
+      view.as<MenuContent>() != nullptr) {
+    return true;
+  }
   if (leaf_ != nullptr || !view.traits) return false;
   const Traits& traits = *view.traits;
   return traits.onTap || traits.onHover || traits.help || traits.isAccessibilityElement ||
@@ -190,7 +202,7 @@ void MountedView::refreshSurface() {
   surface_->setEnabled(scope.isEnabled);
 }
 
-Surface::Behaviour MountedView::surfaceBehaviour() const {
+Surface::Behaviour MountedView::surfaceBehaviour() {
   const Traits& traits = traitsOf(*view_);
   Surface::Behaviour behaviour;
   behaviour.onHover = traits.onHover;
@@ -201,14 +213,48 @@ Surface::Behaviour MountedView::surfaceBehaviour() const {
     behaviour.role = Surface::Role::button;
     behaviour.onTap = button->action;
   }
+  if (view_->as<MenuContent>() != nullptr) {
+    behaviour.role = Surface::Role::menu;
+    behaviour.onTap = [this] { openMenu(); };
+  }
   behaviour.hidesChildren = traits.isAccessibilityElement || behaviour.onTap;
   if (traits.help) behaviour.toolTip = context_.theme.text(*traits.help);
   if (traits.accessibilityLabel) {
     behaviour.accessibleName = context_.theme.text(*traits.accessibilityLabel);
   } else if (behaviour.hidesChildren) {
     behaviour.accessibleName = joinedTexts(*view_, context_.theme);
+    // A control that shows a symbol alone is called what its tooltip says.
+    if (behaviour.accessibleName.isEmpty()) behaviour.accessibleName = behaviour.toolTip;
   }
   return behaviour;
+}
+
+void MountedView::openMenu() {
+  const auto* content = view_->as<MenuContent>();
+  if (content == nullptr) return;
+  menu_ = new QMenu(surface_);
+  menu_->setAttribute(Qt::WA_DeleteOnClose);
+  for (const MenuItem& item : content->items) {
+    if (item.isSeparator) {
+      menu_->addSeparator();
+      continue;
+    }
+    // The items may have changed by the time that one is chosen.
+    menu_->addAction(menuIcon(item.symbol, context_.theme, surface_->devicePixelRatioF()),
+                     context_.theme.text(item.title).replace(u'&', QStringLiteral("&&")), surface_,
+                     [this, title = item.title] { chooseMenuItem(title); });
+  }
+  menu_->popup(surface_->mapToGlobal(surface_->rect().bottomLeft()));
+}
+
+void MountedView::chooseMenuItem(const TextContent& title) {
+  const auto* content = view_->as<MenuContent>();
+  if (content == nullptr) return;
+  const auto item = std::ranges::find_if(
+      content->items, [&](const MenuItem& each) { return !each.isSeparator && each.title == title; });
+  if (item == content->items.end() || !item->action) return;
+  const auto action = item->action;
+  action();
 }
 
 void MountedView::evaluateIfNeeded(bool hasNewInput) {
@@ -293,6 +339,7 @@ void MountedView::applyGeometry(QPoint origin) {
     QRect geometry = bounds.translated(-origin);
     if (surface_ != nullptr) geometry = geometry.marginsAdded(surface_->outset());
     if (widget_->geometry() != geometry) widget_->setGeometry(geometry);
+    if (widget_->isHidden() != node_.isLeftOut()) widget_->setVisible(!node_.isLeftOut());
     if (surface_ != nullptr)
       origin = bounds.topLeft() - QPoint(surface_->outset().left(), surface_->outset().top());
   }

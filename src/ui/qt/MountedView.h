@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include <QMenu>
 #include <QPoint>
 #include <QPointer>
 #include <QWidget>
@@ -85,7 +86,9 @@ class MountedView final : public Evaluated {
   void followPulse();
   void enter();
   void leave();
-  Surface::Behaviour surfaceBehaviour() const;
+  Surface::Behaviour surfaceBehaviour();
+  void openMenu();
+  void chooseMenuItem(const TextContent& title);
 
   MountContext& context_;
   Root& root_;
@@ -94,6 +97,7 @@ class MountedView final : public Evaluated {
   Inherited inherited_;
   LayoutNode node_;
   QPointer<QWidget> widget_;
+  QPointer<QMenu> menu_;  // while it is open
   Leaf* leaf_ = nullptr;
   Surface* surface_ = nullptr;
   std::vector<std::unique_ptr<MountedView>> children_;

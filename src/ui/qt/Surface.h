@@ -17,7 +17,7 @@ class Theme;
 // the pointer, has a tooltip, or speaks for its children to assistive tools. Its children are placed on it.
 class Surface : public QWidget {
  public:
-  enum class Role : std::uint8_t { group, row, button };
+  enum class Role : std::uint8_t { group, row, button, menu };
 
   struct Look {
     BackgroundContent background;

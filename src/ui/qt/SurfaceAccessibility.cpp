@@ -12,6 +12,8 @@ QAccessible::Role roleOf(const Surface& surface) {
       return QAccessible::ListItem;
     case Surface::Role::button:
       return QAccessible::Button;
+    case Surface::Role::menu:
+      return QAccessible::ButtonMenu;
     case Surface::Role::group:
       break;
   }

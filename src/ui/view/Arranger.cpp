@@ -327,4 +327,67 @@ Arranged Arranger::operator()(const AdaptiveGridContent& grid) const {
   return arranged;
 }
 
+Arranged Arranger::operator()(const ColumnsContent& grid) const {
+  const double width = offered_.width && *offered_.width < unlimited ? *offered_.width : idealWidth(grid);
+  const double columns = std::max(1, grid.columns);
+  const double columnWidth = std::max(0.0, (width - (columns - 1) * grid.spacing) / columns);
+
+  Arranged arranged{{width, 0}, {}};
+  double top = 0;
+  std::size_t next = 0;
+  while (next < node_.children_.size()) {
+    Items row;
+    double column = 0;
+    while (next < node_.children_.size()) {
+      const double span = spanOf(grid, next);
+      if (column > 0 && column + span > columns) break;
+      LayoutNode& child = *node_.children_[next++];
+      row.push_back(offer(child, {span * columnWidth + (span - 1) * grid.spacing, std::nullopt}));
+      row.back().rect.x = column * (columnWidth + grid.spacing);
+      column += span;
+    }
+    double height = 0;
+    for (const auto& item : row) height = std::max(height, item.rect.height);
+    for (auto& item : row) {
+      const double x = item.rect.x;
+      item = offer(*item.node, {item.proposal.width, height});
+      item.rect.x = x;
+      item.rect.y = top;
+      arranged.items.push_back(item);
+    }
+    arranged.size.height = top + height;
+    top += height + grid.spacing;
+  }
+  return arranged;
+}
+
+double Arranger::spanOf(const ColumnsContent& grid, std::size_t child) {
+  const int span = child < grid.spans.size() ? grid.spans[child] : 1;
+  return std::clamp(span, 1, std::max(1, grid.columns));
+}
+
+// So wide that each cell has its own ideal width.
+double Arranger::idealWidth(const ColumnsContent& grid) const {
+  double columnWidth = 0;
+  for (std::size_t i = 0; i < node_.children_.size(); ++i) {
+    const double span = spanOf(grid, i);
+    const double width = node_.children_[i]->metrics({std::nullopt, std::nullopt}).size.width;
+    columnWidth = std::max(columnWidth, (width - (span - 1) * grid.spacing) / span);
+  }
+  const double columns = std::max(1, grid.columns);
+  return columns * columnWidth + (columns - 1) * grid.spacing;
+}
+
+Arranged Arranger::operator()(const FirstFitContent&) const {
+  if (node_.children_.empty()) return {};
+  const auto fits = [this](LayoutNode* child) {
+    return !offered_.width || child->metrics({std::nullopt, offered_.height}).size.width <= *offered_.width;
+  };
+  const auto found = std::ranges::find_if(node_.children_, fits);
+  LayoutNode& chosen = found == node_.children_.end() ? *node_.children_.back() : **found;
+  Items items{offer(chosen, offered_)};
+  const Rect& rect = items.front().rect;
+  return {{rect.width, rect.height}, std::move(items)};
+}
+
 }  // namespace kestrune::ui

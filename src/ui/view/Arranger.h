@@ -39,6 +39,8 @@ class Arranger {
   Arranged operator()(const VStackContent& stack) const;
   Arranged operator()(const ZStackContent& stack) const;
   Arranged operator()(const AdaptiveGridContent& grid) const;
+  Arranged operator()(const ColumnsContent& grid) const;
+  Arranged operator()(const FirstFitContent& content) const;
   Arranged operator()(const PaddingContent& padding) const;
   Arranged operator()(const FrameContent& frame) const;
 
@@ -52,6 +54,8 @@ class Arranger {
     double least = 0;
   };
 
+  static double spanOf(const ColumnsContent& grid, std::size_t child);
+  double idealWidth(const ColumnsContent& grid) const;
   Items offerEach(const Proposal& proposal) const;
   Items offerOnly(const Proposal& proposal) const;
   Arranged::Item offer(LayoutNode& child, const Proposal& proposal) const;

@@ -24,6 +24,7 @@ struct ArrangementOf {
   Arrangement operator()(const ScrollContent&) const { return FillsOffer{}; }
   Arrangement operator()(const SplitContent&) const { return FillsOffer{}; }
   Arrangement operator()(const ButtonContent&) const { return AsChild{}; }
+  Arrangement operator()(const MenuContent&) const { return AsChild{}; }
   Arrangement operator()(const BackgroundContent&) const { return AsChild{}; }
   Arrangement operator()(const ComponentContent&) const { return AsChild{true}; }
   template <class Same>
@@ -182,7 +183,8 @@ double LayoutNode::flexibility(Axis along) {
 }
 
 void LayoutNode::settle(const Rect& bounds, const Proposal& proposal) {
-  if (!needsLayout_ && bounds == bounds_ && proposal == proposal_) return;
+  if (!needsLayout_ && !isLeftOut_ && bounds == bounds_ && proposal == proposal_) return;
+  isLeftOut_ = false;
   const Arranged arranged = Arranger(*this, proposal).arrange();
   auto item = arranged.items.begin();
   for (LayoutNode* child : children_) {
@@ -191,13 +193,18 @@ void LayoutNode::settle(const Rect& bounds, const Proposal& proposal) {
                     item->proposal);
       ++item;
     } else {
-      child->settle({bounds.x, bounds.y, 0, 0}, {0, 0});
+      child->leaveOut();
     }
   }
   bounds_ = bounds;
   proposal_ = proposal;
   frame_ = wholePixels(bounds);
   needsLayout_ = false;
+}
+
+void LayoutNode::leaveOut() {
+  isLeftOut_ = true;
+  for (LayoutNode* child : children_) child->leaveOut();
 }
 
 }  // namespace kestrune::ui

@@ -59,9 +59,9 @@ struct AsChild {
       false;  // it is no more than its child, and takes no part where that is an empty view
   friend bool operator==(AsChild, AsChild) = default;
 };
-using Arrangement =
-    std::variant<std::monostate, OwnSize, FillsOffer, AsChild, SpacerContent, DividerContent, HStackContent,
-                 VStackContent, ZStackContent, AdaptiveGridContent, PaddingContent, FrameContent>;
+using Arrangement = std::variant<std::monostate, OwnSize, FillsOffer, AsChild, SpacerContent, DividerContent,
+                                 HStackContent, VStackContent, ZStackContent, AdaptiveGridContent,
+                                 ColumnsContent, FirstFitContent, PaddingContent, FrameContent>;
 
 // One node of the tree that is arranged. Whoever mounts views keeps one for each view and links them as the
 // views are. The layout stops at a scroll view and at the panes of a split view: these are measured from
@@ -92,6 +92,8 @@ class LayoutNode {
   void place(Rect bounds);
   void place(Rect bounds, Proposal proposal);
   const Rect& frame() const { return frame_; }
+  // The surroundings found no place for the node when they were placed; its frame means nothing then.
+  bool isLeftOut() const { return isLeftOut_; }
   // True once `invalidate` was called on this node or one below it and `place` hasn't been since.
   bool needsLayout() const { return needsLayout_; }
 
@@ -110,6 +112,7 @@ class LayoutNode {
   double leastLength(Axis along);
   double flexibility(Axis along);
   void settle(const Rect& bounds, const Proposal& proposal);
+  void leaveOut();
 
   Arrangement arrangement_;
   std::vector<LayoutNode*> children_;
@@ -125,6 +128,7 @@ class LayoutNode {
   Proposal proposal_;
   Rect frame_;
   bool needsLayout_ = true;
+  bool isLeftOut_ = false;
 };
 
 }  // namespace kestrune::ui

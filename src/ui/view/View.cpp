@@ -191,6 +191,12 @@ View button(View label, std::function<void()> action) {
   return view;
 }
 
+View menu(View label, std::vector<MenuItem> items) {
+  View view(MenuContent{std::move(items)});
+  view.children.push_back(std::move(label));
+  return view;
+}
+
 View segmentedPicker(std::vector<TextContent> labels, int selected, std::function<void(int)> onSelect) {
   return View(SegmentedPickerContent{std::move(labels), selected, std::move(onSelect)});
 }
@@ -209,6 +215,14 @@ View zstack(Alignment alignment, std::vector<View> children) {
 
 View adaptiveGrid(double minColumnWidth, double spacing, std::vector<View> children) {
   return View(AdaptiveGridContent{minColumnWidth, spacing}, std::move(children));
+}
+
+View columns(int count, double spacing, std::vector<View> children, std::vector<int> spans) {
+  return View(ColumnsContent{count, spacing, std::move(spans)}, std::move(children));
+}
+
+View firstFit(std::vector<View> arrangements) {
+  return View(FirstFitContent{}, std::move(arrangements));
 }
 
 View scroll(View content) {

@@ -92,6 +92,18 @@ struct ButtonContent {
   std::function<void()> action;
 };
 
+struct MenuItem {
+  TextContent title;
+  std::string symbol;  // possibly none
+  bool isSeparator = false;
+  std::function<void()> action;
+};
+
+// One child: the label. Pressing it opens the items.
+struct MenuContent {
+  std::vector<MenuItem> items;
+};
+
 struct SegmentedPickerContent {
   std::vector<TextContent> labels;
   int selected = 0;
@@ -122,6 +134,20 @@ struct AdaptiveGridContent {
   double minColumnWidth = 0;
   double spacing = 0;
   friend bool operator==(const AdaptiveGridContent&, const AdaptiveGridContent&) = default;
+};
+
+// So many columns of equal width, filled row by row; the cells of a row are offered the height of its
+// tallest.
+struct ColumnsContent {
+  int columns = 1;
+  double spacing = 0;
+  std::vector<int> spans;  // over how many columns each child reaches; 1 where it doesn't say
+  friend bool operator==(const ColumnsContent&, const ColumnsContent&) = default;
+};
+
+// Arrangements of the same thing: the first child whose ideal width fits is shown, else the last.
+struct FirstFitContent {
+  friend bool operator==(const FirstFitContent&, const FirstFitContent&) = default;
 };
 
 // One child, inset.
@@ -170,11 +196,11 @@ struct ComponentContent {
   std::function<void(Component&)> update;
 };
 
-using Content =
-    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, SpacerContent, DividerContent,
-                 LineChartContent, BarContent, RingContent, ButtonContent, SegmentedPickerContent,
-                 HStackContent, VStackContent, ZStackContent, AdaptiveGridContent, PaddingContent,
-                 FrameContent, BackgroundContent, ScrollContent, SplitContent, ComponentContent>;
+using Content = std::variant<std::monostate, TextContent, SymbolContent, ImageContent, SpacerContent,
+                             DividerContent, LineChartContent, BarContent, RingContent, ButtonContent,
+                             MenuContent, SegmentedPickerContent, HStackContent, VStackContent, ZStackContent,
+                             AdaptiveGridContent, ColumnsContent, FirstFitContent, PaddingContent,
+                             FrameContent, BackgroundContent, ScrollContent, SplitContent, ComponentContent>;
 
 // ---- what any view can have
 // ---------------------------------------------------------------------------------
@@ -276,11 +302,14 @@ View spacer(double minLength = 8);
 View divider();
 View lineChart(std::vector<LineChartContent::Line> lines, double lineWidth);
 View button(View label, std::function<void()> action);
+View menu(View label, std::vector<MenuItem> items);
 View segmentedPicker(std::vector<TextContent> labels, int selected, std::function<void(int)> onSelect);
 View hstack(double spacing, VerticalAlignment alignment, std::vector<View> children);
 View vstack(double spacing, HorizontalAlignment alignment, std::vector<View> children);
 View zstack(Alignment alignment, std::vector<View> children);
 View adaptiveGrid(double minColumnWidth, double spacing, std::vector<View> children);
+View columns(int count, double spacing, std::vector<View> children, std::vector<int> spans = {});
+View firstFit(std::vector<View> arrangements);
 View scroll(View content);
 View split(double sidebarMinWidth, double sidebarIdealWidth, View sidebar, View detail);
 // A symbol and a title beside it.

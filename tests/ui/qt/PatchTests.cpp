@@ -45,7 +45,13 @@ class Trees {
   }
 
   View container(int depth) {
-    switch (below(10)) {
+    switch (below(13)) {
+      case 9:
+        return columns(2, 6, children(depth), {2});
+      case 10:
+        return firstFit(children(depth));
+      case 11:
+        return menu(tree(depth), {{.title = verbatimText("item"), .symbol = {}, .action = {}}});
       case 0:
         return tree(depth).padding(below(12));
       case 1:

@@ -96,9 +96,13 @@ class RandomViews {
     }
     std::vector<View> children;
     for (std::size_t count = below(5); count > 0; --count) children.push_back(any(depth - 1));
-    switch (below(5)) {
+    switch (below(7)) {
       case 0:
         return zstack(alignment(), std::move(children));
+      case 4:
+        return columns(static_cast<int>(1 + below(3)), length(), std::move(children), {1, 2, 1});
+      case 5:
+        return firstFit(std::move(children));
       case 1:
         return adaptiveGrid(length(), length(), std::move(children));
       case 2:

@@ -197,6 +197,31 @@ TEST(Grid, FillsAsManyColumnsAsFit) {
   EXPECT_EQ(LayoutTree(adaptiveGrid(0, 0, {})).node().measure({100, 100}), (Size{100, 0}));
 }
 
+TEST(Grid, ColumnsAreEvenAndRowsAsTallAsTheirTallestCell) {
+  LayoutTree tree(
+      columns(3, 10, views(symbol("a"), text("abcdefgh"), chart(), chart(), symbol("b")), {1, 1, 1, 2}));
+  EXPECT_THAT(tree.placed(170, 62).childFrames(),
+              ElementsAre(Rect{0, 0, 20, 20}, Rect{60, 0, 50, 32}, Rect{120, 0, 50, 32},  //
+                          Rect{0, 42, 110, 20}, Rect{120, 42, 20, 20}));
+  EXPECT_EQ(LayoutTree(columns(2, 10, views(text("abcd"), symbol("a")))).node().measure({}), (Size{90, 20}));
+}
+
+TEST(FirstFit, ShowsTheFirstArrangementThatIsNotTooWide) {
+  LayoutTree tree(firstFit(views(text("abcdefgh"), text("abcd"), symbol("s"))));
+  const auto shown = [&](double width) {
+    tree.placed(width, 100);
+    std::vector<int> places;
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (!tree.child(i).isLeftOut()) places.push_back(static_cast<int>(i));
+    }
+    return places;
+  };
+  EXPECT_THAT(shown(80), ElementsAre(0));
+  EXPECT_THAT(shown(79), ElementsAre(1));
+  EXPECT_THAT(shown(10), ElementsAre(2)) << "the last where nothing fits";
+  EXPECT_THAT(shown(100), ElementsAre(0));
+}
+
 TEST(Panes, TakeWhatTheyAreOffered) {
   for (const View& pane : views(scroll(text("abc")), split(100, 200, text("a"), text("b")))) {
     LayoutTree tree(pane);

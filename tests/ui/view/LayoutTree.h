@@ -58,7 +58,8 @@ class LayoutTree {
       return children_.at(index)->at(static_cast<std::size_t>(below)...);
     }
   }
-  const Rect& frame() const { return node_.frame(); }
+  // Nothing for what found no place.
+  Rect frame() const { return node_.isLeftOut() ? Rect{} : node_.frame(); }
   std::vector<Rect> childFrames() const {
     std::vector<Rect> frames;
     frames.reserve(children_.size());
@@ -74,6 +75,8 @@ class LayoutTree {
     }
     return frames;
   }
+
+  const LayoutNode& child(std::size_t index) const { return children_[index]->node_; }
 
   LayoutTree& placed(double width, double height) {
     node_.place({0, 0, width, height});
