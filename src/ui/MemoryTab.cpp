@@ -15,22 +15,8 @@
 namespace kestrune::ui {
 namespace {
 
-using MemoryPressure = MemorySnapshot::MemoryPressure;
-
 constexpr auto centered = VerticalAlignment::center;
 constexpr double memoryColumnWidth = 80;
-
-Color pressureColor(MemoryPressure pressure) {
-  switch (pressure) {
-    case MemoryPressure::nominal:
-      return statusNeutralColor;
-    case MemoryPressure::warning:
-      return statusWarningColor;
-    case MemoryPressure::critical:
-      return statusCriticalColor;
-  }
-  return {};
-}
 
 double share(double part, double whole) {
   return whole > 0 ? clampedFraction(part / whole) : 0;
