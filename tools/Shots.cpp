@@ -67,6 +67,15 @@ bool writeTabs(ui::qt::KestruneApp& app, const Options& options) {
   return true;
 }
 
+bool writePopover(ui::qt::KestruneApp& app, const Options& options) {
+  app.popover().toggle(QRect(200, 10, 22, 22));
+  letPass(300);
+  const QString file = options.folder.filePath(QStringLiteral("popover.png"));
+  if (app.popover().grab().save(file)) return true;
+  std::fprintf(stderr, "shots: can't write %s\n", qPrintable(file));
+  return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -86,7 +95,7 @@ int main(int argc, char** argv) {
   app.window().resize(options.size);
   app.openMainWindow();
   letPass(options.seconds * 1000);
-  const bool written = writeTabs(app, options);
+  const bool written = writeTabs(app, options) && writePopover(app, options);
   std::fflush(nullptr);
   std::_Exit(written ? EXIT_SUCCESS : EXIT_FAILURE);
 }

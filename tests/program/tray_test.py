@@ -1,6 +1,7 @@
 """The item in a real tray."""
 
 import subprocess
+import time
 
 import session
 
@@ -17,12 +18,41 @@ def the_item_is_in_the_tray():
     session.wait_for("the icon", icons)
 
 
-def a_click_opens_the_main_window():
+def popover():
+    """The id of the popover if it is on screen."""
+    found = under_test.xdotool("search", "--onlyvisible", "--name", "^Kestrune$").split()
+    return found[0] if found else None
+
+
+def click_the_item():
+    under_test.xdotool("mousemove", "--window", icons()[0], "8", "8", "click", "1")
+
+
+def a_click_opens_the_popover_beside_the_item():
+    click_the_item()
+    window = session.wait_for("the popover", popover)
+    place = dict(line.split("=") for line in under_test.xdotool("getwindowgeometry", "--shell", window).split())
+    item = dict(line.split("=") for line in under_test.xdotool("getwindowgeometry", "--shell", icons()[0]).split())
+    assert int(place["Y"]) + 100 < int(item["Y"]), "the tray is at the bottom, so the popover stands above it"
+    assert int(item["Y"]) - int(place["Y"]) < 600, (place, item)
+
+
+def escape_closes_it():
+    under_test.xdotool("key", "--window", popover(), "Escape")
+    session.wait_for("the popover to close", lambda: not popover())
+
+
+def its_command_brings_the_closed_main_window_back():
     window = under_test.main_window()
     under_test.xdotool("windowfocus", window, "key", "--window", window, "ctrl+w")
     session.wait_for("the window to close", lambda: not under_test.main_window())
-    under_test.xdotool("mousemove", "--window", icons()[0], "8", "8", "click", "1")
+    time.sleep(0.3)  # a click right after closing does not open it again
+    click_the_item()
+    window = session.wait_for("the popover", popover)
+    # Tab goes to the first command, and the space bar presses it.
+    under_test.xdotool("key", "--window", window, "Tab", "space")
     session.wait_for("the window to open", under_test.main_window)
+    session.wait_for("the popover to close", lambda: not popover())
 
 
 with session.Session() as under_test:
@@ -30,4 +60,5 @@ with session.Session() as under_test:
                      stderr=subprocess.DEVNULL)
     running = under_test.start(session.program())
     session.wait_for("the window", under_test.main_window)
-    session.main([the_item_is_in_the_tray, a_click_opens_the_main_window])
+    session.main([the_item_is_in_the_tray, a_click_opens_the_popover_beside_the_item, escape_closes_it,
+                  its_command_brings_the_closed_main_window_back])

@@ -31,20 +31,21 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
     : preferences_(platform.preferences),
       formats_(numberLocale(platform.environment)),
       env_(loop, platform),
-      theme_(catalogue_) {
+      theme_(catalogue_),
+      isSandboxed_(isSandboxed(platform.environment)),
+      loop_(loop) {
   installSurfaceAccessibility();
   installLeafAccessibility();
   QApplication::setWindowIcon(programIcon(theme_));
-  const ViewContext context{loop,           env_,     preferences_,
-                            notifications_, formats_, isSandboxed(platform.environment)};
-  window_ = std::make_unique<MainWindow>(context, theme_, [this] { terminate(); });
+  window_ = std::make_unique<MainWindow>(context(), theme_, [this] { terminate(); });
 
   const auto text = [this](const char* words) { return theme_.text(key(words)); };
   trayMenu_.addAction(text("Open main window"), &connections_, [this] { openMainWindow(); });
   trayMenu_.addSeparator();
   trayMenu_.addAction(text("Quit Kestrune"), &connections_, [this] { terminate(); });
   if (hasDisplay()) {
-    tray_ = std::make_unique<TrayItem>(loop, *env_.cpu, formats_, &trayMenu_, [this] { openMainWindow(); });
+    tray_ = std::make_unique<TrayItem>(loop, *env_.cpu, formats_, &trayMenu_,
+                                       [this](const QRect& item) { popover().toggle(item); });
   }
 
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
@@ -55,6 +56,18 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
 }
 
 KestruneApp::~KestruneApp() = default;
+
+ViewContext KestruneApp::context() {
+  return {loop_, env_, preferences_, notifications_, formats_, isSandboxed_};
+}
+
+Popover& KestruneApp::popover() {
+  if (!popover_) {
+    MenuBarPopover::Commands commands{[this] { openMainWindow(); }, [this] { terminate(); }};
+    popover_ = std::make_unique<Popover>(context(), theme_, std::move(commands));
+  }
+  return *popover_;
+}
 
 bool KestruneApp::hasDisplay() {
   return QGuiApplication::platformName() != QStringLiteral("offscreen");

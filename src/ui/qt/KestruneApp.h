@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "texts/Catalogue.h"
 #include "ui/qt/MainWindow.h"
+#include "ui/qt/Popover.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/TrayItem.h"
 
@@ -30,6 +31,8 @@ class KestruneApp final : public platform::Application {
   static bool hasDisplay();
 
   void openMainWindow() { window_->bringForward(); }
+  // The popover, made at its first use.
+  Popover& popover();
   // Ends the program at the next turn of Qt's event loop.
   void terminate() override;
   void openNewInstance() override { wantsNewInstance_ = true; }
@@ -41,6 +44,7 @@ class KestruneApp final : public platform::Application {
 
  private:
   void announceEnd();
+  ViewContext context();
 
   NotificationCenter notifications_;
   Preferences preferences_;
@@ -48,7 +52,10 @@ class KestruneApp final : public platform::Application {
   AppEnvironment env_;
   Catalogue catalogue_;
   Theme theme_;
+  const bool isSandboxed_;
+  MainLoop& loop_;
   std::unique_ptr<MainWindow> window_;
+  std::unique_ptr<Popover> popover_;
   QMenu trayMenu_;
   std::unique_ptr<TrayItem> tray_;
   bool hasAnnouncedEnd_ = false;

@@ -51,12 +51,12 @@ QIcon trayPicture(int percent) {
 }
 
 TrayItem::TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
-                   std::function<void()> onClick)
+                   std::function<void(const QRect& item)> onClick)
     : loop_(loop), cpu_(cpu), formats_(formats), dependencies_([this] { loop_.post([this] { show(); }); }) {
   icon_.setContextMenu(menu);
   QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
-                   [onClick = std::move(onClick)](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason == QSystemTrayIcon::Trigger) onClick();
+                   [this, onClick = std::move(onClick)](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger) onClick(icon_.geometry());
                    });
   show();
   icon_.show();

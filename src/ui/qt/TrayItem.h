@@ -17,9 +17,10 @@ namespace kestrune::ui::qt {
 // desktop has no tray, nothing is shown. Main thread.
 class TrayItem {
  public:
-  // `menu` opens at the secondary click, `onClick` is called at the primary one. All must outlive the item.
+  // `menu` opens at the secondary click, `onClick` is called at the primary one, with the place of the item
+  // on the screen, or nothing where the desktop doesn't tell. All must outlive the item.
   TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
-           std::function<void()> onClick);
+           std::function<void(const QRect& item)> onClick);
   TrayItem(const TrayItem&) = delete;
   TrayItem& operator=(const TrayItem&) = delete;
 

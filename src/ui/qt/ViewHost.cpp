@@ -26,9 +26,9 @@ void HostContext::layOutAll() {
   while (done < context.roots.size()) context.roots[done++]->layOut();
 }
 
-ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent)
+ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent, Sizing sizing)
     : HostContext(loop, theme),
-      Root(HostContext::context, Sizing::fill, parent),
+      Root(HostContext::context, sizing, parent),
       view_(std::make_unique<const View>(std::move(view))),
       mounted_(std::make_unique<MountedView>(HostContext::context, *this, *this, *view_, surroundings())) {
   setContent(mounted_.get());

@@ -25,7 +25,7 @@ class HostContext {
 class ViewHost final : private HostContext, public Root {
  public:
   // Theme and loop must outlive the host.
-  ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent = nullptr);
+  ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent = nullptr, Sizing sizing = Sizing::fill);
   ~ViewHost() override;
 
   // Takes another value for the whole view.
