@@ -126,6 +126,9 @@ def transferred_bytes_come_out_as_rates_and_count_once():
         for command in (["addr", "add", "10.9.8.2/24", "dev", "peer0"], ["link", "set", "peer0", "up"]):
             subprocess.run([*outside, "ip", *command], check=True)
 
+        # A port that has received something is what counts as connected.
+        first = "import socket; socket.socket(socket.AF_INET, socket.SOCK_DGRAM).sendto(b'x', ('10.9.8.1', 9))"
+        subprocess.run([*outside, "python3", "-c", first], check=True)
         with probing(8, *inside) as running:
             take(running)
             receiver = stack.enter_context(subprocess.Popen(
@@ -142,7 +145,9 @@ def transferred_bytes_come_out_as_rates_and_count_once():
     # Headers come on top of the bytes, at most a tenth with the smallest packets that such a link makes.
     sent = sum(network["uploadBytesPerSec"] for network in networks)
     assert 0.95 * size <= sent <= 1.1 * size, (sent, size)
-    assert networks[-1]["interfaceName"] in ("Ethernet", "Detecting…"), networks[-1]
+    assert networks[-1]["interfaceName"] == "Ethernet", networks[-1]
+    assert networks[-1]["ipAddress"] == "10.9.8.1", networks[-1]
+    assert [row["id"] for row in networks[-1]["interfaces"]] == ["eth0"], networks[-1]
 
 
 def processes_are_those_of_ps():

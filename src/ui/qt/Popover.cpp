@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
@@ -54,6 +55,14 @@ void Popover::toggle(const QRect& anchor) {
   show();
   raise();
   activateWindow();
+  windowHandle()->installEventFilter(this);
+}
+
+bool Popover::eventFilter(QObject* watched, QEvent* event) {
+  // Keys go to the program that has the focus otherwise; only a window that is on screen can ask for them.
+  const bool isOnScreen = event->type() == QEvent::Expose && windowHandle()->isExposed();
+  if (isOnScreen && canPlaceWindows()) windowHandle()->setKeyboardGrabEnabled(true);
+  return QWidget::eventFilter(watched, event);
 }
 
 void Popover::fitContent() {

@@ -88,11 +88,15 @@ class Trees {
 void describe(const MountedView& mounted, const std::string& indent, std::string& out) {
   out += indent + std::to_string(mounted.view().content.index());
   if (const QWidget* widget = mounted.widget()) {
+    if (widget->isHidden()) {
+      out += " hidden\n";
+      return;
+    }
     const QRect rect(widget->mapTo(widget->window(), QPoint()), widget->size());
     out += " [" + std::to_string(rect.x()) + "," + std::to_string(rect.y()) + " " +
            std::to_string(rect.width()) + "x" + std::to_string(rect.height()) + "] " +
            widget->accessibleName().toStdString() + "|" + widget->toolTip().toStdString() +
-           (widget->isHidden() ? " hidden" : "") + (widget->isEnabled() ? "" : " disabled");
+           (widget->isEnabled() ? "" : " disabled");
   }
   out += "\n";
   for (const auto& child : mounted.children()) describe(*child, indent + " ", out);
