@@ -112,7 +112,7 @@ BENCHMARK(chartBySegments)->Apply(sizes);
 
 // A leaf as it is painted in a window: background and content.
 void paintLeaf(benchmark::State& state, const Content& content, int width, int height) {
-  const Catalogue catalogue{};
+  const kestrune::Catalogue catalogue{};
   Theme theme(catalogue);
   QWidget window;
   Leaf* leaf = makeLeaf(content, theme, &window);
@@ -148,7 +148,7 @@ BENCHMARK(emptyLeaf)->Unit(benchmark::kMicrosecond);
 
 // A figure that changes at each tick: the text is shaped anew.
 void changeText(benchmark::State& state) {
-  const Catalogue catalogue{};
+  const kestrune::Catalogue catalogue{};
   Theme theme(catalogue);
   QWidget window;
   LeafStyle style;

@@ -6,6 +6,9 @@
 namespace kestrune::linux_platform {
 namespace {
 
+// A look at the connection may hang with a tool; the next ones go past it.
+constexpr std::size_t connectionThreads = 4;
+
 std::string preferencesFile(const std::string& configDirectory) {
   return configDirectory.empty() ? configDirectory : below(configDirectory, "kestrune/preferences.json");
 }
@@ -31,7 +34,15 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       chip_(root),
       processTable_(std::make_shared<LinuxProcessTable>(root)),
       preferences_(preferencesFile(configDirectory)),
-      processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)) {}
+      memory_(root),
+      powerSources_(root),
+      blockStorage_(root),
+      volumes_(root),
+      networkInterfaces_(root),
+      wifi_(root),
+      processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)),
+      connectionLane_(std::make_shared<ThreadLane>("kestrune-net", slowDownThread, connectionThreads)),
+      audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)) {}
 
 platform::Platform LinuxPlatform::platform() {
   return {.clock = clock_,
@@ -41,7 +52,19 @@ platform::Platform LinuxPlatform::platform() {
           .processors = processors_,
           .chip = chip_,
           .processTable = processTable_,
-          .processLane = processLane_};
+          .processLane = processLane_,
+          .memory = memory_,
+          .powerSources = powerSources_,
+          .blockStorage = blockStorage_,
+          .volumes = volumes_,
+          .networkInterfaces = networkInterfaces_,
+          .wifi = wifi_,
+          .location = location_,
+          .tools = tools_,
+          .connectionLane = connectionLane_,
+          .audio = audio_,
+          .applications = applications_,
+          .audioLane = audioLane_};
 }
 
 }  // namespace kestrune::linux_platform

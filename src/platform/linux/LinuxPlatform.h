@@ -5,12 +5,22 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/JsonPreferenceStorage.h"
+#include "platform/linux/LinuxApplications.h"
+#include "platform/linux/LinuxAudioService.h"
+#include "platform/linux/LinuxBlockStorage.h"
 #include "platform/linux/LinuxCalendar.h"
 #include "platform/linux/LinuxChip.h"
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxLocationPermission.h"
+#include "platform/linux/LinuxMemory.h"
+#include "platform/linux/LinuxNetworkInterfaces.h"
+#include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/LinuxProcessTable.h"
 #include "platform/linux/LinuxProcessors.h"
+#include "platform/linux/LinuxToolRunner.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "platform/linux/LinuxWiFi.h"
 #include "platform/linux/LoopDescriptor.h"
 
 namespace kestrune::linux_platform {
@@ -42,7 +52,20 @@ class LinuxPlatform {
   std::shared_ptr<LinuxProcessTable> processTable_;
   JsonPreferenceStorage preferences_;
   LoopDescriptor loopDescriptor_;
+  LinuxMemory memory_;
+  LinuxPowerSources powerSources_;
+  LinuxBlockStorage blockStorage_;
+  LinuxVolumes volumes_;
+  LinuxNetworkInterfaces networkInterfaces_;
+  LinuxWiFi wifi_;
+  LinuxLocationPermission location_;
+  LinuxToolRunner tools_;
+  LinuxAudioService audio_;
+  LinuxApplications applications_;
+  // Last, so that they end before what their work uses.
   std::shared_ptr<ThreadLane> processLane_;
+  std::shared_ptr<ThreadLane> connectionLane_;
+  std::shared_ptr<ThreadLane> audioLane_;
 };
 
 }  // namespace kestrune::linux_platform
