@@ -1,0 +1,18 @@
+#include "history/DayFiles.h"
+
+#include "history/DayFile.h"
+
+namespace kestrune {
+
+std::optional<DailySummary> DayFiles::read(Date midnight) const {
+  const auto text = storage_.read(name(midnight));
+  return text ? decodeDay(*text) : std::nullopt;
+}
+
+std::optional<std::string> DayFiles::write(const DailySummary& summary) {
+  const EncodedDay day = encodeDay(summary);
+  if (!day.error.empty()) return day.error;
+  return storage_.write(name(summary.date), day.text);
+}
+
+}  // namespace kestrune

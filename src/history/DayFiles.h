@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "history/DailySummary.h"
+#include "platform/Calendar.h"
+#include "platform/DayFileStorage.h"
+
+namespace kestrune {
+
+// The day files: one for each day on which the program ran, named after it. Main thread.
+class DayFiles {
+ public:
+  // Both must outlive it.
+  DayFiles(platform::DayFileStorage& storage, platform::Calendar& calendar)
+      : storage_(storage), calendar_(calendar) {}
+
+  // "2026-05-09.json" for the day that begins then.
+  std::string name(Date midnight) const { return calendar_.dayName(midnight) + ".json"; }
+  bool exists(Date midnight) const { return storage_.exists(name(midnight)); }
+  // Absent: there is no such file, it can't be read, or it is damaged.
+  std::optional<DailySummary> read(Date midnight) const;
+  // Replaces the file of the record's own day. Yields what went wrong, in words, or nothing.
+  std::optional<std::string> write(const DailySummary& summary);
+
+ private:
+  platform::DayFileStorage& storage_;
+  platform::Calendar& calendar_;
+};
+
+}  // namespace kestrune
