@@ -7,8 +7,8 @@
 
 #include "app/AppEnvironment.h"
 #include "support/ScriptedPlatform.h"
-#include "ui/CPUTab.h"
 #include "texts/Catalogue.h"
+#include "ui/CPUTab.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
 
@@ -51,13 +51,13 @@ class Page {
   std::mt19937 random_{1};
   std::vector<std::int32_t> busy_;
   test::ScriptedPlatform computer_;
-  AppEnvironment env_{computer_.loop, computer_.platform};
   Preferences preferences_{computer_.preferences};
   NotificationCenter notifications_;
   LocaleFormats formats_{"en_US"};
-  std::shared_ptr<ui::CPUTab> tab_ = std::make_shared<ui::CPUTab>(
-      ui::ViewContext{computer_.loop, env_, preferences_, notifications_, formats_, false});
   Catalogue catalogue_;
+  AppEnvironment env_{computer_.loop, computer_.platform, {preferences_, catalogue_, formats_}};
+  std::shared_ptr<ui::CPUTab> tab_ = std::make_shared<ui::CPUTab>(ui::ViewContext{
+      computer_.loop, env_, preferences_, notifications_, formats_, computer_.workspace, false});
   ui::qt::Theme theme_{catalogue_};
   ui::qt::ViewHost host_{computer_.loop, theme_, ui::component<ui::CPUTab>([tab = tab_] { return tab; })};
 };

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include <benchmark/benchmark.h>
@@ -47,7 +48,9 @@ class LargeMachine {
     write("proc/net/dev", devices);
     write("proc/self/mountinfo", "27 1 8:1 / / rw,relatime - ext4 /dev/sda1 rw\n");
     write("sys/dev/block/8:1/uevent", "DEVNAME=sda1\n");
-    fs::copy_file("/proc/meminfo", root_ + "/proc/meminfo");
+    std::ostringstream memory;
+    memory << std::ifstream("/proc/meminfo").rdbuf();
+    write("proc/meminfo", memory.str());
   }
   ~LargeMachine() {
     std::error_code ignored;

@@ -6,6 +6,9 @@
 #include <QSocketNotifier>
 #include <unistd.h>
 
+#include "platform/desktop/DBusNotifications.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/TerminationSignals.h"
 #include "ui/qt/KestruneApp.h"
@@ -58,7 +61,9 @@ int run(int argc, char** argv) {
   }
 
   linux_platform::LinuxPlatform computer;
-  const platform::Platform services = computer.platform();
+  desktop::DBusNotifications notifications(desktop::sessionBus());
+  desktop::DesktopWorkspace workspace;
+  const platform::Platform services = computer.platform(notifications, workspace);
   MainLoop loop(services.clock, computer.loopDescriptor());
   const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
   ui::qt::KestruneApp kestrune(loop, services);

@@ -30,6 +30,26 @@ std::optional<int> parse(int argc, char** argv) {
   return isCount ? std::optional(seconds) : std::nullopt;
 }
 
+// A probe only looks: it alerts nobody, and the day's file belongs to the program that may be running beside
+// it.
+class SilentNotifications final : public platform::UserNotifications {
+ public:
+  void authorizationStatus(std::function<void(platform::NotificationAuthorization)>) override {}
+  void requestAuthorization(std::function<void()>) override {}
+  void deliver(const platform::UserNotification&, std::function<void(std::optional<std::string>)>) override {}
+};
+
+class UnusedWorkspace final : public platform::Workspace {
+ public:
+  void openURL(const std::string&) override {}
+};
+
+class NoDayFiles final : public platform::DayFileStorage {
+ public:
+  std::optional<std::string> read(const std::string&) override { return std::nullopt; }
+  std::optional<std::string> write(const std::string&, const std::string&) override { return std::nullopt; }
+};
+
 Task print(MainLoop&, AppEnvironment* environment, int seconds, bool* isDone) {
   for (int i = 0; i < seconds && !*isDone; ++i) {
     co_await sleep(1s);
@@ -49,9 +69,16 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   linux_platform::LinuxPlatform computer;
-  const platform::Platform services = computer.platform();
+  SilentNotifications notifications;
+  UnusedWorkspace workspace;
+  NoDayFiles dayFiles;
+  const platform::Platform services = computer.platform(notifications, workspace, &dayFiles);
   MainLoop loop(services.clock, computer.loopDescriptor());
-  AppEnvironment environment(loop, services);
+  Preferences preferences(services.preferences);
+  const Catalogue texts;
+  LocaleFormats formats("");
+  AppEnvironment environment(loop, services,
+                             {.preferences = preferences, .texts = texts, .formats = formats});
   bool isDone = false;
   print(loop, &environment, *seconds, &isDone);
   while (!isDone) {

@@ -10,6 +10,9 @@
 #include <QTimer>
 
 #include "DarkPalette.h"
+#include "platform/desktop/DBusNotifications.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "ui/qt/KestruneApp.h"
 #include "ui/qt/LoopDriver.h"
@@ -88,7 +91,9 @@ int main(int argc, char** argv) {
   if (options.dark) QApplication::setPalette(tools::darkPalette());
 
   linux_platform::LinuxPlatform computer;
-  const platform::Platform services = computer.platform();
+  desktop::DBusNotifications notifications(desktop::sessionBus());
+  desktop::DesktopWorkspace workspace;
+  const platform::Platform services = computer.platform(notifications, workspace);
   MainLoop loop(services.clock, computer.loopDescriptor());
   const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
   ui::qt::KestruneApp app(loop, services);

@@ -8,12 +8,24 @@ namespace kestrune {
 
 using namespace std::chrono_literals;
 
-AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platform)
+namespace {
+
+// Once the main thread has turned over.
+Task refreshAuthorization(MainLoop&, std::shared_ptr<AlertsMonitor> alerts) {
+  alerts->refreshAuthorization();
+  co_return;
+}
+
+}  // namespace
+
+AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platform,
+                               const Surroundings& surroundings)
     : AppEnvironment(
-          loop, platform,
+          loop, platform, surroundings,
           std::make_shared<ProcessScanCache>(platform.clock, platform.processTable, *platform.processLane)) {}
 
 AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platform,
+                               const Surroundings& surroundings,
                                const std::shared_ptr<ProcessScanCache>& scans)
     : cpu(std::make_shared<CPUProvider>(loop, platform.processors, platform.chip, scans)),
       memory(std::make_shared<MemoryProvider>(loop, platform.memory, scans)),
@@ -24,6 +36,13 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
                                           platform.location, *platform.connectionLane})),
       audio(std::make_shared<AudioProvider>(
           loop, AudioProvider::Services{platform.audio, platform.applications, *platform.audioLane})),
+      dayFiles(platform.dayFiles, platform.calendar),
+      recorder(std::make_shared<HistoryRecorder>(
+          loop, HistoryRecorder::Services{platform.calendar, platform.facts, dayFiles})),
+      historyStore(dayFiles, platform.calendar),
+      alerts(std::make_shared<AlertsMonitor>(
+          loop, AlertsMonitor::Services{surroundings.preferences, platform.notifications, platform.workspace,
+                                        platform.calendar, surroundings.texts, surroundings.formats})),
       clock_(platform.clock),
       calendar_(platform.calendar) {
   cpu->start(1s);
@@ -32,6 +51,9 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
   disk->start(1s);
   network->start(1s);
   audio->start(3s);
+  recorder->start({.cpu = cpu, .memory = memory, .battery = battery, .network = network, .disk = disk});
+  refreshAuthorization(loop, alerts);
+  alerts->start(cpu, memory, disk, recorder);
 }
 
 void AppEnvironment::shiftSelectedDate(int days) {

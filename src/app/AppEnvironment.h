@@ -3,6 +3,11 @@
 #include <memory>
 #include <optional>
 
+#include "alerts/AlertsMonitor.h"
+#include "core/Preferences.h"
+#include "history/DayFiles.h"
+#include "history/HistoricalDataStore.h"
+#include "history/HistoryRecorder.h"
 #include "platform/Platform.h"
 #include "providers/AudioProvider.h"
 #include "providers/BatteryProvider.h"
@@ -12,6 +17,8 @@
 #include "providers/NetworkProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
+#include "texts/Catalogue.h"
+#include "texts/LocaleFormats.h"
 
 namespace kestrune {
 
@@ -19,8 +26,15 @@ namespace kestrune {
 // for the life of the process; in a test its end cancels the loops. Main thread only.
 class AppEnvironment {
  public:
-  // Loop and platform must outlive the environment.
-  AppEnvironment(MainLoop& loop, const platform::Platform& platform);
+  // What the alerts need of the program around them.
+  struct Surroundings {
+    Preferences& preferences;
+    const Catalogue& texts;
+    LocaleFormats& formats;
+  };
+
+  // Loop, platform and surroundings must outlive the environment.
+  AppEnvironment(MainLoop& loop, const platform::Platform& platform, const Surroundings& surroundings);
 
   const std::shared_ptr<CPUProvider> cpu;
   const std::shared_ptr<MemoryProvider> memory;
@@ -28,6 +42,10 @@ class AppEnvironment {
   const std::shared_ptr<DiskProvider> disk;
   const std::shared_ptr<NetworkProvider> network;
   const std::shared_ptr<AudioProvider> audio;
+  DayFiles dayFiles;
+  const std::shared_ptr<HistoryRecorder> recorder;
+  HistoricalDataStore historyStore;
+  const std::shared_ptr<AlertsMonitor> alerts;
 
   // The day that the dashboards look at; absent means today, live. Never today's date or a later one.
   Published<std::optional<Date>> selectedDate;
@@ -37,7 +55,7 @@ class AppEnvironment {
 
  private:
   // The providers that list processes share one walk.
-  AppEnvironment(MainLoop& loop, const platform::Platform& platform,
+  AppEnvironment(MainLoop& loop, const platform::Platform& platform, const Surroundings& surroundings,
                  const std::shared_ptr<ProcessScanCache>& scans);
 
   const Clock& clock_;

@@ -10,20 +10,20 @@ namespace {
 
 constexpr std::size_t listedProcesses = 5;
 
-double mean(const std::vector<HourBucket>& hours, BucketStat HourBucket::* metric) {
+double mean(const std::vector<HourBucket>& hours, BucketStat HourBucket::*metric) {
   if (hours.empty()) return 0;
   double sum = 0;
   for (const auto& hour : hours) sum += (hour.*metric).average();
   return sum / static_cast<double>(hours.size());
 }
 
-double highestPeak(const std::vector<HourBucket>& hours, BucketStat HourBucket::* metric) {
+double highestPeak(const std::vector<HourBucket>& hours, BucketStat HourBucket::*metric) {
   double peak = 0;
   for (const auto& hour : hours) peak = std::max(peak, (hour.*metric).peak);
   return peak;
 }
 
-double total(const std::vector<HourBucket>& hours, double HourBucket::* bytes) {
+double total(const std::vector<HourBucket>& hours, double HourBucket::*bytes) {
   double sum = 0;
   for (const auto& hour : hours) sum += hour.*bytes;
   return sum;
@@ -99,7 +99,8 @@ std::vector<HistoricProcess> DailySummary::topProcesses() const {
   std::vector<const HistoricProcess*> order;
   order.reserve(processes.size());
   for (const auto& [name, process] : processes) order.push_back(&process);
-  std::ranges::stable_sort(order, std::ranges::greater{}, [](const auto* process) { return process->avgCPU(); });
+  std::ranges::stable_sort(order, std::ranges::greater{},
+                           [](const auto* process) { return process->avgCPU(); });
   if (order.size() > listedProcesses) order.resize(listedProcesses);
   std::vector<HistoricProcess> top;
   top.reserve(order.size());

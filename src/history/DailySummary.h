@@ -35,9 +35,9 @@ struct HourBucket {
 
 struct HistoricProcess {
   std::string name;
-  double cpuSum = 0;             // percent
-  std::int64_t cpuCount = 0;     // minutes in which it was among the busiest; the divisor of both sums
-  std::uint64_t memorySum = 0;   // bytes
+  double cpuSum = 0;            // percent
+  std::int64_t cpuCount = 0;    // minutes in which it was among the busiest; the divisor of both sums
+  std::uint64_t memorySum = 0;  // bytes
 
   double avgCPU() const;  // 0 where it was never counted
 };

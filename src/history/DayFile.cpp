@@ -158,8 +158,7 @@ bool read(const Json& json, std::int64_t& value) {
     return true;
   }
   if (!json.is_number_integer()) return false;
-  if (json.is_number_unsigned() &&
-      !std::in_range<std::int64_t>(json.get<std::uint64_t>())) {
+  if (json.is_number_unsigned() && !std::in_range<std::int64_t>(json.get<std::uint64_t>())) {
     return false;
   }
   value = json.get<std::int64_t>();
@@ -184,6 +183,15 @@ bool read(const Json& json, std::string& value) {
   value = json.get_ref<const std::string&>();
   return true;
 }
+
+bool read(const Json& json, BucketStat& stat);
+bool read(const Json& json, HourBucket& hour);
+bool read(const Json& json, HistoricProcess& process);
+bool read(const Json& json, NetworkSSIDStat& network);
+template <class Value>
+bool read(const Json& json, std::vector<Value>& list);
+template <class Value>
+bool read(const Json& json, std::map<std::string, Value>& map);
 
 // The members of one object, each of which has to be there.
 class Members {

@@ -4,6 +4,11 @@
 
 namespace kestrune {
 
+std::string DayFiles::name(Date midnight) const {
+  if (!dayFileFormatter_) dayFileFormatter_ = calendar_.dayFormatter();
+  return dayFileFormatter_(midnight) + ".json";
+}
+
 std::optional<DailySummary> DayFiles::read(Date midnight) const {
   const auto text = storage_.read(name(midnight));
   return text ? decodeDay(*text) : std::nullopt;

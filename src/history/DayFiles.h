@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -16,9 +17,9 @@ class DayFiles {
   DayFiles(platform::DayFileStorage& storage, platform::Calendar& calendar)
       : storage_(storage), calendar_(calendar) {}
 
-  // "2026-05-09.json" for the day that begins then.
-  std::string name(Date midnight) const { return calendar_.dayName(midnight) + ".json"; }
-  bool exists(Date midnight) const { return storage_.exists(name(midnight)); }
+  // "2026-05-09.json" for the day that begins then, in the time zone as it stood when a name was first asked
+  // for.
+  std::string name(Date midnight) const;
   // Absent: there is no such file, it can't be read, or it is damaged.
   std::optional<DailySummary> read(Date midnight) const;
   // Replaces the file of the record's own day. Yields what went wrong, in words, or nothing.
@@ -27,6 +28,7 @@ class DayFiles {
  private:
   platform::DayFileStorage& storage_;
   platform::Calendar& calendar_;
+  mutable std::function<std::string(Date)> dayFileFormatter_;
 };
 
 }  // namespace kestrune

@@ -15,8 +15,8 @@ class HistoricalDataStore {
   // Both must outlive the store.
   HistoricalDataStore(DayFiles& files, platform::Calendar& calendar) : files_(files), calendar_(calendar) {}
 
-  // The record of the day that the instant lies in. Absent: there is no readable file; it is looked for anew at
-  // the next call. May be called while a view is evaluated.
+  // The record of the day that the instant lies in. Absent: there is no readable file; it is looked for anew
+  // at the next call. May be called while a view is evaluated.
   std::optional<DailySummary> load(Date date);
 
   Published<std::map<Date, DailySummary>> cache;  // by the beginning of the day

@@ -15,8 +15,8 @@
 
 namespace kestrune {
 
-// Once a minute takes what the samplers show at that moment into the record of the day, and writes that to its
-// file at every tenth such tick and when the day is over. Nothing is ever deleted. Main thread only.
+// Once a minute takes what the samplers show at that moment into the record of the day, and writes that to
+// its file at every tenth such tick and when the day is over. Nothing is ever deleted. Main thread only.
 class HistoryRecorder : public std::enable_shared_from_this<HistoryRecorder> {
  public:
   struct Services {

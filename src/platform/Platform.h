@@ -7,6 +7,7 @@
 #include "platform/BlockStorage.h"
 #include "platform/Calendar.h"
 #include "platform/Chip.h"
+#include "platform/DayFileStorage.h"
 #include "platform/LocationPermission.h"
 #include "platform/Memory.h"
 #include "platform/NetworkInterfaces.h"
@@ -15,9 +16,12 @@
 #include "platform/ProcessEnvironment.h"
 #include "platform/ProcessTable.h"
 #include "platform/Processors.h"
+#include "platform/SystemFacts.h"
 #include "platform/ToolRunner.h"
+#include "platform/UserNotifications.h"
 #include "platform/Volumes.h"
 #include "platform/WiFi.h"
+#include "platform/Workspace.h"
 #include "runtime/Clock.h"
 #include "runtime/WorkLane.h"
 
@@ -50,6 +54,10 @@ struct Platform {
   Applications& applications;
   // The lane for readings of the sound service, which may wait for it.
   std::shared_ptr<WorkLane> audioLane;
+  SystemFacts& facts;
+  DayFileStorage& dayFiles;
+  UserNotifications& notifications;
+  Workspace& workspace;
 };
 
 }  // namespace kestrune::platform

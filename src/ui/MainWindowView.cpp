@@ -5,6 +5,7 @@
 #include "ui/CPUTab.h"
 #include "ui/DiskTab.h"
 #include "ui/MemoryTab.h"
+#include "ui/NetworkTab.h"
 #include "ui/PlaceholderTab.h"
 #include "ui/Sidebar.h"
 
@@ -74,6 +75,8 @@ View MainWindowView::detail() const {
     page = tabPage<MemoryTab>(context_);
   } else if (tab == MainTab::disk) {
     page = tabPage<DiskTab>(context_);
+  } else if (tab == MainTab::network) {
+    page = tabPage<NetworkTab>(context_);
   } else if (tab) {
     page = PlaceholderTab{*tab};
   }

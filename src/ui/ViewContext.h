@@ -2,6 +2,7 @@
 
 #include "app/AppEnvironment.h"
 #include "core/Preferences.h"
+#include "platform/Workspace.h"
 #include "runtime/MainLoop.h"
 #include "runtime/NotificationCenter.h"
 #include "texts/LocaleFormats.h"
@@ -15,6 +16,7 @@ struct ViewContext {
   Preferences& preferences;
   NotificationCenter& notifications;
   LocaleFormats& formats;
+  platform::Workspace& workspace;
   bool isSandboxed = false;
 };
 

@@ -14,7 +14,11 @@ class AppEnvironmentTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   const HistoryRing<double>& usage() { return *environment->cpu->usageHistory; }
 
-  std::unique_ptr<AppEnvironment> environment = std::make_unique<AppEnvironment>(loop, platform);
+  Preferences store{preferences};
+  LocaleFormats formats{"en_US"};
+  Catalogue texts;
+  std::unique_ptr<AppEnvironment> environment =
+      std::make_unique<AppEnvironment>(loop, platform, AppEnvironment::Surroundings{store, texts, formats});
   const Date today = calendar.startOfDay(clock.now());
 };
 

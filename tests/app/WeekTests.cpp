@@ -44,7 +44,10 @@ class WeekTest : public testing::Test, public test::ScriptedPlatform {
 };
 
 TEST_F(WeekTest, keepsItsRatesAndItsMemory) {
-  const AppEnvironment program(loop, platform);
+  Preferences store(preferences);
+  LocaleFormats formats("en_US");
+  const Catalogue texts;
+  const AppEnvironment program(loop, platform, {.preferences = store, .texts = texts, .formats = formats});
   advance(48h);
   const auto allocated = mallinfo2().uordblks;
   advance(5 * 24h);

@@ -10,6 +10,7 @@ namespace kestrune::test {
 namespace {
 
 constexpr double daySeconds = 86400;
+constexpr double hourSeconds = 3600;
 
 template <class Key, class Value>
 std::optional<Value> found(const std::map<Key, Value>& map, const Key& key) {
@@ -61,7 +62,36 @@ std::optional<std::string> ScriptedEnvironment::variable(const std::string& name
 }
 
 Date ScriptedCalendar::startOfDay(Date date) {
-  return {std::floor(date.seconds / daySeconds) * daySeconds};
+  const double east = hoursEast * hourSeconds;
+  return {std::floor((date.seconds + east) / daySeconds) * daySeconds - east};
+}
+
+int ScriptedCalendar::hour(Date date) {
+  return static_cast<int>((date - startOfDay(date)) / hourSeconds);
+}
+
+std::function<std::string(Date)> ScriptedCalendar::dayFormatter() {
+  return [east = hoursEast * hourSeconds](Date date) {
+    const auto days = static_cast<int>(std::floor((date.seconds + east) / daySeconds));
+    const std::chrono::year_month_day day(std::chrono::sys_days(std::chrono::year(2001) / 1 / 1) +
+                                          std::chrono::days(days));
+    const auto twoDigits = [](unsigned number) {
+      return (number < 10 ? "-0" : "-") + std::to_string(number);
+    };
+    return std::to_string(static_cast<int>(day.year())) + twoDigits(static_cast<unsigned>(day.month())) +
+           twoDigits(static_cast<unsigned>(day.day()));
+  };
+}
+
+std::optional<std::string> ScriptedDayFiles::read(const std::string& name) {
+  reads.push_back(name);
+  return found(files, name);
+}
+
+std::optional<std::string> ScriptedDayFiles::write(const std::string& name, const std::string& content) {
+  ++writes;
+  if (!failure) files[name] = content;
+  return failure;
 }
 
 std::optional<Date> ScriptedCalendar::addingDays(Date date, int days) {
@@ -98,6 +128,25 @@ std::optional<std::string> ScriptedApplications::applicationPath(const std::stri
 
 std::string ScriptedApplications::processName(std::int32_t pid) {
   return found(processNames, pid).value_or("");
+}
+
+void ScriptedNotifications::authorizationStatus(
+    std::function<void(platform::NotificationAuthorization)> answer) {
+  loop_.post([this, answer = std::move(answer)] { answer(status); });
+}
+
+void ScriptedNotifications::requestAuthorization(std::function<void()> done) {
+  ++requests;
+  loop_.post([this, done = std::move(done)] {
+    status = statusAfterRequest.value_or(status);
+    done();
+  });
+}
+
+void ScriptedNotifications::deliver(const platform::UserNotification& notification,
+                                    std::function<void(std::optional<std::string> error)> done) {
+  deliveries.push_back(notification);
+  loop_.post([error = error, done = std::move(done)] { done(error); });
 }
 
 }  // namespace kestrune::test

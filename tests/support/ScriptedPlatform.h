@@ -7,7 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/DayFileStorage.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
+#include "platform/UserNotifications.h"
+#include "platform/Workspace.h"
 #include "support/TestClock.h"
 
 // A computer that does what a test tells it.
@@ -77,13 +81,34 @@ class ScriptedEnvironment final : public platform::ProcessEnvironment {
   std::optional<std::string> variable(const std::string& name) override;
 };
 
-// Days of 24 hours that begin at midnight UTC.
+// Days of 24 hours in a zone without daylight saving.
 class ScriptedCalendar final : public platform::Calendar {
  public:
   bool isOutOfRange = false;  // adding days yields nothing
+  double hoursEast = 0;       // of UTC
 
   Date startOfDay(Date date) override;
   std::optional<Date> addingDays(Date date, int days) override;
+  int hour(Date date) override;
+  std::function<std::string(Date)> dayFormatter() override;
+};
+
+class ScriptedDayFiles final : public platform::DayFileStorage {
+ public:
+  std::map<std::string, std::string> files;
+  std::optional<std::string> failure;  // what goes wrong with each write
+  std::vector<std::string> reads;      // the names, in order
+  int writes = 0;                      // those that failed too
+
+  std::optional<std::string> read(const std::string& name) override;
+  std::optional<std::string> write(const std::string& name, const std::string& content) override;
+};
+
+class ScriptedSystemFacts final : public platform::SystemFacts {
+ public:
+  std::optional<std::int64_t> boot = 1700000000;
+
+  std::optional<std::int64_t> bootTime() override { return boot; }
 };
 
 class ScriptedPreferences final : public platform::PreferenceStorage {
@@ -203,6 +228,33 @@ class ScriptedApplications final : public platform::Applications {
   std::string processName(std::int32_t pid) override;
 };
 
+class ScriptedNotifications final : public platform::UserNotifications {
+ public:
+  // Answers come at the loop's next turn.
+  explicit ScriptedNotifications(MainLoop& loop) : loop_(loop) {}
+
+  platform::NotificationAuthorization status = platform::NotificationAuthorization::authorized;
+  std::optional<platform::NotificationAuthorization> statusAfterRequest;  // absent: the same
+  int requests = 0;
+  std::optional<std::string> error;                    // what goes wrong with deliveries
+  std::vector<platform::UserNotification> deliveries;  // also those that fail
+
+  void authorizationStatus(std::function<void(platform::NotificationAuthorization)> answer) override;
+  void requestAuthorization(std::function<void()> done) override;
+  void deliver(const platform::UserNotification& notification,
+               std::function<void(std::optional<std::string> error)> done) override;
+
+ private:
+  MainLoop& loop_;
+};
+
+class ScriptedWorkspace final : public platform::Workspace {
+ public:
+  std::vector<std::string> opened;
+
+  void openURL(const std::string& url) override { opened.push_back(url); }
+};
+
 // The whole computer, with the loop that the program runs on.
 class ScriptedPlatform : public TestLoop {
  public:
@@ -222,6 +274,10 @@ class ScriptedPlatform : public TestLoop {
   ScriptedTools tools;
   ScriptedAudio audio;
   ScriptedApplications applications;
+  ScriptedDayFiles dayFiles;
+  ScriptedSystemFacts systemFacts;
+  ScriptedNotifications notifications{loop};
+  ScriptedWorkspace workspace;
   const platform::Platform platform{.clock = clock,
                                     .calendar = calendar,
                                     .environment = environment,
@@ -241,7 +297,11 @@ class ScriptedPlatform : public TestLoop {
                                     .connectionLane = lane,
                                     .audio = audio,
                                     .applications = applications,
-                                    .audioLane = lane};
+                                    .audioLane = lane,
+                                    .facts = systemFacts,
+                                    .dayFiles = dayFiles,
+                                    .notifications = notifications,
+                                    .workspace = workspace};
 };
 
 }  // namespace kestrune::test

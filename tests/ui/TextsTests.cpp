@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "texts/Catalogue.h"
-#include "ui/Formatters.h"
 #include "texts/LocaleFormats.h"
+#include "ui/Formatters.h"
 #include "ui/ShellCommands.h"
 
 namespace kestrune::ui {

@@ -19,14 +19,18 @@ class ViewFixture : public testing::Test {
   ScriptedPlatform computer;
   Preferences preferences{computer.preferences};
   NotificationCenter notifications;
+  Catalogue texts;
   LocaleFormats formats{"en_US"};
   std::optional<AppEnvironment> env;
   bool isSandboxed = false;
 
   // Starts the system, so late that a test can set up the computer before.
   ui::ViewContext context() {
-    if (!env) env.emplace(computer.loop, computer.platform);
-    return {computer.loop, *env, preferences, notifications, formats, isSandboxed};
+    if (!env) {
+      env.emplace(computer.loop, computer.platform,
+                  AppEnvironment::Surroundings{preferences, texts, formats});
+    }
+    return {computer.loop, *env, preferences, notifications, formats, computer.workspace, isSandboxed};
   }
 
   MountedViews cpuTab() {

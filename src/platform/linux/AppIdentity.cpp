@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstddef>
+#include <ranges>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -92,11 +93,11 @@ std::optional<AppUnit> activatedUnit(std::string_view name) {
 // The unit that the process is in; one may contain control groups of its own making.
 std::optional<AppUnit> unitOf(std::string_view path) {
   const auto names = parts(path, '/');
-  for (auto name = names.rbegin(); name != names.rend(); ++name) {
-    if (!name->ends_with(".scope") && !name->ends_with(".service")) continue;
-    if (auto found = launchedUnit(*name)) return found;
-    if (auto found = snapUnit(*name)) return found;
-    return activatedUnit(*name);
+  for (const std::string_view name : std::views::reverse(names)) {
+    if (!name.ends_with(".scope") && !name.ends_with(".service")) continue;
+    if (auto found = launchedUnit(name)) return found;
+    if (auto found = snapUnit(name)) return found;
+    return activatedUnit(name);
   }
   return std::nullopt;
 }

@@ -17,18 +17,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool makeFolders(const fs::path& folder) {
-  std::error_code error;
-  if (folder.empty() || fs::is_directory(folder, error)) return true;
-  if (!makeFolders(folder.parent_path())) return false;
-  return mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST;
+std::error_code lastError() {
+  return {errno, std::system_category()};
 }
 
+std::error_code makeFolders(const fs::path& folder) {
+  std::error_code ignored;
+  if (folder.empty() || fs::is_directory(folder, ignored)) return {};
+  if (const auto error = makeFolders(folder.parent_path())) return error;
+  if (mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST) return {};
+  return lastError();
+}
+
+// On failure `errno` tells why.
 bool writeAll(int fd, std::string_view content) {
   while (!content.empty()) {
     const ssize_t written = write(fd, content.data(), content.size());
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
+    if (written < 0) return false;
     content.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
@@ -54,20 +60,21 @@ void syncFolder(const fs::path& folder) {
 
 }  // namespace
 
-bool replaceFile(const std::string& path, std::string_view content) {
+std::error_code replaceFile(const std::string& path, std::string_view content) {
   const fs::path folder = fs::path(path).parent_path();
-  if (!makeFolders(folder)) return false;
+  if (const auto error = makeFolders(folder)) return error;
   std::string temporary = path + ".XXXXXX";
   const UniqueFd file(mkostemp(temporary.data(), O_CLOEXEC));  // with mode 0600
-  if (!file) return false;
+  if (!file) return lastError();
   const bool isReplaced = writeAll(file.get(), content) && fsync(file.get()) == 0 &&
                           std::rename(temporary.c_str(), path.c_str()) == 0;
   if (!isReplaced) {
+    const auto error = lastError();
     unlink(temporary.c_str());
-    return false;
+    return error;
   }
   syncFolder(folder);
-  return true;
+  return {};
 }
 
 std::optional<std::string> renameToFreeName(const std::string& from, const std::string& to) {

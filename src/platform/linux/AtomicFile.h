@@ -3,12 +3,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace kestrune::linux_platform {
 
 // Replaces the file in one step, readable by the user alone; missing folders are made, likewise. When it
-// returns true the new content is on the disk. False: the file is as it was.
-bool replaceFile(const std::string& path, std::string_view content);
+// yields no error the new content is on the disk, else the file is as it was.
+std::error_code replaceFile(const std::string& path, std::string_view content);
 
 // Renames the file to `to`, or where there is something to `to`.2, `to`.3 and so on, and never replaces
 // another one. The new name; absent: the file still has its old one.

@@ -11,7 +11,6 @@ namespace kestrune::linux_platform {
 namespace {
 
 using platform::AudioCensus;
-using platform::AudioClient;
 using platform::AudioDevice;
 using platform::AudioScope;
 using platform::AudioTransport;

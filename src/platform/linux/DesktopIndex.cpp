@@ -79,11 +79,11 @@ void DesktopIndex::readFolder(const std::string& path, const std::string& idPref
   folders_.push_back({path, changeTime(path)});
   const bool isTooDeep = std::ranges::count(idPrefix, '-') >= static_cast<std::ptrdiff_t>(deepestFolder);
   for (const std::string& name : entryNames(path)) {
-    const std::string entry = path + "/" + name;
+    const std::string entry = below(path, name);
     if (name.ends_with(desktopSuffix)) {
       readFile(entry, idPrefix + name.substr(0, name.size() - desktopSuffix.size()));
     } else if (!isTooDeep && !isSame(changeTime(entry), {})) {
-      readFolder(entry, idPrefix + name + "-");
+      readFolder(entry, std::string(idPrefix).append(name).append("-"));
     }
   }
 }

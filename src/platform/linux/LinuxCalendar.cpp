@@ -1,9 +1,14 @@
 #include "platform/linux/LinuxCalendar.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <ctime>
+#include <utility>
+
+#include "platform/linux/ZoneSnapshot.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -30,9 +35,7 @@ Date dateOf(std::int64_t unixSeconds, double fraction) {
 
 // What the clock on the wall shows, as if that were in UTC.
 std::int64_t wallTime(std::int64_t unixSeconds) {
-  const time_t time = unixSeconds;
-  tm local{};
-  return localtime_r(&time, &local) != nullptr ? unixSeconds + local.tm_gmtoff : unixSeconds;
+  return unixSeconds + currentOffset(unixSeconds);
 }
 
 // The first instant at which the clock on the wall shows `wall`, or has jumped past it.
@@ -58,6 +61,17 @@ std::int64_t startOfWallDay(std::int64_t wall) {
   return wall - (intoDay < 0 ? intoDay + daySeconds : intoDay);
 }
 
+// The day of a time that the clock on the wall shows.
+std::string dayText(std::int64_t wall) {
+  const time_t time = wall;
+  tm parts{};
+  gmtime_r(&time, &parts);
+  std::array<char, 40> text{};
+  std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", parts.tm_year + 1900, parts.tm_mon + 1,
+                parts.tm_mday);
+  return text.data();
+}
+
 }  // namespace
 
 Date LinuxCalendar::startOfDay(Date date) {
@@ -76,6 +90,22 @@ std::optional<Date> LinuxCalendar::addingDays(Date date, int days) {
   const std::int64_t there = firstInstantShowing(wall);
   const bool isExact = wallTime(there) == wall;
   return dateOf(there, isExact ? instant->fraction : 0);
+}
+
+int LinuxCalendar::hour(Date date) {
+  tzset();
+  const auto instant = instantOf(date);
+  if (!instant) return 0;
+  const std::int64_t wall = wallTime(instant->seconds);
+  return static_cast<int>((wall - startOfWallDay(wall)) / 3600);
+}
+
+std::function<std::string(Date)> LinuxCalendar::dayFormatter() {
+  return [zone = ZoneSnapshot()](Date date) {
+    const auto instant = instantOf(date);
+    const std::int64_t seconds = instant ? instant->seconds : date.seconds < 0 ? -furthest : furthest;
+    return dayText(seconds + zone.offset(seconds));
+  };
 }
 
 }  // namespace kestrune::linux_platform

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/DataDirectory.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/ThreadPriority.h"
 
@@ -18,6 +19,11 @@ std::string ownConfigDirectory() {
   return defaultConfigDirectory(environment);
 }
 
+std::string ownDataDirectory() {
+  LinuxProcessEnvironment environment;
+  return defaultDataDirectory(environment);
+}
+
 }  // namespace
 
 std::string defaultConfigDirectory(platform::ProcessEnvironment& environment) {
@@ -27,9 +33,10 @@ std::string defaultConfigDirectory(platform::ProcessEnvironment& environment) {
   return home && home->starts_with('/') ? below(*home, ".config") : std::string();
 }
 
-LinuxPlatform::LinuxPlatform() : LinuxPlatform("/", ownConfigDirectory()) {}
+LinuxPlatform::LinuxPlatform() : LinuxPlatform("/", ownConfigDirectory(), ownDataDirectory()) {}
 
-LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configDirectory)
+LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configDirectory,
+                             const std::string& dataDirectory)
     : processors_(root),
       chip_(root),
       processTable_(std::make_shared<LinuxProcessTable>(root)),
@@ -40,11 +47,14 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       volumes_(root),
       networkInterfaces_(root),
       wifi_(root),
+      dayFiles_(dataDirectory),
       processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)),
       connectionLane_(std::make_shared<ThreadLane>("kestrune-net", slowDownThread, connectionThreads)),
       audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)) {}
 
-platform::Platform LinuxPlatform::platform() {
+platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifications,
+                                           platform::Workspace& workspace,
+                                           platform::DayFileStorage* dayFiles) {
   return {.clock = clock_,
           .calendar = calendar_,
           .environment = environment_,
@@ -64,7 +74,11 @@ platform::Platform LinuxPlatform::platform() {
           .connectionLane = connectionLane_,
           .audio = audio_,
           .applications = applications_,
-          .audioLane = audioLane_};
+          .audioLane = audioLane_,
+          .facts = facts_,
+          .dayFiles = dayFiles != nullptr ? *dayFiles : dayFiles_,
+          .notifications = notifications,
+          .workspace = workspace};
 }
 
 }  // namespace kestrune::linux_platform

@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxCalendar.h"
 #include "platform/linux/LinuxChip.h"
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxDayFiles.h"
 #include "platform/linux/LinuxLocationPermission.h"
 #include "platform/linux/LinuxMemory.h"
 #include "platform/linux/LinuxNetworkInterfaces.h"
@@ -18,6 +19,7 @@
 #include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/LinuxProcessTable.h"
 #include "platform/linux/LinuxProcessors.h"
+#include "platform/linux/LinuxSystemFacts.h"
 #include "platform/linux/LinuxToolRunner.h"
 #include "platform/linux/LinuxVolumes.h"
 #include "platform/linux/LinuxWiFi.h"
@@ -33,13 +35,16 @@ std::string defaultConfigDirectory(platform::ProcessEnvironment& environment);
 class LinuxPlatform {
  public:
   LinuxPlatform();
-  // Reads below `root`, and keeps preferences in kestrune/preferences.json below `configDirectory`, or
-  // nowhere if that is empty.
-  LinuxPlatform(const std::string& root, const std::string& configDirectory);
+  // Reads below `root`, and keeps preferences in kestrune/preferences.json below `configDirectory` and day
+  // files in Kestrune/history below `dataDirectory`, or nowhere where these are empty.
+  LinuxPlatform(const std::string& root, const std::string& configDirectory,
+                const std::string& dataDirectory);
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  platform::Platform platform();
+  // What belongs to the desktop comes from elsewhere. `dayFiles` takes the place of the files on the disk.
+  platform::Platform platform(platform::UserNotifications& notifications, platform::Workspace& workspace,
+                              platform::DayFileStorage* dayFiles = nullptr);
   // What the main loop is to be made with.
   LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
 
@@ -62,6 +67,8 @@ class LinuxPlatform {
   LinuxToolRunner tools_;
   LinuxAudioService audio_;
   LinuxApplications applications_;
+  LinuxSystemFacts facts_;
+  LinuxDayFiles dayFiles_;
   // Last, so that they end before what their work uses.
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;

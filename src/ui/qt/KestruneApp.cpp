@@ -30,10 +30,15 @@ QIcon programIcon(Theme& theme) {
 KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
     : preferences_(platform.preferences),
       formats_(numberLocale(platform.environment)),
-      env_(loop, platform),
+      env_(loop, platform, {.preferences = preferences_, .texts = catalogue_, .formats = formats_}),
       theme_(catalogue_),
       isSandboxed_(isSandboxed(platform.environment)),
-      loop_(loop) {
+      loop_(loop),
+      workspace_(platform.workspace),
+      // The minutes since the last periodic save.
+      onTerminate_(notifications_.observe(std::string(willTerminateNotification), [this](const std::any&) {
+        env_.recorder->save(env_.recorder->current);
+      })) {
   installSurfaceAccessibility();
   installLeafAccessibility();
   QApplication::setWindowIcon(programIcon(theme_));
@@ -58,7 +63,7 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
 KestruneApp::~KestruneApp() = default;
 
 ViewContext KestruneApp::context() {
-  return {loop_, env_, preferences_, notifications_, formats_, isSandboxed_};
+  return {loop_, env_, preferences_, notifications_, formats_, workspace_, isSandboxed_};
 }
 
 Popover& KestruneApp::popover() {

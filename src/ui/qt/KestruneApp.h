@@ -49,11 +49,13 @@ class KestruneApp final : public platform::Application {
   NotificationCenter notifications_;
   Preferences preferences_;
   LocaleFormats formats_;
-  AppEnvironment env_;
   Catalogue catalogue_;
+  AppEnvironment env_;
   Theme theme_;
   const bool isSandboxed_;
   MainLoop& loop_;
+  platform::Workspace& workspace_;
+  NotificationCenter::Subscription onTerminate_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<Popover> popover_;
   QMenu trayMenu_;

@@ -13,7 +13,6 @@ namespace fs = std::filesystem;
 using platform::AudioCensus;
 using platform::AudioTransport;
 using testing::ElementsAre;
-using testing::Optional;
 
 AudioCensus censusOf(const PulseFacts& facts) {
   return audioCensus(facts, [](const PulseClient& client) { return client.claimedPid; });
@@ -36,6 +35,7 @@ PulseDevice monitor(std::uint32_t index, const std::string& name) {
 
 std::vector<std::uint32_t> idsOf(const AudioCensus& census) {
   std::vector<std::uint32_t> ids;
+  ids.reserve(census.devices.size());
   for (const auto& each : census.devices) ids.push_back(each.id);
   return ids;
 }

@@ -66,7 +66,7 @@ TEST(ExecArguments, areUnquotedAndWithoutPlaceholders) {
   EXPECT_THAT(execArguments(R"(fox --new "a \"b\" \\ c" %U 100%% --x=%i)"),
               ElementsAre("fox", "--new", R"(a "b" \ c)", "100%", "--x=%i"));
   EXPECT_THAT(execArguments(R"( /opt/my\ fox/fox	"" )"), ElementsAre("/opt/my fox/fox", ""));
-  for (const char* broken : {"", "  ", "fox \"open", "\"", "fox \"\\\""}) {
+  for (const char* broken : {"", "  ", R"(fox "open)", "\"", R"(fox "\")"}) {
     EXPECT_THAT(execArguments(broken), IsEmpty()) << broken;
   }
 }

@@ -12,6 +12,7 @@
 #include "TemporaryFolder.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/TerminationSignals.h"
+#include "support/ScriptedPlatform.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -75,13 +76,16 @@ TEST(Platform, findsTheFolderForSettings) {
 
 TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
   const test::TemporaryFolder config;
-  LinuxPlatform computer(test::fixture("hybrid-laptop"), config.path());
-  const platform::Platform platform = computer.platform();
+  LinuxPlatform computer(test::fixture("hybrid-laptop"), config.path(), config.path());
+  test::ScriptedPlatform scripted;
+  const platform::Platform platform = computer.platform(scripted.notifications, scripted.workspace);
   EXPECT_EQ(platform.processors.processorTicks()->size(), 20U);
   EXPECT_EQ(platform.chip.performanceCores(), 6);
   EXPECT_LT(platform.processTable->processCount(), 1);
   platform.preferences.store("key", true);
   EXPECT_TRUE(config.has("kestrune/preferences.json"));
+  EXPECT_EQ(platform.dayFiles.write("day", "{}"), std::nullopt);
+  EXPECT_TRUE(config.has("Kestrune/history/day"));
   EXPECT_GT(platform.clock.now(), Date{700'000'000});
 
   constexpr int ofThread = 1;  // of the kernel's interface for I/O priorities

@@ -1,0 +1,138 @@
+// What the history costs the main thread: a fold each minute, a save every ten, and the loading of past days.
+// The storage is memory, so that no figure contains the wait for a disk; loading reads real files too.
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "history/DayFile.h"
+#include "history/HistoryRecorder.h"
+#include "platform/linux/LinuxDayFiles.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+namespace fs = std::filesystem;
+using SteadyClock = std::chrono::steady_clock;
+
+// 1/3 has as many digits as a number can have.
+BucketStat fullStat(double mean) {
+  return {.sum = mean * 60 / 3, .count = 60, .peak = mean / 3, .peakTime = {800000000.0 + mean / 3}};
+}
+
+// As full as a day becomes: 24 hours, 400 processes, 6 networks.
+DailySummary fullDay(Date date) {
+  DailySummary day{.date = date};
+  for (int i = 0; i < 24; ++i) {
+    const double figure = 1e9 * (i + 1) / 3;
+    day.hours.push_back({.hour = i,
+                         .cpu = fullStat(i + 1),
+                         .memoryGB = fullStat(i + 8),
+                         .batteryPercent = fullStat(100 - i),
+                         .networkUpBytes = figure,
+                         .networkDownBytes = figure * 7,
+                         .diskReadBytes = figure / 7,
+                         .diskWriteBytes = figure / 11});
+  }
+  for (int i = 0; i < 400; ++i) {
+    const std::string name = "some-application-" + std::to_string(i);
+    day.processes[name] = {
+        .name = name, .cpuSum = 1234.5 * i / 7, .cpuCount = i, .memorySum = 123456789012ULL * i};
+  }
+  for (int i = 0; i < 6; ++i) {
+    day.networkSSIDs["Network of a caf\u00e9 " + std::to_string(i)] = {.uploadBytes = 1e9 / 3 * i,
+                                                                       .downloadBytes = 1e10 / 3 * i};
+  }
+  day.diskTotalBytes = day.diskUsedBytes = day.diskFreeBytes = 512110190592;
+  return day;
+}
+
+std::string nameOf(int day) {
+  return "2026-" + std::to_string(10 + day / 28) + "-" + std::to_string(10 + day % 28) + ".json";
+}
+
+void encodeFullDay(benchmark::State& state) {
+  const DailySummary day = fullDay({800000000});
+  for (auto _ : state) benchmark::DoNotOptimize(encodeDay(day));
+  state.counters["bytes"] = static_cast<double>(encodeDay(day).text.size());
+}
+BENCHMARK(encodeFullDay)->Unit(benchmark::kMicrosecond);
+
+void decodeFullDay(benchmark::State& state) {
+  const std::string text = encodeDay(fullDay({800000000})).text;
+  for (auto _ : state) benchmark::DoNotOptimize(decodeDay(text));
+}
+BENCHMARK(decodeFullDay)->Unit(benchmark::kMicrosecond);
+
+// A quarter of a year, from files that the system has in memory.
+void load89FullDays(benchmark::State& state) {
+  std::string folder = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
+  if (mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no folder");
+  linux_platform::LinuxDayFiles storage(folder);
+  constexpr int days = 89;
+  for (int i = 0; i < days; ++i) storage.write(nameOf(i), encodeDay(fullDay({86400.0 * i})).text);
+  for (auto _ : state) {
+    std::vector<DailySummary> loaded;
+    for (int i = 0; i < days; ++i) {
+      const auto text = storage.read(nameOf(i));
+      auto day = text ? decodeDay(*text) : std::nullopt;
+      if (!day) return state.SkipWithError("a day is missing");
+      loaded.push_back(*std::move(day));
+    }
+    benchmark::DoNotOptimize(loaded);
+  }
+  fs::remove_all(folder);
+}
+BENCHMARK(load89FullDays)->Unit(benchmark::kMillisecond);
+
+// The eight busiest processes, three networks in turn; without the saves, which come at every tenth fold.
+void foldOfAMinute(benchmark::State& state) {
+  test::ScriptedPlatform machine;
+  machine.holdsLane = true;
+  const auto scans = std::make_shared<ProcessScanCache>(machine.clock, machine.processTable, *machine.lane);
+  const HistoryRecorder::Sources sources{
+      std::make_shared<CPUProvider>(machine.loop, machine.processors, machine.chip, scans),
+      std::make_shared<MemoryProvider>(machine.loop, machine.memory, scans),
+      std::make_shared<BatteryProvider>(machine.loop, machine.powerSources),
+      std::make_shared<NetworkProvider>(
+          machine.loop, NetworkProvider::Services{machine.networkInterfaces, machine.tools, machine.wifi,
+                                                  machine.location, *machine.lane}),
+      std::make_shared<DiskProvider>(machine.loop, machine.blockStorage, machine.volumes)};
+  CPUSnapshot cpu;
+  for (int i = 0; i < 8; ++i) {
+    cpu.topProcesses.push_back({.id = i, .name = "some-application-" + std::to_string(i * 50)});
+  }
+  sources.cpu->current.set(cpu);
+
+  DailySummary day = fullDay(machine.calendar.startOfDay(machine.clock.now()));
+  machine.dayFiles.files["2026-05-09.json"] = encodeDay(day).text;
+  DayFiles files(machine.dayFiles, machine.calendar);
+  const auto recorder = std::make_shared<HistoryRecorder>(
+      machine.loop, HistoryRecorder::Services{machine.calendar, machine.systemFacts, files});
+  if (recorder->current.hours.size() != 24) return state.SkipWithError("the day was not loaded");
+  recorder->start(sources);
+  machine.settle();
+  const auto passMinute = [&] {
+    machine.clock.setContinuous(machine.clock.continuousNow() + std::chrono::seconds(60));
+    const auto began = SteadyClock::now();
+    machine.loop.run();
+    return std::chrono::duration<double>(SteadyClock::now() - began).count();
+  };
+  int minute = 0;
+  for (auto _ : state) {
+    if (++minute % 10 == 0) {
+      passMinute();
+      ++minute;
+    }
+    state.SetIterationTime(passMinute());
+  }
+}
+BENCHMARK(foldOfAMinute)->Unit(benchmark::kMicrosecond)->UseManualTime();
+
+}  // namespace
+}  // namespace kestrune

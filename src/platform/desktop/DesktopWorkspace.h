@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+namespace kestrune::desktop {
+
+// Opens addresses with the desktop's programs, as far as they are installed. What it starts lives on by
+// itself, without this program's signal settings and standard files, and leaves nothing behind when it ends.
+class DesktopWorkspace final : public platform::Workspace {
+ public:
+  void openURL(const std::string& url) override;
+};
+
+}  // namespace kestrune::desktop

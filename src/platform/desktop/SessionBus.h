@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+
+#include <QDBusConnection>
+
+namespace kestrune::desktop {
+
+// The bus of the user's session, if there is one. It never starts one, as the library would by itself.
+std::optional<QDBusConnection> sessionBus();
+
+}  // namespace kestrune::desktop

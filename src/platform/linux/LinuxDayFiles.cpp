@@ -1,0 +1,33 @@
+#include "platform/linux/LinuxDayFiles.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/linux/AtomicFile.h"
+#include "platform/linux/Files.h"
+
+namespace kestrune::linux_platform {
+namespace {
+
+constexpr std::size_t largestFile = std::size_t{64} << 20U;
+
+}  // namespace
+
+LinuxDayFiles::LinuxDayFiles(const std::string& dataDirectory)
+    : folder_(dataDirectory.empty() ? dataDirectory : below(dataDirectory, "Kestrune/history")) {}
+
+std::optional<std::string> LinuxDayFiles::read(const std::string& name) {
+  const std::string path = below(folder_, name);
+  std::error_code ignored;
+  if (folder_.empty() || !std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
+  return readFile(path, largestFile);
+}
+
+std::optional<std::string> LinuxDayFiles::write(const std::string& name, const std::string& content) {
+  if (folder_.empty()) return "there is no folder for the user's data";
+  const auto error = replaceFile(below(folder_, name), content);
+  return error ? std::optional(error.message()) : std::nullopt;
+}
+
+}  // namespace kestrune::linux_platform

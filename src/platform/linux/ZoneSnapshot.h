@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace kestrune::linux_platform {
+
+// The C library's time zone as it stood when the object was made: the library itself knows one zone only, the
+// present one. It holds for the years 2000 to 2099; before and after them the nearest offset stands.
+class ZoneSnapshot {
+ public:
+  ZoneSnapshot();
+
+  // Seconds east of UTC at a Unix time.
+  std::int64_t offset(std::int64_t unixSeconds) const;
+
+ private:
+  struct Change {
+    std::int64_t from = 0;  // the first second at which the offset holds
+    std::int64_t offset = 0;
+  };
+  std::vector<Change> changes_;  // ascending, never empty
+};
+
+// Seconds east of UTC at a Unix time, in the C library's zone as `tzset` last saw it; 0 for a time beyond
+// what the library can tell.
+std::int64_t currentOffset(std::int64_t unixSeconds);
+
+}  // namespace kestrune::linux_platform

@@ -1,0 +1,116 @@
+#include <csignal>
+#include <filesystem>
+
+#include <QCoreApplication>
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include "PrivateBus.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/OpeningCommand.h"
+
+namespace kestrune::desktop {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string notifications = "x-apple.systempreferences:com.apple.preference.notifications";
+const std::string security = "x-apple.systempreferences:com.apple.preference.security";
+
+TEST(OpeningCommandTest, settingsLeadToThePanelOfTheDesktop) {
+  struct Case {
+    std::string desktops;
+    std::string url;
+    CommandLine best;  // empty: nothing
+  };
+  const std::string location = security + "?Privacy_LocationServices";
+  const std::string files = security + "?Privacy_AllFiles";
+  for (const auto& [desktops, url, best] : {
+           Case{"GNOME", notifications, {"gnome-control-center", "notifications"}},
+           Case{"ubuntu:GNOME", notifications, {"gnome-control-center", "notifications"}},
+           Case{"GNOME", location, {"gnome-control-center", "location"}},
+           Case{"GNOME", files, {"gnome-control-center", "applications"}},
+           Case{"KDE", notifications, {"systemsettings", "kcm_notifications"}},
+           Case{"KDE", files, {"systemsettings", "kcm_flatpak"}},
+           Case{"KDE", location, {}},
+           Case{"XFCE", notifications, {"xfce4-notifyd-config"}},
+           Case{"X-Cinnamon", notifications, {"cinnamon-settings", "notifications"}},
+           Case{"XFCE", files, {}},
+           Case{"", notifications, {}},
+           Case{"NOTGNOME:", notifications, {}},
+           Case{"GNOME", security, {}},
+           Case{"GNOME", "x-apple.systempreferences:", {}},
+       }) {
+    const auto commands = openingCommands(desktops, url);
+    EXPECT_EQ(commands.empty() ? CommandLine() : commands.front(), best) << desktops << ' ' << url;
+  }
+}
+
+TEST(OpeningCommandTest, otherAddressesGoToWhateverOpensThem) {
+  for (const std::string url : {"https://example.org/?a=b", "file:///home/a%20b", "mailto:a@b.c"}) {
+    EXPECT_EQ(openingCommands("KDE", url).front(), (CommandLine{"xdg-open", url}));
+  }
+  for (const char* noAddress : {"", ":", "--help", "/etc/passwd", "-x:y", "a b:c", "://"}) {
+    EXPECT_THAT(openingCommands("KDE", noAddress), IsEmpty()) << noAddress;
+  }
+}
+
+// Programs of the tests' own stand for those of the desktop.
+class DesktopWorkspaceTest : public testing::Test {
+ protected:
+  DesktopWorkspaceTest() {
+    qputenv("PATH", QByteArray::fromStdString(folder.path()) + ":" + path);
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
+  }
+  ~DesktopWorkspaceTest() override {
+    qputenv("PATH", path);
+    qunsetenv("XDG_CURRENT_DESKTOP");
+  }
+
+  // Notes its name, its arguments, the signals that are blocked in it and its standard input.
+  void install(const std::string& name) {
+    const std::string part = folder / "note.part";
+    // The shell changes what is blocked as soon as it starts another program.
+    folder.write(name,
+                 "#!/bin/sh\n{ echo \"${0##*/}\"; printf '<%s>' \"$@\"; echo\n"
+                 "while read -r key value; do [ $key = SigBlk: ] && echo $value; done </proc/$$/status\n"
+                 "readlink /proc/self/fd/0; } >" +
+                     part + "\nmv " + part + " " + folder / "note" + "\n");
+    std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
+  }
+
+  std::vector<std::string> noteLines() {
+    EXPECT_TRUE(test::until([this] { return folder.has("note"); })) << "nothing was started";
+    std::istringstream note(folder.read("note"));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(note, line);) lines.push_back(line);
+    return lines;
+  }
+
+  QByteArray path = qgetenv("PATH");
+  test::TemporaryFolder folder;
+  DesktopWorkspace workspace;
+};
+
+TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
+  install("kcmshell5");
+  sigset_t termination{};
+  sigset_t before{};
+  sigemptyset(&termination);
+  sigaddset(&termination, SIGTERM);
+  sigprocmask(SIG_BLOCK, &termination, &before);
+  workspace.openURL(notifications);
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+  EXPECT_THAT(noteLines(), ElementsAre("kcmshell5", "<kcm_notifications>", "0000000000000000", "/dev/null"));
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "it is no child of ours, so it leaves no remains";
+}
+
+TEST_F(DesktopWorkspaceTest, handsAddressesOverAsTheyAre) {
+  install("xdg-open");
+  workspace.openURL("file:///tmp/$(touch%20x)'\"; ñ");
+  EXPECT_EQ(noteLines().at(1), "<file:///tmp/$(touch%20x)'\"; ñ>");
+}
+
+}  // namespace
+}  // namespace kestrune::desktop

@@ -1,0 +1,145 @@
+#include <gmock/gmock.h>
+
+#include "PrivateBus.h"
+#include "ScriptedDaemon.h"
+#include "platform/desktop/SessionBus.h"
+
+namespace kestrune::desktop {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::NotificationAuthorization;
+using platform::UserNotification;
+using test::Delivery;
+using test::until;
+
+// What goes over the bus, seen by a service that notes it.
+class NotificationProtocolTest : public testing::Test {
+ protected:
+  // Waits until the service has been asked so often, and for whatever else may still come.
+  bool hasCalls(std::size_t count) {
+    const bool came = until([&] { return daemon.calls.size() >= count; });
+    until([] { return false; }, 50ms);
+    return came && daemon.calls.size() == count;
+  }
+
+  test::PrivateBus bus;
+  test::ScriptedDaemon daemon{bus.connect("daemon"), 7};
+  DBusNotifications notifications{bus.connect("program")};
+};
+
+TEST_F(NotificationProtocolTest, saysWhoItIsAndHowItWantsToBeShown) {
+  daemon.capabilities = {"body", "sound", "body-markup"};
+  EXPECT_TRUE(Delivery(notifications, {"id", "<Title>", "5 < 6 & \"a\" – ñ"}).succeeds());
+  ASSERT_EQ(daemon.calls.size(), 1U);
+  const auto& call = daemon.calls.front();
+  EXPECT_EQ(call.application, "Kestrune");
+  EXPECT_EQ(call.replaced, 0U);
+  EXPECT_EQ(call.icon, "kestrune");
+  EXPECT_EQ(call.summary, "<Title>") << "a summary has no markup";
+  EXPECT_THAT(call.body, testing::StartsWith("5 &lt; 6 &amp; "));
+  EXPECT_THAT(call.body, testing::EndsWith(" – ñ"));
+  EXPECT_EQ(call.actions, 0);
+  EXPECT_EQ(call.expires, -1);
+  EXPECT_EQ(call.hints.value("urgency").typeId(), QMetaType::UChar);
+  EXPECT_EQ(call.hints.value("urgency").toInt(), 1);
+  EXPECT_EQ(call.hints.value("desktop-entry").toString().toStdString(), "kestrune");
+  EXPECT_EQ(call.hints.value("sound-name").toString().toStdString(), "message-new-instant");
+}
+
+TEST_F(NotificationProtocolTest, sparesAServiceWhatItCantDo) {
+  daemon.capabilities = {"body"};
+  EXPECT_TRUE(Delivery(notifications, {"id", "Title", "5 < 6 & more"}).succeeds());
+  ASSERT_EQ(daemon.calls.size(), 1U);
+  EXPECT_EQ(daemon.calls.front().body, "5 < 6 & more");
+  EXPECT_FALSE(daemon.calls.front().hints.contains("sound-name"));
+}
+
+TEST_F(NotificationProtocolTest, anIdentifierReplacesItsOwnUntilThatWasClosed) {
+  for (const char* identifier : {"cpu", "disk", "cpu"}) {
+    EXPECT_TRUE(Delivery(notifications, {identifier, "t", "b"}).succeeds());
+  }
+  daemon.close(8);
+  EXPECT_TRUE(until([&] {
+    // The signal is not acknowledged; it comes before the answer to what is sent after it.
+    return Delivery(notifications, {"other", "t", "b"}).succeeds();
+  }));
+  EXPECT_TRUE(Delivery(notifications, {"disk", "t", "b"}).succeeds());
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "b"}).succeeds());
+  std::vector<std::uint32_t> replaced;
+  for (const auto& call : daemon.calls) replaced.push_back(call.replaced);
+  EXPECT_EQ(replaced, (std::vector<std::uint32_t>{0, 0, 7, 0, 0, 7}));
+}
+
+TEST_F(NotificationProtocolTest, whileTheServiceIsSlowOnlyTheLatestWaits) {
+  daemon.isSilent = true;
+  const Delivery first(notifications, {"cpu", "t", "1"});
+  ASSERT_TRUE(hasCalls(1));
+  const Delivery second(notifications, {"cpu", "t", "2"});
+  const Delivery third(notifications, {"cpu", "t", "3"});
+  const Delivery other(notifications, {"disk", "t", "4"});
+  ASSERT_TRUE(hasCalls(2)) << "another identifier does not wait";
+  EXPECT_EQ(daemon.calls[1].body, "4");
+  daemon.isSilent = false;
+  daemon.answer();
+  ASSERT_TRUE(hasCalls(3));
+  EXPECT_EQ(daemon.calls[2].body, "3");
+  EXPECT_EQ(daemon.calls[2].replaced, 7U);
+  for (const auto* delivery : {&first, &second, &third, &other}) {
+    EXPECT_TRUE(delivery->succeeds());
+    EXPECT_EQ(delivery->reports(), 1);
+  }
+}
+
+TEST_F(NotificationProtocolTest, aServiceThatTakesOverOwesNothing) {
+  Delivery(notifications, {"cpu", "t", "1"}).succeeds();
+  daemon.isSilent = true;
+  const Delivery lost(notifications, {"cpu", "t", "2"});
+  ASSERT_TRUE(hasCalls(2));
+  const Delivery waiting(notifications, {"cpu", "t", "3"});
+  test::ScriptedDaemon successor(bus.connect("successor"), 100);
+  successor.capabilities = {"body-markup"};
+  EXPECT_TRUE(waiting.succeeds()) << "what the first one never answers keeps nobody waiting";
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "<4>"}).succeeds());
+  daemon.answer();
+  EXPECT_TRUE(lost.succeeds());
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "5"}).succeeds());
+  ASSERT_EQ(successor.calls.size(), 3U);
+  EXPECT_EQ(successor.calls[0].replaced, 0U);
+  EXPECT_EQ(successor.calls[1].replaced, 100U);
+  EXPECT_EQ(successor.calls[1].body, "&lt;4&gt;") << "abilities are those of the new one";
+  EXPECT_EQ(successor.calls[2].replaced, 100U) << "a late answer of the old one doesn't count";
+}
+
+TEST(NotificationsWithoutABusTest, saysNoAtOnce) {
+  const auto address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+  const auto folder = qgetenv("XDG_RUNTIME_DIR");
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  qputenv("XDG_RUNTIME_DIR", "/nonexistent");
+  EXPECT_FALSE(sessionBus());
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+  EXPECT_FALSE(sessionBus());
+
+  DBusNotifications notifications(std::nullopt);
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  const Delivery delivery(notifications, {"id", "t", "b"});
+  EXPECT_FALSE(delivery.isOver()) << "answers come later";
+  EXPECT_TRUE(delivery.fails());
+  bool asked = false;
+  notifications.requestAuthorization([&] { asked = true; });
+  EXPECT_TRUE(until([&] { return asked; }));
+  address.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS") : qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+  folder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
+}
+
+TEST(NotificationsWithoutABusTest, aBusThatEndsTakesTheServiceAlong) {
+  std::optional<test::PrivateBus> bus(std::in_place);
+  DBusNotifications notifications(bus->connect("program"));
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  bus.reset();
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_TRUE(Delivery(notifications, {"id", "t", "b"}).fails());
+}
+
+}  // namespace
+}  // namespace kestrune::desktop

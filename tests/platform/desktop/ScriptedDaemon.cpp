@@ -1,0 +1,56 @@
+#include "ScriptedDaemon.h"
+
+#include <utility>
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <gtest/gtest.h>
+
+namespace kestrune::test {
+namespace {
+
+const auto name = QStringLiteral("org.freedesktop.Notifications");
+const auto path = QStringLiteral("/org/freedesktop/Notifications");
+
+}  // namespace
+
+ScriptedDaemon::ScriptedDaemon(QDBusConnection bus, std::uint32_t firstId)
+    : bus_(std::move(bus)), nextId_(firstId) {
+  EXPECT_TRUE(bus_.registerVirtualObject(path, this));
+  EXPECT_TRUE(bus_.interface()->registerService(name, QDBusConnectionInterface::ReplaceExistingService,
+                                                QDBusConnectionInterface::AllowReplacement));
+}
+
+bool ScriptedDaemon::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
+  const auto arguments = message.arguments();
+  if (message.member() == QStringLiteral("GetCapabilities")) {
+    bus_.send(message.createReply(capabilities));
+    return true;
+  }
+  if (message.member() != QStringLiteral("Notify")) return false;
+  EXPECT_EQ(message.signature().toStdString(), "susssasa{sv}i");
+  const Notify call{.application = arguments.at(0).toString().toStdString(),
+                    .replaced = arguments.at(1).toUInt(),
+                    .icon = arguments.at(2).toString().toStdString(),
+                    .summary = arguments.at(3).toString().toStdString(),
+                    .body = arguments.at(4).toString().toStdString(),
+                    .actions = static_cast<int>(arguments.at(5).toStringList().size()),
+                    .hints = qdbus_cast<QVariantMap>(arguments.at(6)),
+                    .expires = arguments.at(7).toInt()};
+  calls.push_back(call);
+  unanswered_.emplace_back(message, call.replaced);
+  if (!isSilent) answer();
+  return true;
+}
+
+void ScriptedDaemon::answer() {
+  for (const auto& [message, replaced] : std::exchange(unanswered_, {})) {
+    bus_.send(message.createReply(replaced != 0 ? replaced : nextId_++));
+  }
+}
+
+void ScriptedDaemon::close(std::uint32_t id) {
+  bus_.send(QDBusMessage::createSignal(path, name, QStringLiteral("NotificationClosed")) << id << 2U);
+}
+
+}  // namespace kestrune::test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QVariantMap>
+
+namespace kestrune::test {
+
+// A notification service that does what a test tells it, and notes what it is asked for.
+class ScriptedDaemon final : public QDBusVirtualObject {
+ public:
+  struct Notify {
+    std::string application;
+    std::uint32_t replaced = 0;
+    std::string icon;
+    std::string summary;
+    std::string body;
+    int actions = 0;
+    QVariantMap hints;
+    int expires = 0;
+  };
+
+  // Takes the name, from another one too.
+  explicit ScriptedDaemon(QDBusConnection bus, std::uint32_t firstId = 1);
+
+  QStringList capabilities;
+  std::vector<Notify> calls;
+  bool isSilent = false;  // while set, notifications are noted but not answered
+
+  // Answers what was left unanswered.
+  void answer();
+  void close(std::uint32_t id);
+
+  QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+ private:
+  QDBusConnection bus_;
+  std::uint32_t nextId_;
+  std::vector<std::pair<QDBusMessage, std::uint32_t>> unanswered_;  // with what it replaces
+};
+
+}  // namespace kestrune::test
