@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
+#include <ranges>
 
 #include "runtime/Checked.h"
 
@@ -18,15 +20,21 @@ double mean(const std::vector<HourBucket>& hours, BucketStat HourBucket::*metric
 }
 
 double highestPeak(const std::vector<HourBucket>& hours, BucketStat HourBucket::*metric) {
-  double peak = 0;
-  for (const auto& hour : hours) peak = std::max(peak, (hour.*metric).peak);
-  return peak;
+  const auto peak = [&](const HourBucket& hour) { return (hour.*metric).peak; };
+  return hours.empty() ? 0 : std::ranges::max(hours | std::views::transform(peak));
 }
 
 double total(const std::vector<HourBucket>& hours, double HourBucket::*bytes) {
   double sum = 0;
   for (const auto& hour : hours) sum += hour.*bytes;
   return sum;
+}
+
+// Without its fraction. What no integer can hold, as only a file can say it, becomes the nearest that one can.
+std::int64_t truncated(double value) {
+  constexpr double beyond = 9223372036854775808.0;  // 2^63
+  if (value >= beyond) return std::numeric_limits<std::int64_t>::max();
+  return value >= -beyond ? static_cast<std::int64_t>(value) : std::numeric_limits<std::int64_t>::min();
 }
 
 }  // namespace
@@ -72,11 +80,11 @@ double DailySummary::peakMemoryGB() const {
 }
 
 std::int64_t DailySummary::batteryStartPercent() const {
-  return hours.empty() ? 0 : static_cast<std::int64_t>(hours.front().batteryPercent.average());
+  return hours.empty() ? 0 : truncated(hours.front().batteryPercent.average());
 }
 
 std::int64_t DailySummary::batteryEndPercent() const {
-  return hours.empty() ? 0 : static_cast<std::int64_t>(hours.back().batteryPercent.average());
+  return hours.empty() ? 0 : truncated(hours.back().batteryPercent.average());
 }
 
 double DailySummary::totalNetworkUpBytes() const {

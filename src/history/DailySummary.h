@@ -20,6 +20,8 @@ struct BucketStat {
   // Takes a value in. The first of equal peaks keeps its time.
   void fold(double value, Date now);
   double average() const;  // 0 without values
+
+  friend bool operator==(const BucketStat&, const BucketStat&) = default;
 };
 
 struct HourBucket {
@@ -31,6 +33,8 @@ struct HourBucket {
   double networkDownBytes = 0;
   double diskReadBytes = 0;
   double diskWriteBytes = 0;
+
+  friend bool operator==(const HourBucket&, const HourBucket&) = default;
 };
 
 struct HistoricProcess {
@@ -40,11 +44,15 @@ struct HistoricProcess {
   std::uint64_t memorySum = 0;  // bytes
 
   double avgCPU() const;  // 0 where it was never counted
+
+  friend bool operator==(const HistoricProcess&, const HistoricProcess&) = default;
 };
 
 struct NetworkSSIDStat {
   double uploadBytes = 0;
   double downloadBytes = 0;
+
+  friend bool operator==(const NetworkSSIDStat&, const NetworkSSIDStat&) = default;
 };
 
 using SSIDTraffic = std::vector<std::pair<std::string, NetworkSSIDStat>>;
@@ -54,8 +62,9 @@ struct DailySummary {
   Date date;  // when the day begins
   // The hours in which the program ran, in that order; one may come twice where the clock was put back.
   std::vector<HourBucket> hours;
-  std::map<std::string, HistoricProcess> processes;     // by name
-  std::map<std::string, NetworkSSIDStat> networkSSIDs;  // by network, or by the kind of connection
+  // By name, and by network or the kind of connection. The order of the keys carries no meaning.
+  std::map<std::string, HistoricProcess> processes;
+  std::map<std::string, NetworkSSIDStat> networkSSIDs;
   // As they were last.
   std::uint64_t diskTotalBytes = 0;
   std::uint64_t diskUsedBytes = 0;
@@ -65,13 +74,14 @@ struct DailySummary {
   std::int64_t uptimeMinutes = 0;
   std::int64_t batteryHealthPercent = 0;
 
-  // Without hours each of these is 0 or empty. Means are means of the hours' means: an hour with few values
-  // weighs as much as a full one.
+  // Worked out at each call. Without hours each of these is 0 or empty. Means are means of the hours' means: an
+  // hour with few values weighs as much as a full one.
   std::vector<double> hourlyCPUFractions() const;
   double averageCPU() const;
   double peakCPU() const;
   double averageMemoryGB() const;
   double peakMemoryGB() const;
+  // The means of the first and the last entry, without their fractions.
   std::int64_t batteryStartPercent() const;
   std::int64_t batteryEndPercent() const;
   double totalNetworkUpBytes() const;
@@ -82,6 +92,8 @@ struct DailySummary {
   std::vector<HistoricProcess> topProcesses() const;
   // The one with most traffic first.
   SSIDTraffic ssidsByTraffic() const;
+
+  friend bool operator==(const DailySummary&, const DailySummary&) = default;
 };
 
 }  // namespace kestrune

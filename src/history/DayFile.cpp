@@ -1,280 +1,224 @@
 #include "history/DayFile.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <map>
+#include <tuple>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include <nlohmann/json.hpp>
+
+#include "history/JsonReader.h"
 
 namespace kestrune {
 namespace {
 
-using Json = nlohmann::json;
+// ---- the shape of the file
+
+template <class Record, class Value>
+struct Field {
+  std::string_view key;
+  Value Record::*member;
+};
+
+// The members of each type, in the order in which they are written. All of them have to be there.
+template <class Record>
+constexpr auto fields = nullptr;
+
+template <>
+constexpr auto fields<BucketStat> =
+    std::tuple(Field{"sum", &BucketStat::sum}, Field{"count", &BucketStat::count},
+               Field{"peak", &BucketStat::peak}, Field{"peakTime", &BucketStat::peakTime});
+
+template <>
+constexpr auto fields<HourBucket> = std::tuple(
+    Field{"hour", &HourBucket::hour}, Field{"cpu", &HourBucket::cpu},
+    Field{"memoryGB", &HourBucket::memoryGB}, Field{"batteryPercent", &HourBucket::batteryPercent},
+    Field{"networkUpBytes", &HourBucket::networkUpBytes},
+    Field{"networkDownBytes", &HourBucket::networkDownBytes},
+    Field{"diskReadBytes", &HourBucket::diskReadBytes}, Field{"diskWriteBytes", &HourBucket::diskWriteBytes});
+
+template <>
+constexpr auto fields<HistoricProcess> = std::tuple(
+    Field{"name", &HistoricProcess::name}, Field{"cpuSum", &HistoricProcess::cpuSum},
+    Field{"cpuCount", &HistoricProcess::cpuCount}, Field{"memorySum", &HistoricProcess::memorySum});
+
+template <>
+constexpr auto fields<NetworkSSIDStat> = std::tuple(Field{"uploadBytes", &NetworkSSIDStat::uploadBytes},
+                                                    Field{"downloadBytes", &NetworkSSIDStat::downloadBytes});
+
+template <>
+constexpr auto fields<DailySummary> = std::tuple(
+    Field{"date", &DailySummary::date}, Field{"hours", &DailySummary::hours},
+    Field{"processes", &DailySummary::processes}, Field{"networkSSIDs", &DailySummary::networkSSIDs},
+    Field{"diskTotalBytes", &DailySummary::diskTotalBytes},
+    Field{"diskUsedBytes", &DailySummary::diskUsedBytes},
+    Field{"diskFreeBytes", &DailySummary::diskFreeBytes}, Field{"uptimeDays", &DailySummary::uptimeDays},
+    Field{"uptimeHours", &DailySummary::uptimeHours}, Field{"uptimeMinutes", &DailySummary::uptimeMinutes},
+    Field{"batteryHealthPercent", &DailySummary::batteryHealthPercent});
+
+template <class Type>
+concept Record = !std::is_null_pointer_v<std::remove_const_t<decltype(fields<Type>)>>;
+
+// Calls `visit` with each field of the type, in order.
+template <Record Type, class Visit>
+void forEachField(Visit visit) {
+  std::apply([&](const auto&... field) { (visit(field), ...); }, fields<Type>);
+}
 
 // ---- writing
 
-class Writer {
- public:
-  template <class Write>
-  void object(Write write) {
-    separate();
-    text_ += '{';
-    write();
-    text_ += '}';
-  }
-  template <class Write>
-  void object(std::string_view key, Write write) {
-    member(key);
-    object(write);
-  }
-  template <class List, class Write>
-  void array(std::string_view key, const List& list, Write write) {
-    member(key);
-    text_ += '[';
-    for (const auto& each : list) object([&] { write(each); });
-    text_ += ']';
-  }
-
-  void number(std::string_view key, std::integral auto value) {
-    member(key);
-    append(value);
-  }
-  void number(std::string_view key, double value) {
-    member(key);
-    isFinite_ = isFinite_ && std::isfinite(value);
-    append(value);
-  }
-  void string(std::string_view key, const std::string& value) {
-    member(key);
-    quote(value);
-  }
-
-  EncodedDay take() && {
-    if (!isFinite_) return {.text = {}, .error = "A figure is not a finite number."};
-    return {.text = std::move(text_), .error = {}};
-  }
-
- private:
-  void member(std::string_view key) {
-    separate();
-    quote(key);
-    text_ += ':';
-  }
-  void separate() {
-    const bool isFirst = text_.empty() || text_.back() == '{' || text_.back() == '[' || text_.back() == ':';
-    if (!isFirst) text_ += ',';
-  }
-  void quote(std::string_view value) {
-    text_ += Json(value).dump(-1, ' ', false, Json::error_handler_t::replace);
-  }
-  void append(auto value) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    text_.append(digits.data(), end);
-  }
-
-  std::string text_;
-  bool isFinite_ = true;
+struct Output {
+  std::string text;
+  bool isFinite = true;
 };
 
-void write(Writer& writer, std::string_view key, const BucketStat& stat) {
-  writer.object(key, [&] {
-    writer.number("sum", stat.sum);
-    writer.number("count", stat.count);
-    writer.number("peak", stat.peak);
-    writer.number("peakTime", stat.peakTime.seconds);
-  });
+template <class Number>
+void writeDigits(Output& output, Number number) {
+  std::array<char, 32> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  output.text.append(digits.data(), end);
 }
 
-void write(Writer& writer, const HourBucket& hour) {
-  writer.number("hour", hour.hour);
-  write(writer, "cpu", hour.cpu);
-  write(writer, "memoryGB", hour.memoryGB);
-  write(writer, "batteryPercent", hour.batteryPercent);
-  writer.number("networkUpBytes", hour.networkUpBytes);
-  writer.number("networkDownBytes", hour.networkDownBytes);
-  writer.number("diskReadBytes", hour.diskReadBytes);
-  writer.number("diskWriteBytes", hour.diskWriteBytes);
+void write(Output& output, std::integral auto number) {
+  writeDigits(output, number);
 }
 
-void write(Writer& writer, const DailySummary& summary) {
-  writer.number("date", summary.date.seconds);
-  writer.array("hours", summary.hours, [&](const HourBucket& hour) { write(writer, hour); });
-  writer.object("processes", [&] {
-    for (const auto& [name, process] : summary.processes) {
-      writer.object(name, [&] {
-        writer.string("name", process.name);
-        writer.number("cpuSum", process.cpuSum);
-        writer.number("cpuCount", process.cpuCount);
-        writer.number("memorySum", process.memorySum);
-      });
-    }
+void write(Output& output, double number) {
+  constexpr double exactBelow = 9007199254740992.0;  // 2^53
+  if (!std::isfinite(number)) {
+    output.isFinite = false;
+  } else if (std::abs(number) < exactBelow && std::trunc(number) == number) {
+    writeDigits(output, static_cast<std::int64_t>(number));  // the shortest form could be 8e+08
+  } else {
+    writeDigits(output, number);
+  }
+}
+
+void write(Output& output, Date date) {
+  write(output, date.seconds);
+}
+
+void write(Output& output, std::string_view text) {
+  const auto isPlain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+  if (std::ranges::all_of(text, isPlain)) {
+    output.text.append(1, '"').append(text) += '"';
+  } else {
+    using Json = nlohmann::json;
+    output.text += Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
+}
+
+template <Record Type>
+void write(Output& output, const Type& record);
+
+template <Record Type>
+void write(Output& output, const std::vector<Type>& list) {
+  char before = '[';
+  for (const Type& record : list) {
+    output.text += std::exchange(before, ',');
+    write(output, record);
+  }
+  if (list.empty()) output.text += '[';
+  output.text += ']';
+}
+
+template <Record Type>
+void write(Output& output, const std::map<std::string, Type>& map) {
+  char before = '{';
+  for (const auto& [key, record] : map) {
+    output.text += std::exchange(before, ',');
+    write(output, std::string_view(key));
+    output.text += ':';
+    write(output, record);
+  }
+  if (map.empty()) output.text += '{';
+  output.text += '}';
+}
+
+template <Record Type>
+void write(Output& output, const Type& record) {
+  char before = '{';
+  forEachField<Type>([&](const auto& field) {
+    output.text += std::exchange(before, ',');
+    write(output, field.key);
+    output.text += ':';
+    write(output, record.*field.member);
   });
-  writer.object("networkSSIDs", [&] {
-    for (const auto& [name, network] : summary.networkSSIDs) {
-      writer.object(name, [&] {
-        writer.number("uploadBytes", network.uploadBytes);
-        writer.number("downloadBytes", network.downloadBytes);
-      });
-    }
-  });
-  writer.number("diskTotalBytes", summary.diskTotalBytes);
-  writer.number("diskUsedBytes", summary.diskUsedBytes);
-  writer.number("diskFreeBytes", summary.diskFreeBytes);
-  writer.number("uptimeDays", summary.uptimeDays);
-  writer.number("uptimeHours", summary.uptimeHours);
-  writer.number("uptimeMinutes", summary.uptimeMinutes);
-  writer.number("batteryHealthPercent", summary.batteryHealthPercent);
+  output.text += '}';
 }
 
 // ---- reading
 
-// 2^63 and 2^64, the first doubles beyond what the integers hold.
-constexpr double beyondSigned = 9223372036854775808.0;
-constexpr double beyondUnsigned = 18446744073709551616.0;
-
-bool read(const Json& json, double& value) {
-  if (!json.is_number()) return false;
-  value = json.get<double>();
-  return std::isfinite(value);
+bool read(JsonReader& json, auto& value)
+  requires requires { json.read(value); }
+{
+  return json.read(value);
 }
 
-bool read(const Json& json, Date& date) {
-  return read(json, date.seconds);
+bool read(JsonReader& json, Date& date) {
+  return json.read(date.seconds);
 }
 
-bool isWhole(double value, double least, double beyond) {
-  return value >= least && value < beyond && std::trunc(value) == value;
+template <Record Type>
+bool read(JsonReader& json, Type& record);
+
+template <Record Type>
+bool read(JsonReader& json, std::vector<Type>& list) {
+  list.clear();
+  return json.readArray([&] { return read(json, list.emplace_back()); });
 }
 
-bool read(const Json& json, std::int64_t& value) {
-  if (json.is_number_float()) {
-    const auto number = json.get<double>();
-    if (!isWhole(number, -beyondSigned, beyondSigned)) return false;
-    value = static_cast<std::int64_t>(number);
-    return true;
-  }
-  if (!json.is_number_integer()) return false;
-  if (json.is_number_unsigned() && !std::in_range<std::int64_t>(json.get<std::uint64_t>())) {
-    return false;
-  }
-  value = json.get<std::int64_t>();
-  return true;
+template <Record Type>
+bool read(JsonReader& json, std::map<std::string, Type>& map) {
+  map.clear();
+  // The keys mostly come in order.
+  return json.readObject(
+      [&](const std::string& key) { return read(json, map.try_emplace(map.end(), key)->second); });
 }
 
-bool read(const Json& json, std::uint64_t& value) {
-  if (json.is_number_float()) {
-    const auto number = json.get<double>();
-    if (!isWhole(number, 0, beyondUnsigned)) return false;
-    value = static_cast<std::uint64_t>(number);
-    return true;
-  }
-  if (!json.is_number_integer()) return false;
-  if (!json.is_number_unsigned() && json.get<std::int64_t>() < 0) return false;
-  value = json.get<std::uint64_t>();
-  return true;
-}
-
-bool read(const Json& json, std::string& value) {
-  if (!json.is_string()) return false;
-  value = json.get_ref<const std::string&>();
-  return true;
-}
-
-bool read(const Json& json, BucketStat& stat);
-bool read(const Json& json, HourBucket& hour);
-bool read(const Json& json, HistoricProcess& process);
-bool read(const Json& json, NetworkSSIDStat& network);
-template <class Value>
-bool read(const Json& json, std::vector<Value>& list);
-template <class Value>
-bool read(const Json& json, std::map<std::string, Value>& map);
-
-// The members of one object, each of which has to be there.
-class Members {
- public:
-  explicit Members(const Json& json) : json_(json), isGood_(json.is_object()) {}
-
-  template <class Value>
-  Members& operator()(const char* key, Value& value) {
-    if (!isGood_) return *this;
-    const auto found = json_.find(key);
-    isGood_ = found != json_.end() && read(*found, value);
-    return *this;
-  }
-  bool areGood() const { return isGood_; }
-
- private:
-  const Json& json_;
-  bool isGood_;
-};
-
-bool read(const Json& json, BucketStat& stat) {
-  return Members(json)("sum", stat.sum)("count", stat.count)("peak", stat.peak)("peakTime", stat.peakTime)
-      .areGood();
-}
-
-bool read(const Json& json, HourBucket& hour) {
-  return Members(json)("hour", hour.hour)("cpu", hour.cpu)("memoryGB", hour.memoryGB)(
-             "batteryPercent", hour.batteryPercent)("networkUpBytes", hour.networkUpBytes)(
-             "networkDownBytes", hour.networkDownBytes)("diskReadBytes", hour.diskReadBytes)(
-             "diskWriteBytes", hour.diskWriteBytes)
-      .areGood();
-}
-
-bool read(const Json& json, HistoricProcess& process) {
-  return Members(json)("name", process.name)("cpuSum", process.cpuSum)("cpuCount", process.cpuCount)(
-             "memorySum", process.memorySum)
-      .areGood();
-}
-
-bool read(const Json& json, NetworkSSIDStat& network) {
-  return Members(json)("uploadBytes", network.uploadBytes)("downloadBytes", network.downloadBytes).areGood();
-}
-
-template <class Value>
-bool read(const Json& json, std::vector<Value>& list) {
-  if (!json.is_array()) return false;
-  list.resize(json.size());
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    if (!read(json[i], list[i])) return false;
-  }
-  return true;
-}
-
-template <class Value>
-bool read(const Json& json, std::map<std::string, Value>& map) {
-  if (!json.is_object()) return false;
-  for (const auto& [key, value] : json.items()) {
-    if (!read(value, map[key])) return false;
-  }
-  return true;
-}
-
-bool read(const Json& json, DailySummary& summary) {
-  return Members(json)("date", summary.date)("hours", summary.hours)("processes", summary.processes)(
-             "networkSSIDs", summary.networkSSIDs)("diskTotalBytes", summary.diskTotalBytes)(
-             "diskUsedBytes", summary.diskUsedBytes)("diskFreeBytes", summary.diskFreeBytes)(
-             "uptimeDays", summary.uptimeDays)("uptimeHours", summary.uptimeHours)(
-             "uptimeMinutes", summary.uptimeMinutes)("batteryHealthPercent", summary.batteryHealthPercent)
-      .areGood();
+template <Record Type>
+bool read(JsonReader& json, Type& record) {
+  constexpr auto count = std::tuple_size_v<std::remove_const_t<decltype(fields<Type>)>>;
+  unsigned seen = 0;
+  const bool isWell = json.readObject([&](const std::string& key) {
+    bool isKnown = false;
+    bool isGood = true;
+    unsigned bit = 1;
+    forEachField<Type>([&](const auto& field) {
+      if (!isKnown && key == field.key) {
+        isKnown = true;
+        isGood = read(json, record.*field.member);
+        seen |= bit;
+      }
+      bit <<= 1U;
+    });
+    return isKnown ? isGood : json.skip();
+  });
+  return isWell && seen == (1U << count) - 1;
 }
 
 }  // namespace
 
 EncodedDay encodeDay(const DailySummary& summary) {
-  Writer writer;
-  writer.object([&] { write(writer, summary); });
-  return std::move(writer).take();
+  Output output;
+  write(output, summary);
+  if (!output.isFinite) return {.text = {}, .error = "a figure is not a finite number"};
+  return {.text = std::move(output.text), .error = {}};
 }
 
 std::optional<DailySummary> decodeDay(std::string_view text) {
-  const Json json = Json::parse(text, nullptr, false);
-  DailySummary summary;
-  return !json.is_discarded() && read(json, summary) ? std::optional(std::move(summary)) : std::nullopt;
+  JsonReader json(text);
+  std::optional<DailySummary> summary(std::in_place);
+  if (!read(json, *summary) || !json.isAtEnd()) summary.reset();
+  return summary;
 }
 
 }  // namespace kestrune

@@ -97,6 +97,33 @@ class MountedViews {
     update();
   }
 
+  // The titles of the one menu's items; none where there is no menu.
+  std::vector<std::string> menuItems() const {
+    std::vector<std::string> titles;
+    for (const auto& shown : kind<ui::MenuContent>()) {
+      for (const auto& item : shown.view->as<ui::MenuContent>()->items) titles.push_back(item.title.string);
+    }
+    return titles;
+  }
+  void chooseMenuItem(std::string_view title) {
+    const auto menus = kind<ui::MenuContent>();
+    ASSERT_EQ(menus.size(), 1U);
+    const auto items = menus.front().view->as<ui::MenuContent>()->items;
+    const auto item =
+        std::ranges::find_if(items, [&](const auto& each) { return each.title.string == title; });
+    ASSERT_NE(item, items.end()) << title;
+    item->action();
+    update();
+  }
+
+  // The symbols, in the order in which they stand.
+  std::vector<std::string> symbols() const {
+    std::vector<std::string> names;
+    for (const auto& shown : kind<ui::SymbolContent>())
+      names.push_back(shown.view->as<ui::SymbolContent>()->name);
+    return names;
+  }
+
   // The first component of that type and how often it has been evaluated; none: null and 0.
   template <class C>
   std::pair<C*, int> component() const {

@@ -33,10 +33,11 @@ class ViewFixture : public testing::Test {
     return {computer.loop, *env, preferences, notifications, formats, computer.workspace, isSandboxed};
   }
 
-  MountedViews cpuTab() {
-    return MountedViews(
-        ui::component<ui::CPUTab>([given = context()] { return std::make_shared<ui::CPUTab>(given); }));
+  template <class Tab>
+  MountedViews tab() {
+    return MountedViews(ui::component<Tab>([given = context()] { return std::make_shared<Tab>(given); }));
   }
+  MountedViews cpuTab() { return tab<ui::CPUTab>(); }
   MountedViews mainWindow() {
     return MountedViews(ui::component<ui::MainWindowView>(
         [given = context()] { return std::make_shared<ui::MainWindowView>(given); }));

@@ -72,7 +72,7 @@ TEST_F(NotificationProtocolTest, anIdentifierReplacesItsOwnUntilThatWasClosed) {
 }
 
 TEST_F(NotificationProtocolTest, whileTheServiceIsSlowOnlyTheLatestWaits) {
-  daemon.isSilent = true;
+  daemon.unanswered = {"Notify"};
   const Delivery first(notifications, {"cpu", "t", "1"});
   ASSERT_TRUE(hasCalls(1));
   const Delivery second(notifications, {"cpu", "t", "2"});
@@ -80,7 +80,7 @@ TEST_F(NotificationProtocolTest, whileTheServiceIsSlowOnlyTheLatestWaits) {
   const Delivery other(notifications, {"disk", "t", "4"});
   ASSERT_TRUE(hasCalls(2)) << "another identifier does not wait";
   EXPECT_EQ(daemon.calls[1].body, "4");
-  daemon.isSilent = false;
+  daemon.unanswered.clear();
   daemon.answer();
   ASSERT_TRUE(hasCalls(3));
   EXPECT_EQ(daemon.calls[2].body, "3");
@@ -91,11 +91,27 @@ TEST_F(NotificationProtocolTest, whileTheServiceIsSlowOnlyTheLatestWaits) {
   }
 }
 
+TEST_F(NotificationProtocolTest, whatWasReportedAsFailedIsNotSentAfterwards) {
+  DBusNotifications impatient(bus.connect("impatient"), 100ms);
+  daemon.unanswered = {"Notify"};
+  const Delivery sent(impatient, {"cpu", "t", "1"});
+  ASSERT_TRUE(hasCalls(1));
+  const Delivery waiting(impatient, {"cpu", "t", "2"});
+  EXPECT_TRUE(sent.fails());
+  EXPECT_TRUE(waiting.fails());
+  daemon.unanswered.clear();
+  daemon.answer();
+  EXPECT_TRUE(hasCalls(1));
+  EXPECT_TRUE(Delivery(impatient, {"cpu", "t", "3"}).succeeds());
+  EXPECT_EQ(daemon.calls.back().replaced, 7U) << "a late answer tells what to replace all the same";
+}
+
 TEST_F(NotificationProtocolTest, aServiceThatTakesOverOwesNothing) {
-  Delivery(notifications, {"cpu", "t", "1"}).succeeds();
-  daemon.isSilent = true;
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).succeeds());
+  daemon.unanswered = {"Notify"};
   const Delivery lost(notifications, {"cpu", "t", "2"});
-  ASSERT_TRUE(hasCalls(2));
+  const Delivery lostToo(notifications, {"disk", "t", "2"});
+  ASSERT_TRUE(hasCalls(3));
   const Delivery waiting(notifications, {"cpu", "t", "3"});
   test::ScriptedDaemon successor(bus.connect("successor"), 100);
   successor.capabilities = {"body-markup"};
@@ -103,12 +119,57 @@ TEST_F(NotificationProtocolTest, aServiceThatTakesOverOwesNothing) {
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "<4>"}).succeeds());
   daemon.answer();
   EXPECT_TRUE(lost.succeeds());
+  EXPECT_TRUE(lostToo.succeeds());
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "5"}).succeeds());
-  ASSERT_EQ(successor.calls.size(), 3U);
+  EXPECT_TRUE(Delivery(notifications, {"disk", "t", "5"}).succeeds());
+  ASSERT_EQ(successor.calls.size(), 4U);
   EXPECT_EQ(successor.calls[0].replaced, 0U);
   EXPECT_EQ(successor.calls[1].replaced, 100U);
   EXPECT_EQ(successor.calls[1].body, "&lt;4&gt;") << "abilities are those of the new one";
-  EXPECT_EQ(successor.calls[2].replaced, 100U) << "a late answer of the old one doesn't count";
+  EXPECT_EQ(successor.calls[2].replaced, 100U) << "late answers of the old one don't count";
+  EXPECT_EQ(successor.calls[3].replaced, 0U);
+}
+
+TEST_F(NotificationProtocolTest, theAnswerOfOneThatWasStartedForItCounts) {
+  daemon.unanswered = {"Notify"};
+  const Delivery delivery(notifications, {"cpu", "t", "1"});
+  ASSERT_TRUE(hasCalls(1));
+  // What the bus tells when it has started the service that it keeps a call for.
+  auto owned =
+      QDBusMessage::createSignal("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged");
+  bus.connect("stranger")
+      .send(owned << "org.freedesktop.Notifications"
+                  << ""
+                  << ":1.99");
+  until([] { return false; }, 50ms);
+  daemon.unanswered.clear();
+  daemon.answer();
+  EXPECT_TRUE(delivery.succeeds());
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "2"}).succeeds());
+  EXPECT_EQ(daemon.calls.back().replaced, 7U);
+}
+
+TEST_F(NotificationProtocolTest, theAbilitiesOfAnEarlierServiceDontCount) {
+  daemon.unanswered = {"GetCapabilities"};
+  daemon.capabilities = {"body-markup"};
+  const Delivery waiting(notifications, {"cpu", "t", "<1>"});
+  until([] { return false; }, 50ms);
+  test::ScriptedDaemon successor(bus.connect("successor"));
+  successor.unanswered = {"GetCapabilities"};
+  until([] { return false; }, 50ms);
+  daemon.answer();
+  until([] { return false; }, 50ms);
+  const Delivery later(notifications, {"disk", "t", "<2>"});
+  until([] { return false; }, 50ms);
+  EXPECT_TRUE(successor.calls.empty()) << "its own are not known yet";
+  successor.unanswered.clear();
+  successor.answer();
+  EXPECT_TRUE(waiting.succeeds());
+  EXPECT_TRUE(later.succeeds());
+  EXPECT_TRUE(daemon.calls.empty());
+  ASSERT_EQ(successor.calls.size(), 2U);
+  EXPECT_EQ(successor.calls[0].body, "<1>");
+  EXPECT_EQ(successor.calls[1].body, "<2>");
 }
 
 TEST(NotificationsWithoutABusTest, saysNoAtOnce) {

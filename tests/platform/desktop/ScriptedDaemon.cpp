@@ -22,31 +22,35 @@ ScriptedDaemon::ScriptedDaemon(QDBusConnection bus, std::uint32_t firstId)
 }
 
 bool ScriptedDaemon::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
-  const auto arguments = message.arguments();
   if (message.member() == QStringLiteral("GetCapabilities")) {
-    bus_.send(message.createReply(capabilities));
-    return true;
+    answers_.emplace_back([this, message] { bus_.send(message.createReply(capabilities)); });
+  } else if (message.member() == QStringLiteral("Notify")) {
+    note(message);
+    answers_.emplace_back([this, message, replaced = calls.back().replaced] {
+      bus_.send(message.createReply(replaced != 0 ? replaced : nextId_++));
+    });
+  } else {
+    return false;
   }
-  if (message.member() != QStringLiteral("Notify")) return false;
-  EXPECT_EQ(message.signature().toStdString(), "susssasa{sv}i");
-  const Notify call{.application = arguments.at(0).toString().toStdString(),
-                    .replaced = arguments.at(1).toUInt(),
-                    .icon = arguments.at(2).toString().toStdString(),
-                    .summary = arguments.at(3).toString().toStdString(),
-                    .body = arguments.at(4).toString().toStdString(),
-                    .actions = static_cast<int>(arguments.at(5).toStringList().size()),
-                    .hints = qdbus_cast<QVariantMap>(arguments.at(6)),
-                    .expires = arguments.at(7).toInt()};
-  calls.push_back(call);
-  unanswered_.emplace_back(message, call.replaced);
-  if (!isSilent) answer();
+  if (!unanswered.contains(message.member())) answer();
   return true;
 }
 
+void ScriptedDaemon::note(const QDBusMessage& message) {
+  EXPECT_EQ(message.signature().toStdString(), "susssasa{sv}i");
+  const auto arguments = message.arguments();
+  calls.push_back({.application = arguments.at(0).toString().toStdString(),
+                   .replaced = arguments.at(1).toUInt(),
+                   .icon = arguments.at(2).toString().toStdString(),
+                   .summary = arguments.at(3).toString().toStdString(),
+                   .body = arguments.at(4).toString().toStdString(),
+                   .actions = static_cast<int>(arguments.at(5).toStringList().size()),
+                   .hints = qdbus_cast<QVariantMap>(arguments.at(6)),
+                   .expires = arguments.at(7).toInt()});
+}
+
 void ScriptedDaemon::answer() {
-  for (const auto& [message, replaced] : std::exchange(unanswered_, {})) {
-    bus_.send(message.createReply(replaced != 0 ? replaced : nextId_++));
-  }
+  for (const auto& reply : std::exchange(answers_, {})) reply();
 }
 
 void ScriptedDaemon::close(std::uint32_t id) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QStringList>
 #include <QVariantMap>
 
 namespace kestrune::test {
@@ -30,9 +32,9 @@ class ScriptedDaemon final : public QDBusVirtualObject {
 
   QStringList capabilities;
   std::vector<Notify> calls;
-  bool isSilent = false;  // while set, notifications are noted but not answered
+  QStringList unanswered;  // methods whose calls are noted but not answered
 
-  // Answers what was left unanswered.
+  // Answers all calls that were not answered.
   void answer();
   void close(std::uint32_t id);
 
@@ -40,9 +42,11 @@ class ScriptedDaemon final : public QDBusVirtualObject {
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
  private:
+  void note(const QDBusMessage& message);
+
   QDBusConnection bus_;
   std::uint32_t nextId_;
-  std::vector<std::pair<QDBusMessage, std::uint32_t>> unanswered_;  // with what it replaces
+  std::vector<std::function<void()>> answers_;
 };
 
 }  // namespace kestrune::test
