@@ -44,7 +44,8 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
           loop, AlertsMonitor::Services{surroundings.preferences, platform.notifications, platform.workspace,
                                         platform.calendar, surroundings.texts, surroundings.formats})),
       clock_(platform.clock),
-      calendar_(platform.calendar) {
+      calendar_(platform.calendar),
+      facts_(platform.facts) {
   cpu->start(1s);
   memory->start(2s);
   battery->start(30s);
@@ -57,10 +58,27 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
 }
 
 void AppEnvironment::shiftSelectedDate(int days) {
-  const Date today = calendar_.startOfDay(clock_.now());
-  const Date base = selectedDate->value_or(today);
+  const Date base = selectedDate->value_or(today());
   const Date target = calendar_.addingDays(base, days).value_or(base);
-  selectedDate.set(target < today ? std::optional(target) : std::nullopt);
+  selectedDate.set(target < today() ? std::optional(target) : std::nullopt);
+}
+
+bool AppEnvironment::canGoBack() const {
+  const auto before = calendar_.addingDays(selectedDate->value_or(today()), -1);
+  return before && dayFiles.exists(*before);
+}
+
+bool AppEnvironment::isYesterday(Date date) const {
+  const auto yesterday = calendar_.addingDays(today(), -1);
+  return yesterday && calendar_.startOfDay(date) == calendar_.startOfDay(*yesterday);
+}
+
+SystemUptime AppEnvironment::uptime() const {
+  return systemUptime(facts_, clock_.now());
+}
+
+Date AppEnvironment::today() const {
+  return calendar_.startOfDay(clock_.now());
 }
 
 }  // namespace kestrune

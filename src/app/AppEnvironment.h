@@ -8,6 +8,7 @@
 #include "history/DayFiles.h"
 #include "history/HistoricalDataStore.h"
 #include "history/HistoryRecorder.h"
+#include "history/SystemUptime.h"
 #include "platform/Platform.h"
 #include "providers/AudioProvider.h"
 #include "providers/BatteryProvider.h"
@@ -50,6 +51,12 @@ class AppEnvironment {
   // The day that the dashboards look at; absent means today, live. Never today's date or a later one.
   Published<std::optional<Date>> selectedDate;
 
+  // Whether the day before the selected one, or before today, has a file.
+  bool canGoBack() const;
+  bool isYesterday(Date date) const;
+  // How long the machine has been running.
+  SystemUptime uptime() const;
+
   // Moves the selected day by so many calendar days. Today or later becomes absent.
   void shiftSelectedDate(int days);
 
@@ -58,8 +65,11 @@ class AppEnvironment {
   AppEnvironment(MainLoop& loop, const platform::Platform& platform, const Surroundings& surroundings,
                  const std::shared_ptr<ProcessScanCache>& scans);
 
+  Date today() const;
+
   const Clock& clock_;
   platform::Calendar& calendar_;
+  platform::SystemFacts& facts_;
 };
 
 }  // namespace kestrune

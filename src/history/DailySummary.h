@@ -74,8 +74,8 @@ struct DailySummary {
   std::int64_t uptimeMinutes = 0;
   std::int64_t batteryHealthPercent = 0;
 
-  // Worked out at each call. Without hours each of these is 0 or empty. Means are means of the hours' means: an
-  // hour with few values weighs as much as a full one.
+  // Worked out at each call. Without hours each of these is 0 or empty. Means are means of the hours' means:
+  // an hour with few values weighs as much as a full one.
   std::vector<double> hourlyCPUFractions() const;
   double averageCPU() const;
   double peakCPU() const;

@@ -5,8 +5,12 @@
 namespace kestrune {
 
 std::string DayFiles::name(Date midnight) const {
+  return dayName(midnight) + ".json";
+}
+
+std::string DayFiles::dayName(Date midnight) const {
   if (!dayFileFormatter_) dayFileFormatter_ = calendar_.dayFormatter();
-  return dayFileFormatter_(midnight) + ".json";
+  return dayFileFormatter_(midnight);
 }
 
 std::optional<DailySummary> DayFiles::read(Date midnight) const {

@@ -20,6 +20,10 @@ class DayFiles {
   // "2026-05-09.json" for the day that begins then, in the time zone as it stood when a name was first asked
   // for.
   std::string name(Date midnight) const;
+  // The same without the ending.
+  std::string dayName(Date midnight) const;
+  // Whether there is a file that can be read, damaged or not.
+  bool exists(Date midnight) const { return storage_.read(name(midnight)).has_value(); }
   // Absent: there is no such file, it can't be read, or it is damaged.
   std::optional<DailySummary> read(Date midnight) const;
   // Replaces the file of the record's own day. Yields what went wrong, in words, or nothing.

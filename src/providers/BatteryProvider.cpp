@@ -17,6 +17,10 @@ BatteryCondition conditionOf(std::int64_t healthPercent) {
   return healthPercent >= leastFairPercent ? BatteryCondition::fair : BatteryCondition::poor;
 }
 
+bool isFull(const BatterySnapshot& battery) {
+  return battery.isFullyCharged || (battery.isCharging && battery.percent > almostFullPercent);
+}
+
 // What was measured, if it is a figure at all, else what is reported.
 std::int64_t capacity(std::optional<std::int64_t> measured, std::optional<std::int64_t> reported) {
   return measured.value_or(0) >= 1 ? *measured : reported.value_or(0);
@@ -75,11 +79,15 @@ BatterySnapshot BatterySnapshot::preview() {
 }
 
 std::string BatterySnapshot::timeRemainingText() const {
-  if (isFullyCharged || (isCharging && percent > almostFullPercent)) return "Fully Charged";
+  if (isFull(*this)) return "Fully Charged";
   if (!timeRemainingMinutes) return "Calculating…";
   const std::string minutes = std::to_string(*timeRemainingMinutes % minutesPerHour) + "m";
   if (*timeRemainingMinutes < minutesPerHour) return minutes;
   return std::to_string(*timeRemainingMinutes / minutesPerHour) + "h " + minutes;
+}
+
+bool BatterySnapshot::tellsTime() const {
+  return !isFull(*this) && timeRemainingMinutes.has_value();
 }
 
 BatteryProvider::BatteryProvider(MainLoop& loop, platform::PowerSources& sources)

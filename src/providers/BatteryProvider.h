@@ -37,6 +37,8 @@ struct BatterySnapshot {
 
   // "4h 12m", "45m", or the key of a text: "Fully Charged", "Calculating…".
   std::string timeRemainingText() const;
+  // Whether that is a time.
+  bool tellsTime() const;
 };
 
 // Reads the battery once per interval. A machine without one keeps the preview. Main thread only.

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <chrono>
 #include <optional>
 #include <string_view>
 
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
+#include <unicode/smpdtfmt.h>
+#include <unicode/timezone.h>
 #include <unicode/unistr.h>
 
 namespace kestrune {
@@ -22,17 +26,54 @@ icu::Locale localeNamed(const std::string& name) {
   return isKnown ? locale : icu::Locale::getUS();
 }
 
+std::optional<int> number(std::string_view digits) {
+  int value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  return error == std::errc() && end == digits.data() + digits.size() ? std::optional(value) : std::nullopt;
+}
+
+// Milliseconds since 1970, of the day's midnight in UTC.
+std::optional<UDate> midnightOf(std::string_view isoDay) {
+  constexpr std::size_t length = 10;
+  if (isoDay.size() != length || isoDay[4] != '-' || isoDay[7] != '-') return std::nullopt;
+  const auto year = number(isoDay.substr(0, 4));
+  const auto month = number(isoDay.substr(5, 2));
+  const auto day = number(isoDay.substr(8, 2));
+  if (!year || !month || !day) return std::nullopt;
+  const std::chrono::year_month_day date{std::chrono::year(*year),
+                                         std::chrono::month(static_cast<unsigned>(*month)),
+                                         std::chrono::day(static_cast<unsigned>(*day))};
+  if (!date.ok()) return std::nullopt;
+  return static_cast<UDate>(
+      std::chrono::milliseconds(std::chrono::sys_days(date).time_since_epoch()).count());
+}
+
 }  // namespace
 
 struct LocaleFormats::Formatters {
   icu::Locale locale;
   std::array<std::optional<icu::number::LocalizedNumberFormatter>, mostFractionDigits + 1> percentByDigits;
+  std::unique_ptr<icu::SimpleDateFormat> day;
 };
 
 LocaleFormats::LocaleFormats(const std::string& localeName)
-    : formatters_(new Formatters{localeNamed(localeName), {}}) {}
+    : formatters_(new Formatters{localeNamed(localeName), {}, {}}) {}
 
 LocaleFormats::~LocaleFormats() = default;
+
+std::string LocaleFormats::day(const std::string& isoDay) {
+  const auto midnight = midnightOf(isoDay);
+  if (!midnight) return isoDay;
+  UErrorCode status = U_ZERO_ERROR;
+  if (!formatters_->day) {
+    formatters_->day = std::make_unique<icu::SimpleDateFormat>("MMM d, yyyy", formatters_->locale, status);
+    formatters_->day->setTimeZone(*icu::TimeZone::getGMT());
+  }
+  icu::UnicodeString formatted;
+  formatters_->day->format(*midnight, formatted);
+  std::string utf8;
+  return U_SUCCESS(status) ? formatted.toUTF8String(utf8) : isoDay;
+}
 
 std::string LocaleFormats::percent(double fraction, int fractionDigits) {
   const int digits = std::clamp(fractionDigits, 0, static_cast<int>(mostFractionDigits));

@@ -17,6 +17,8 @@ class LocaleFormats {
 
   // "33%", "33,4 %": a fraction as percentage with a fixed number of fraction digits, rounded half to even.
   std::string percent(double fraction, int fractionDigits);
+  // "May 9, 2026": a day that is given as "2026-05-09". What is no such day is shown as it is.
+  std::string day(const std::string& isoDay);
 
  private:
   struct Formatters;

@@ -6,6 +6,7 @@
 #include "ui/DiskTab.h"
 #include "ui/MemoryTab.h"
 #include "ui/NetworkTab.h"
+#include "ui/OverviewTab.h"
 #include "ui/PlaceholderTab.h"
 #include "ui/Sidebar.h"
 
@@ -69,7 +70,9 @@ View MainWindowView::body() {
 View MainWindowView::detail() const {
   const auto tab = selectedTab.get();
   View page;
-  if (tab == MainTab::cpu) {
+  if (tab == MainTab::overview) {
+    page = tabPage<OverviewTab>(context_);
+  } else if (tab == MainTab::cpu) {
     page = tabPage<CPUTab>(context_);
   } else if (tab == MainTab::memory) {
     page = tabPage<MemoryTab>(context_);

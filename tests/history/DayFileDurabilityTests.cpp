@@ -1,1 +1,179 @@
-// placeholder
+// The day files on a real file system, while the program or the system fails.
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "SampleDay.h"
+#include "history/DayFile.h"
+#include "history/HistoryRecorder.h"
+#include "platform/linux/LinuxDayFiles.h"
+#include "platform/linux/TemporaryFolder.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::StartsWith;
+
+constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
+constexpr const char* fileName = "Kestrune/history/2026-05-09.json";
+
+// Lets this process mount what no other sees: once, for good.
+bool leaveMachine() {
+  const uid_t user = geteuid();
+  const gid_t group = getegid();
+  if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0) return false;
+  if (user != 0) {
+    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1\n";
+    std::ofstream("/proc/self/setgroups") << "deny\n";
+    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1\n";
+  }
+  return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+// A file system of its own in a folder, for this process alone.
+class Mount {
+ public:
+  Mount(std::string folder, const char* options) : folder_(std::move(folder)) {
+    static const bool hasLeft = leaveMachine();
+    isThere_ = hasLeft && mount("tmpfs", folder_.c_str(), "tmpfs", 0, options) == 0;
+  }
+  ~Mount() {
+    if (isThere_) umount2(folder_.c_str(), MNT_DETACH);
+  }
+  Mount(const Mount&) = delete;
+  Mount& operator=(const Mount&) = delete;
+
+  explicit operator bool() const { return isThere_; }
+  bool makeReadOnly() const {
+    return mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+  }
+
+ private:
+  std::string folder_;
+  bool isThere_ = false;
+};
+
+// A record of the size of a busy day, told from others by its days of uptime.
+DailySummary numberedDay(std::int64_t number) {
+  DailySummary day = test::sampleDay(midnight);
+  for (int i = 0; i < 400; ++i) {
+    const std::string name = "process " + std::to_string(i);
+    day.processes[name] = {.name = name, .cpuSum = 1.0 / 3, .cpuCount = number};
+  }
+  day.uptimeDays = number;
+  return day;
+}
+
+// Writes one record after the other until it is killed.
+[[noreturn]] void writeForEver(platform::DayFileStorage& storage, std::int64_t number) {
+  while (true) {
+    ++number;
+    storage.write("2026-05-09.json", encodeDay(numberedDay(number)).text);
+  }
+}
+
+class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  // What the recorder prints when it saves.
+  std::string save(const DailySummary& summary) {
+    linux_platform::LinuxDayFiles storage(data);
+    DayFiles files(storage, calendar);
+    HistoryRecorder recorder(loop, {.calendar = calendar, .facts = systemFacts, .files = files});
+    testing::internal::CaptureStdout();
+    recorder.save(summary);
+    return testing::internal::GetCapturedStdout();
+  }
+  std::optional<DailySummary> onFile() const {
+    return decodeDay(folder.read("data/" + std::string(fileName)));
+  }
+  std::ptrdiff_t filesInHistory() const {
+    return std::distance(fs::directory_iterator(fs::path(data) / "Kestrune/history"), {});
+  }
+
+  test::TemporaryFolder folder;
+  const std::string data = folder / "data";
+};
+
+TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
+  linux_platform::LinuxDayFiles storage(data);
+  ASSERT_EQ(save(numberedDay(0)), "");
+  std::mt19937 random(20260509);
+  std::uniform_int_distribution<int> microseconds(0, 20000);
+  std::int64_t latest = 0;
+  int progress = 0;
+  for (int round = 0; round < 50; ++round) {
+    const pid_t parent = getpid();
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      if (getppid() != parent) _exit(0);
+      writeForEver(storage, latest);
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+
+    const auto day = onFile();
+    ASSERT_TRUE(day) << "round " << round;
+    ASSERT_EQ(*day, numberedDay(day->uptimeDays));
+    ASSERT_GE(day->uptimeDays, latest);
+    progress += day->uptimeDays > latest ? 1 : 0;
+    latest = day->uptimeDays;
+  }
+  EXPECT_GT(progress, 10) << "it was killed while it wrote";
+}
+
+TEST_F(DayFileDurabilityTest, aFullDiskLeavesTheOldFile) {
+  fs::create_directory(data);
+  const Mount disk(data, "size=256k,mode=0700");
+  if (!disk) GTEST_SKIP() << "the kernel grants no mount";
+  ASSERT_EQ(save(numberedDay(1)), "");
+  {
+    std::ofstream filler(data + "/filler", std::ios::binary);
+    while (filler << 'x') continue;
+  }
+  EXPECT_EQ(save(numberedDay(2)), "[HistoryRecorder] save failed: No space left on device\n");
+  EXPECT_EQ(onFile(), numberedDay(1));
+  EXPECT_EQ(filesInHistory(), 1) << "no temporary file stays";
+  fs::remove(data + "/filler");
+  EXPECT_EQ(save(numberedDay(2)), "");
+  EXPECT_EQ(onFile(), numberedDay(2));
+}
+
+TEST_F(DayFileDurabilityTest, aReadOnlyDiskLeavesTheOldFile) {
+  fs::create_directory(data);
+  const Mount disk(data, "size=1m,mode=0700");
+  if (!disk) GTEST_SKIP() << "the kernel grants no mount";
+  ASSERT_EQ(save(numberedDay(1)), "");
+  ASSERT_TRUE(disk.makeReadOnly());
+  EXPECT_EQ(save(numberedDay(2)), "[HistoryRecorder] save failed: Read-only file system\n");
+  EXPECT_EQ(onFile(), numberedDay(1));
+}
+
+TEST_F(DayFileDurabilityTest, aFileInPlaceOfTheFolderIsTold) {
+  folder.write("data", "");
+  EXPECT_EQ(save(numberedDay(1)), "[HistoryRecorder] save failed: Not a directory\n");
+  fs::remove(data);
+  EXPECT_EQ(save(numberedDay(1)), "") << "the folder is made before every write";
+  EXPECT_EQ(onFile(), numberedDay(1));
+}
+
+}  // namespace
+}  // namespace kestrune

@@ -1,1 +1,88 @@
-// placeholder
+#include <gmock/gmock.h>
+
+#include "SampleDay.h"
+#include "history/DayFile.h"
+#include "history/HistoricalDataStore.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
+constexpr double day = 86400;
+constexpr const char* fileName = "2026-05-09.json";
+
+class HistoricalDataStoreTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  void keep(const std::string& name, const DailySummary& summary) {
+    dayFiles.files[name] = encodeDay(summary).text;
+  }
+
+  DayFiles files{dayFiles, calendar};
+  HistoricalDataStore store{files, calendar};
+};
+
+TEST_F(HistoricalDataStoreTest, readsADayOnceAndKeepsIt) {
+  const DailySummary summary = test::sampleDay(midnight);
+  keep(fileName, summary);
+  EXPECT_EQ(store.load(midnight + 50000.5), summary);
+  dayFiles.files.clear();
+  EXPECT_EQ(store.load(midnight), summary);
+  keep(fileName, {.date = midnight});
+  EXPECT_EQ(store.load(midnight + (day - 0.001)), summary);
+  EXPECT_THAT(dayFiles.reads, ElementsAre(fileName));
+  EXPECT_THAT(*store.cache, SizeIs(1));
+}
+
+TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
+  EXPECT_EQ(store.load(midnight), std::nullopt);
+  std::string lacking = encodeDay(test::sampleDay(midnight)).text;
+  lacking.erase(lacking.find(",\"uptimeDays\":12"), 16);
+  dayFiles.files[fileName] = lacking;
+  EXPECT_EQ(store.load(midnight), std::nullopt);
+  EXPECT_THAT(*store.cache, SizeIs(0));
+  keep(fileName, test::sampleDay(midnight));
+  EXPECT_EQ(store.load(midnight), test::sampleDay(midnight));
+  EXPECT_THAT(dayFiles.reads, SizeIs(3));
+}
+
+TEST_F(HistoricalDataStoreTest, theNameDecidesWhichDayARecordIsOf) {
+  const DailySummary summary = test::sampleDay(midnight + 300 * day);
+  keep(fileName, summary);
+  EXPECT_EQ(store.load(midnight), summary);
+  EXPECT_EQ(store.load(midnight + 300 * day), std::nullopt);
+}
+
+TEST_F(HistoricalDataStoreTest, namesStayInTheZoneOfTheFirst) {
+  calendar.hoursEast = 2;
+  EXPECT_EQ(files.name(midnight + -7200), fileName);
+  calendar.hoursEast = 10;
+  EXPECT_EQ(store.load(midnight), std::nullopt);
+  EXPECT_THAT(dayFiles.reads, ElementsAre("2026-05-08.json")) << "where the day begins at 14:00 UTC";
+}
+
+// A view that reads what it loads for the first time.
+TEST_F(HistoricalDataStoreTest, isSafeWhileAViewIsEvaluated) {
+  int changes = 0;
+  Dependencies view([&] { ++changes; });
+  const auto evaluate = [&](Date date) { return view.track([&] { return store.load(date); }); };
+  EXPECT_EQ(evaluate(midnight), std::nullopt);
+  EXPECT_EQ(changes, 0);
+
+  // Another view finds the file.
+  keep(fileName, test::sampleDay(midnight));
+  store.load(midnight);
+  EXPECT_EQ(changes, 1) << "so that this view shows it too";
+  EXPECT_TRUE(evaluate(midnight));
+
+  keep("2026-05-10.json", {.date = midnight + day});
+  EXPECT_TRUE(evaluate(midnight + day));
+  EXPECT_TRUE(view.empty()) << "what was found never changes";
+  EXPECT_EQ(changes, 1) << "its own loading is nothing new to it";
+}
+
+}  // namespace
+}  // namespace kestrune

@@ -1,1 +1,327 @@
-// placeholder
+#include <cmath>
+
+#include <gmock/gmock.h>
+
+#include "SampleDay.h"
+#include "history/DayFile.h"
+#include "history/HistoryRecorder.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Key;
+using testing::SizeIs;
+
+constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
+constexpr double day = 86400;
+constexpr const char* fileName = "2026-05-09.json";
+
+constexpr double timeOfDay(int hours, int minutes, int seconds) {
+  return hours * 3600.0 + minutes * 60.0 + seconds;
+}
+
+class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  HistoryRecorderTest() { clock.setWall(midnight + timeOfDay(10, 0, 30)); }
+
+  void make() {
+    recorder = std::make_shared<HistoryRecorder>(
+        loop, HistoryRecorder::Services{.calendar = calendar, .facts = systemFacts, .files = files});
+  }
+  void begin() {
+    make();
+    recorder->start(sources);
+    settle();
+  }
+  // What the network shows from now on.
+  void connect(std::optional<std::string> ssid, const std::string& label) const {
+    NetworkSnapshot snapshot = *sources.network->current;
+    snapshot.ssid = std::move(ssid);
+    snapshot.interfaceName = label;
+    sources.network->current.set(snapshot);
+  }
+  void showUsage(double percent) const { sources.cpu->current.set({.usagePercent = percent}); }
+  std::optional<DailySummary> onFile(const std::string& name) { return decodeDay(dayFiles.files[name]); }
+  std::vector<std::int64_t> hours() const {
+    std::vector<std::int64_t> hours;
+    for (const auto& bucket : recorder->current.hours) hours.push_back(bucket.hour);
+    return hours;
+  }
+  std::int64_t ticks() const {
+    std::int64_t ticks = 0;
+    for (const auto& bucket : recorder->current.hours) ticks += bucket.cpu.count;
+    return ticks;
+  }
+
+  DayFiles files{dayFiles, calendar};
+  std::shared_ptr<ProcessScanCache> scans = std::make_shared<ProcessScanCache>(clock, processTable, *lane);
+  HistoryRecorder::Sources sources{
+      .cpu = std::make_shared<CPUProvider>(loop, processors, chip, scans),
+      .memory = std::make_shared<MemoryProvider>(loop, memory, scans),
+      .battery = std::make_shared<BatteryProvider>(loop, powerSources),
+      .network = std::make_shared<NetworkProvider>(
+          loop, NetworkProvider::Services{networkInterfaces, tools, wifi, location, *lane}),
+      .disk = std::make_shared<DiskProvider>(loop, blockStorage, volumes)};
+  std::shared_ptr<HistoryRecorder> recorder;
+};
+
+TEST_F(HistoryRecorderTest, ticksEveryMinuteAndSavesAtEveryTenth) {
+  begin();
+  EXPECT_EQ(recorder->current, (DailySummary{.date = midnight}));
+  advance(60s - 1ns);
+  EXPECT_THAT(hours(), IsEmpty());
+  advance(1ns);
+  EXPECT_THAT(hours(), ElementsAre(10));
+  advance(9min - 1ns);
+  EXPECT_EQ(ticks(), 9);
+  EXPECT_EQ(dayFiles.writes, 0);
+  advance(1ns);
+  EXPECT_THAT(dayFiles.files, ElementsAre(Key(fileName)));
+  EXPECT_EQ(onFile(fileName), recorder->current);
+  advance(50min);
+  EXPECT_THAT(hours(), ElementsAre(10, 11));
+  EXPECT_EQ(recorder->current.hours[0].cpu.count, 59) << "10:01:30 to 10:59:30";
+  EXPECT_EQ(dayFiles.writes, 6);
+}
+
+TEST_F(HistoryRecorderTest, foldsWhatTheProvidersShow) {
+  begin();
+  const Date began = clock.now();
+  sources.cpu->current.set({.usagePercent = 40,
+                            .topProcesses = {{.name = "a", .cpuPercent = 7, .memoryBytes = 100},
+                                             {.name = "b", .cpuPercent = 5, .memoryBytes = 50},
+                                             {.name = "a", .cpuPercent = 1, .memoryBytes = 10}}});
+  sources.memory->current.set({.usedBytes = 3ULL << 29U});
+  sources.battery->current.set({.percent = 80, .healthPercent = 97});
+  sources.network->current.set(
+      {.uploadBytesPerSec = 2.5, .downloadBytesPerSec = 100, .ssid = "Home", .interfaceName = "Wi-Fi"});
+  sources.disk->current.set({.readBytesPerSec = 7,
+                             .writeBytesPerSec = 9,
+                             .volumeTotalBytes = 1000,
+                             .volumeUsedBytes = 600,
+                             .volumeFreeBytes = 400});
+  systemFacts.boot = 1700000000;
+  advance(1min);
+  showUsage(40);
+  sources.battery->current.set({.percent = 79, .healthPercent = 96});
+  advance(1min);
+
+  const DailySummary& record = recorder->current;
+  ASSERT_THAT(record.hours, SizeIs(1));
+  EXPECT_EQ(record.hours[0],
+            (HourBucket{.hour = 10,
+                        .cpu = {.sum = 80, .count = 2, .peak = 40, .peakTime = began + 60},
+                        .memoryGB = {.sum = 3, .count = 2, .peak = 1.5, .peakTime = began + 60},
+                        .batteryPercent = {.sum = 159, .count = 2, .peak = 80, .peakTime = began + 60},
+                        .networkUpBytes = 300,
+                        .networkDownBytes = 12000,
+                        .diskReadBytes = 840,
+                        .diskWriteBytes = 1080}));
+  EXPECT_EQ(record.processes, (std::map<std::string, HistoricProcess>{
+                                  {"a", {.name = "a", .cpuSum = 8, .cpuCount = 2, .memorySum = 110}},
+                                  {"b", {.name = "b", .cpuSum = 5, .cpuCount = 1, .memorySum = 50}}}));
+  EXPECT_EQ(record.networkSSIDs,
+            (std::map<std::string, NetworkSSIDStat>{{"Home", {.uploadBytes = 300, .downloadBytes = 12000}}}));
+  EXPECT_EQ(record.diskTotalBytes, 1000U);
+  EXPECT_EQ(record.diskUsedBytes, 600U);
+  EXPECT_EQ(record.diskFreeBytes, 400U);
+  EXPECT_EQ(record.batteryHealthPercent, 96);
+  const auto up = static_cast<std::int64_t>(clock.now().seconds + unixTimeOfReferenceDate) - 1700000000;
+  EXPECT_EQ(record.uptimeDays * 1440 + record.uptimeHours * 60 + record.uptimeMinutes, up / 60);
+  EXPECT_LT(record.uptimeHours * 60 + record.uptimeMinutes, 1440);
+}
+
+TEST_F(HistoryRecorderTest, zeroIsNoPeak) {
+  begin();
+  showUsage(0);
+  advance(2min);
+  EXPECT_EQ(recorder->current.hours[0].cpu, (BucketStat{.count = 2, .peakTime = Date::distantPast}));
+}
+
+TEST_F(HistoryRecorderTest, trafficGoesToTheNetworkOrTheKindOfConnection) {
+  begin();
+  sources.network->current.set({.uploadBytesPerSec = 1, .downloadBytesPerSec = 2});
+  const std::vector<std::tuple<std::optional<std::string>, std::string, std::string>> cases = {
+      {"Home", "Wi-Fi", "Home"},
+      {std::nullopt, "Wi-Fi", "Wi-Fi"},
+      {std::nullopt, "Ethernet", "Ethernet"},
+      {"Caf\u00e9", "VPN", "Caf\u00e9"},
+      {"", "Wi-Fi", ""}};
+  for (const auto& [ssid, label, name] : cases) {
+    connect(ssid, label);
+    advance(1min);
+    EXPECT_EQ(recorder->current.networkSSIDs[name], (NetworkSSIDStat{60, 120})) << label;
+  }
+  for (const auto* label : {"Not connected", "Detecting\u2026", "VPN", "ethernet", ""}) {
+    connect(std::nullopt, label);
+    advance(1min);
+  }
+  EXPECT_THAT(recorder->current.networkSSIDs, SizeIs(cases.size()));
+  EXPECT_EQ(recorder->current.totalNetworkUpBytes(), 600) << "the hour counts it all";
+}
+
+TEST_F(HistoryRecorderTest, goesOnWithTheRecordOfAnEarlierRun) {
+  DailySummary earlier{.date = midnight};
+  earlier.hours = {{.hour = 10, .cpu = {.sum = 5, .count = 5}},
+                   {.hour = 9, .cpu = {.sum = 9, .count = 9}},
+                   {.hour = 10, .cpu = {.sum = 300, .count = 3, .peak = 200, .peakTime = midnight}}};
+  earlier.processes["a"] = {.name = "a", .cpuSum = 1, .cpuCount = 17, .memorySum = 1};
+  dayFiles.files[fileName] = encodeDay(earlier).text;
+  begin();
+  EXPECT_EQ(recorder->current, earlier);
+  showUsage(50);
+  advance(2min);
+  EXPECT_EQ(dayFiles.writes, 0);
+  advance(1min);
+  EXPECT_EQ(dayFiles.writes, 1) << "17 ticks were on file";
+  EXPECT_THAT(hours(), ElementsAre(10, 9, 10));
+  EXPECT_EQ(recorder->current.hours[0].cpu.count, 5) << "only the last entry goes on";
+  EXPECT_EQ(recorder->current.hours[2].cpu,
+            (BucketStat{.sum = 450, .count = 6, .peak = 200, .peakTime = midnight}));
+  EXPECT_EQ(recorder->current.processes.at("a").cpuCount, 17);
+}
+
+TEST_F(HistoryRecorderTest, aDamagedRecordOfTodayIsReplacedAtTheNextSave) {
+  std::string damaged = encodeDay(test::sampleDay(midnight)).text;
+  damaged.pop_back();
+  dayFiles.files[fileName] = damaged;
+  testing::internal::CaptureStdout();
+  begin();
+  EXPECT_EQ(recorder->current, (DailySummary{.date = midnight}));
+  advance(9min);
+  EXPECT_EQ(dayFiles.files[fileName], damaged);
+  advance(1min);
+  EXPECT_EQ(onFile(fileName), recorder->current);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST_F(HistoryRecorderTest, aRecordIsFiledUnderItsOwnDate) {
+  dayFiles.files[fileName] = encodeDay({.date = midnight + -3 * day}).text;
+  begin();
+  advance(10min);
+  EXPECT_THAT(dayFiles.files, ElementsAre(Key("2026-05-06.json"), Key(fileName)));
+  EXPECT_EQ(onFile("2026-05-06.json"), recorder->current);
+}
+
+TEST_F(HistoryRecorderTest, midnightOpensANewRecord) {
+  clock.setWall(midnight + timeOfDay(23, 57, 30));
+  begin();
+  sources.network->current.set({.uploadBytesPerSec = 10, .interfaceName = "Ethernet"});
+  advance(2min);
+  const DailySummary last = recorder->current;
+  EXPECT_EQ(dayFiles.writes, 0);
+  advance(1min);
+  EXPECT_EQ(dayFiles.writes, 1) << "the new record isn't saved at its first tick";
+  EXPECT_EQ(onFile(fileName), last);
+  EXPECT_EQ(recorder->current.date, midnight + day);
+  EXPECT_THAT(hours(), ElementsAre(0));
+  EXPECT_EQ(recorder->current.hours[0].networkUpBytes, 600) << "the whole minute belongs to the new day";
+  EXPECT_EQ(recorder->current.networkSSIDs["Ethernet"].uploadBytes, 600);
+  advance(9min);
+  EXPECT_EQ(onFile("2026-05-10.json"), recorder->current);
+  EXPECT_EQ(onFile(fileName), last);
+}
+
+TEST_F(HistoryRecorderTest, daysAsleepLeaveNoFile) {
+  begin();
+  advance(3min);
+  clock.setWall(midnight + 4 * day + timeOfDay(7, 0, 0));
+  advance(1min);
+  EXPECT_EQ(onFile(fileName)->hours[0].cpu.count, 3);
+  EXPECT_EQ(recorder->current.date, midnight + 4 * day);
+  EXPECT_THAT(hours(), ElementsAre(7));
+  EXPECT_THAT(dayFiles.files, SizeIs(1));
+}
+
+TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
+  begin();
+  advance(3min);
+  clock.setWall(midnight + -2 * day + timeOfDay(22, 0, 0));
+  advance(1min);
+  EXPECT_EQ(recorder->current.date, midnight);
+  EXPECT_THAT(hours(), ElementsAre(10, 22));
+  EXPECT_EQ(dayFiles.writes, 0);
+  clock.setWall(midnight + timeOfDay(10, 30, 0));
+  advance(1min);
+  EXPECT_THAT(hours(), ElementsAre(10, 22, 10)) << "an hour that comes again";
+  EXPECT_EQ(ticks(), 5);
+}
+
+TEST_F(HistoryRecorderTest, theHourThatIsRepeatedInAutumnIsOneEntry) {
+  calendar.hoursEast = 2;
+  clock.setWall(midnight + timeOfDay(0, 58, 0));  // 02:58 on the wall
+  begin();
+  advance(1min);
+  calendar.hoursEast = 1;  // 03:00 becomes 02:00
+  advance(60min);
+  EXPECT_THAT(hours(), ElementsAre(2));
+  EXPECT_EQ(recorder->current.date, midnight + -7200);
+  advance(2min);
+  EXPECT_THAT(hours(), ElementsAre(2, 3));
+}
+
+TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {
+  dayFiles.failure = "No space left on device";
+  begin();
+  testing::internal::CaptureStdout();
+  advance(29min);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "[HistoryRecorder] save failed: No space left on device\n"
+            "[HistoryRecorder] save failed: No space left on device\n");
+  EXPECT_EQ(dayFiles.writes, 2) << "no second try";
+  dayFiles.failure.reset();
+  advance(1min);
+  EXPECT_EQ(onFile(fileName), recorder->current);
+  EXPECT_EQ(ticks(), 30);
+
+  dayFiles.failure = "Input/output error";
+  clock.setWall(midnight + day);
+  testing::internal::CaptureStdout();
+  advance(1min);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "[HistoryRecorder] save failed: Input/output error\n");
+  EXPECT_EQ(recorder->current.date, midnight + day) << "the new day begins regardless";
+}
+
+TEST_F(HistoryRecorderTest, aFigureThatIsNoNumberFailsTheSave) {
+  begin();
+  showUsage(std::nan(""));
+  testing::internal::CaptureStdout();
+  advance(10min);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "[HistoryRecorder] save failed: a figure is not a finite number\n");
+  EXPECT_EQ(dayFiles.writes, 0);
+}
+
+TEST_F(HistoryRecorderTest, savesTheOpenRecordWhenAsked) {
+  begin();
+  advance(7min);
+  recorder->save(recorder->current);
+  EXPECT_EQ(onFile(fileName), recorder->current);
+}
+
+TEST_F(HistoryRecorderTest, aLoopThatIsCancelledTicksOnceMore) {
+  begin();
+  recorder->start(sources);
+  settle();
+  EXPECT_EQ(ticks(), 1);
+  advance(1min);
+  EXPECT_EQ(ticks(), 2) << "one loop is left";
+}
+
+TEST_F(HistoryRecorderTest, theLoopEndsWithoutAWordWhenTheRecorderIsGone) {
+  begin();
+  const std::weak_ptr<CPUProvider> cpu = sources.cpu;
+  recorder.reset();
+  sources = {};
+  advance(1h);
+  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_TRUE(cpu.expired()) << "it has let go of the providers";
+  EXPECT_FALSE(loop.nextDeadline());
+}
+
+}  // namespace
+}  // namespace kestrune

@@ -27,7 +27,7 @@ class DBusNotifications::Report {
 DBusNotifications::DBusNotifications(const std::optional<QDBusConnection>& bus,
                                      std::chrono::milliseconds patience)
     : patience_(patience) {
-  if (!bus) return;
+  if (!bus || !bus->isConnected()) return;
   service_ = std::make_unique<NotificationService>(*bus);
   service_->onClosed = [this](auto id) { forget(id); };
   service_->onGone = [this] { forgetAll(); };

@@ -27,7 +27,7 @@ constexpr std::array<Line, 10> lines = {{{"MemTotal", &MemInfo::memTotal},
 void parseLine(std::string_view line, MemInfo& info) {
   const auto colon = line.find(':');
   if (colon == std::string_view::npos) return;
-  const auto known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
+  const auto* const known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
   if (known == lines.end()) return;
   info.*(known->field) = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
 }

@@ -181,6 +181,9 @@ TEST(NotificationsWithoutABusTest, saysNoAtOnce) {
   qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
   EXPECT_FALSE(sessionBus());
 
+  const auto unreachable = QDBusConnection::connectToBus("unix:path=/nonexistent/bus", "unreachable");
+  EXPECT_EQ(test::authorization(*std::make_unique<DBusNotifications>(unreachable)),
+            NotificationAuthorization::denied);
   DBusNotifications notifications(std::nullopt);
   EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
   const Delivery delivery(notifications, {"id", "t", "b"});

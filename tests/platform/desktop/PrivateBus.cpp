@@ -10,6 +10,21 @@ namespace kestrune::test {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// A connection for as long as it is looked through.
+struct Visit {
+  Visit() = default;
+  ~Visit() { QDBusConnection::disconnectFromBus(QStringLiteral("visit")); }
+  Visit(const Visit&) = delete;
+  Visit& operator=(const Visit&) = delete;
+
+  QDBusConnection bus = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
+                                                      QStringLiteral("visit"));
+};
+
+}  // namespace
+
 PrivateBus::PrivateBus() {
   fs::create_directory(path("services"));
   const std::string address = "unix:path=" + path("bus");
@@ -20,8 +35,8 @@ PrivateBus::PrivateBus() {
   daemon_.emplace(
       std::vector<std::string>{"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + path("bus.conf")},
       path("bus.log"));
-  EXPECT_TRUE(until([this] { return fs::exists(path("bus")); })) << "the bus does not start";
   qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(address));
+  EXPECT_TRUE(until([] { return Visit().bus.isConnected(); })) << "the bus does not start";
 }
 
 PrivateBus::~PrivateBus() {
@@ -33,10 +48,7 @@ void PrivateBus::makeActivatable(const std::string& command) const {
   std::ofstream(path("services/notifications.service"))
       << "[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=" << command << '\n';
   // The bus notices the new file by itself, but when is its own matter.
-  auto bus = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                           QStringLiteral("reload"));
-  bus.interface()->call(QStringLiteral("ReloadConfig"));
-  QDBusConnection::disconnectFromBus(QStringLiteral("reload"));
+  Visit().bus.interface()->call(QStringLiteral("ReloadConfig"));
 }
 
 QDBusConnection PrivateBus::connect(const std::string& name) {
@@ -48,11 +60,7 @@ QDBusConnection PrivateBus::connect(const std::string& name) {
 }
 
 bool PrivateBus::hasService() const {
-  auto bus =
-      QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("look"));
-  const bool isThere = bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));
-  QDBusConnection::disconnectFromBus(QStringLiteral("look"));
-  return isThere;
+  return Visit().bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));
 }
 
 std::optional<platform::NotificationAuthorization> authorization(desktop::DBusNotifications& notifications) {
