@@ -1,10 +1,12 @@
 #include <cmath>
+#include <cstdlib>
 
 #include <gmock/gmock.h>
 
 #include "SampleDay.h"
 #include "history/DayFile.h"
 #include "history/HistoryRecorder.h"
+#include "platform/linux/LinuxCalendar.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {
@@ -24,16 +26,24 @@ constexpr double timeOfDay(int hours, int minutes, int seconds) {
   return hours * 3600.0 + minutes * 60.0 + seconds;
 }
 
+// The zone of the machine, for as long as it lives.
+class Zone {
+ public:
+  explicit Zone(const char* name) { setenv("TZ", name, 1); }
+  ~Zone() { unsetenv("TZ"); }
+  Zone(const Zone&) = delete;
+  Zone& operator=(const Zone&) = delete;
+};
+
 class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   HistoryRecorderTest() { clock.setWall(midnight + timeOfDay(10, 0, 30)); }
 
-  void make() {
+  void begin() { begin(calendar); }
+  void begin(platform::Calendar& userCalendar) {
+    files.emplace(dayFiles, userCalendar);
     recorder = std::make_shared<HistoryRecorder>(
-        loop, HistoryRecorder::Services{.calendar = calendar, .facts = systemFacts, .files = files});
-  }
-  void begin() {
-    make();
+        loop, HistoryRecorder::Services{.calendar = userCalendar, .facts = systemFacts, .files = *files});
     recorder->start(sources);
     settle();
   }
@@ -57,7 +67,7 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
     return ticks;
   }
 
-  DayFiles files{dayFiles, calendar};
+  std::optional<DayFiles> files;
   std::shared_ptr<ProcessScanCache> scans = std::make_shared<ProcessScanCache>(clock, processTable, *lane);
   HistoryRecorder::Sources sources{
       .cpu = std::make_shared<CPUProvider>(loop, processors, chip, scans),
@@ -252,16 +262,37 @@ TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
 }
 
 TEST_F(HistoryRecorderTest, theHourThatIsRepeatedInAutumnIsOneEntry) {
-  calendar.hoursEast = 2;
-  clock.setWall(midnight + timeOfDay(0, 58, 0));  // 02:58 on the wall
-  begin();
+  const Zone zone("Europe/Madrid");
+  linux_platform::LinuxCalendar madrid;
+  const Date night =
+      midnight + 168 * day + timeOfDay(22, 0, 0);  // midnight of the 25th of October, of 25 hours
+  clock.setWall(night + timeOfDay(1, 29, 30));
+  begin(madrid);
+  advance(2h);
+  EXPECT_THAT(hours(), ElementsAre(1, 2));
+  EXPECT_EQ(recorder->current.hours[1].cpu.count, 90);
+  clock.setWall(night + timeOfDay(24, 58, 30));
   advance(1min);
-  calendar.hoursEast = 1;  // 03:00 becomes 02:00
-  advance(60min);
-  EXPECT_THAT(hours(), ElementsAre(2));
-  EXPECT_EQ(recorder->current.date, midnight + -7200);
-  advance(2min);
-  EXPECT_THAT(hours(), ElementsAre(2, 3));
+  EXPECT_THAT(hours(), ElementsAre(1, 2, 23));
+  EXPECT_EQ(recorder->current.date, night);
+  advance(1min);
+  EXPECT_EQ(recorder->current.date, night + 25 * 3600);
+  EXPECT_EQ(onFile("2026-10-25.json")->date, night);
+}
+
+TEST_F(HistoryRecorderTest, aDayWithoutMidnightBeginsAfterTheJump) {
+  const Zone zone("America/Sao_Paulo");
+  linux_platform::LinuxCalendar saoPaulo;
+  const Date jump{1541300400 - unixTimeOfReferenceDate};  // 01:00 on the 4th of November 2018
+  clock.setWall(jump + -90);
+  begin(saoPaulo);
+  advance(1min);
+  EXPECT_THAT(hours(), ElementsAre(23));
+  advance(1min);
+  EXPECT_THAT(hours(), ElementsAre(1));
+  EXPECT_EQ(recorder->current.date, jump);
+  recorder->save(recorder->current);
+  EXPECT_THAT(dayFiles.files, ElementsAre(Key("2018-11-03.json"), Key("2018-11-04.json")));
 }
 
 TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {

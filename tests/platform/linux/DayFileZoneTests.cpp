@@ -58,7 +58,7 @@ TEST_F(DayFileZoneTest, agreesWithTheLibraryThroughEveryChange) {
     std::vector<std::string> names;
     constexpr std::int64_t first = 946684800;  // 2000 to 2037
     constexpr std::int64_t last = 2145916800;
-    constexpr std::int64_t step = 1800;
+    constexpr std::int64_t step = 12600;  // comes by every half hour of the day
     for (std::int64_t time = first; time < last; time += step) names.push_back(format(fromUnix(time)));
     setZone(zone);
     std::size_t i = 0;
@@ -101,9 +101,9 @@ TEST_F(DayFileZoneTest, theHourIsThatOnTheWall) {
 TEST_F(DayFileZoneTest, noDateIsWithoutAName) {
   setZone("Asia/Tokyo");
   const auto format = calendar.dayFormatter();
-  EXPECT_EQ(format(Date::distantPast), "0001-01-01");
+  EXPECT_EQ(format(Date::distantPast), "0000-12-30");
   EXPECT_EQ(format(fromUnix(-14182940)), "1969-07-21");
-  EXPECT_EQ(format(fromUnix(7258086000)), "2199-12-31");
+  EXPECT_EQ(format(fromUnix(7258086000)), "2200-01-01");
   for (const double seconds : {1e300, -1e300, 1e14, -1e14}) {
     EXPECT_EQ(format({seconds}).find('/'), std::string::npos);
     EXPECT_EQ(calendar.hour({seconds}) / 24, 0);

@@ -1,0 +1,238 @@
+#include <gmock/gmock.h>
+
+#include "history/DayFile.h"
+#include "ui/OverviewTab.h"
+#include "ui/StatusColors.h"
+#include "ui/ViewFixture.h"
+
+namespace kestrune::ui {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+
+constexpr double daySeconds = 86400;
+
+class OverviewTabTest : public test::ViewFixture {
+ protected:
+  test::MountedViews overview() {
+    auto views = tab<OverviewTab>();
+    computer.settle();
+    views.update();
+    return views;
+  }
+  // A day so many days ago.
+  DailySummary day(int ago) {
+    DailySummary record;
+    record.date = computer.calendar.startOfDay(computer.clock.now()) + -daySeconds * ago;
+    HourBucket hour;
+    hour.cpu = {.sum = 90, .count = 2, .peak = 71.5};
+    hour.memoryGB = {.sum = 8, .count = 2, .peak = 6};
+    hour.batteryPercent = {.sum = 30, .count = 2, .peak = 20};
+    hour.networkUpBytes = 3 << 20;
+    hour.networkDownBytes = 5 << 20;
+    hour.diskReadBytes = 7 << 20;
+    record.hours = {hour};
+    record.diskTotalBytes = 10ULL << 30U;
+    record.diskUsedBytes = 7ULL << 30U;
+    record.diskFreeBytes = 3ULL << 30U;
+    record.uptimeDays = 2;
+    record.uptimeHours = 3;
+    record.uptimeMinutes = 4;
+    record.processes["editor"] = {.name = "editor", .cpuSum = 30, .cpuCount = 3, .memorySum = 9 << 20};
+    return record;
+  }
+  void keep(const DailySummary& record) {
+    const auto name = computer.calendar.dayFormatter()(record.date) + ".json";
+    computer.dayFiles.files[name] = encodeDay(record).text;
+  }
+  static bool isEnabled(const test::MountedViews& views, const char* symbolName) {
+    for (const auto& shown : views.kind<ButtonContent>()) {
+      const auto& labelled = shown.view->children.front();
+      const auto names = test::MountedViews(labelled).symbols();
+      if (!names.empty() && names.front() == symbolName) {
+        return !(shown.view->traits && shown.view->traits->isDisabled);
+      }
+    }
+    ADD_FAILURE() << "no button shows " << symbolName;
+    return false;
+  }
+  static Color ringColor(const test::MountedViews& views) {
+    return views.kind<RingContent>().front().view->as<RingContent>()->arc;
+  }
+};
+
+TEST_F(OverviewTabTest, showsHowThingsAreNow) {
+  computer.memory.pages = platform::VirtualMemoryPages{.wired = 1 << 20};
+  computer.networkInterfaces.setLink("en0", 10, 10);
+  computer.systemFacts.boot =
+      static_cast<std::int64_t>(computer.clock.now().seconds + 978307200.0) - 3 * 3600 - 120;
+  auto views = overview();
+  EXPECT_THAT(views.texts(), IsSupersetOf({"Live",
+                                           "34%",
+                                           "Collecting…",
+                                           "4.0",
+                                           "of ",
+                                           "16 GB  ·  ",
+                                           "nominal",
+                                           "87%",
+                                           "4h 12m",
+                                           "Storage",
+                                           "I/O",
+                                           "Uptime",
+                                           "3h",
+                                           "2m",
+                                           "Ethernet",
+                                           "Upload",
+                                           "OUTPUT",
+                                           "None",
+                                           "No audio at this moment.",
+                                           "Xcode",
+                                           "18.2%"}));
+  EXPECT_FALSE(isEnabled(views, "chevron.left"));
+  EXPECT_FALSE(isEnabled(views, "chevron.right"));
+  computer.advance(9s);
+  update(views);
+  EXPECT_TRUE(views.hasText("Last "));
+  EXPECT_TRUE(views.hasText("10"));
+}
+
+TEST_F(OverviewTabTest, showsAPastDayFromItsRecord) {
+  keep(day(1));
+  auto views = overview();
+  ASSERT_TRUE(isEnabled(views, "chevron.left"));
+  env->shiftSelectedDate(-1);
+  views.update();
+  EXPECT_THAT(views.texts(), IsSupersetOf({"Yesterday",
+                                           "45%",
+                                           "Peak ",
+                                           "71%",
+                                           "4.0",
+                                           "Avg · Peak ",
+                                           "6 GB",
+                                           "15%",
+                                           "I/O (total)",
+                                           "7 MB",
+                                           "2d",
+                                           "3h 4m",
+                                           "Multiple Networks",
+                                           "3 MB",
+                                           "Sent",
+                                           "5 MB",
+                                           "Received",
+                                           "Audio activity is not recorded in history",
+                                           "editor",
+                                           "10.0%"}));
+  EXPECT_THAT(views.texts(), Not(Contains("OUTPUT")));
+  EXPECT_EQ(ringColor(views), statusWarningColor) << "exactly 70 percent";
+  EXPECT_FALSE(isEnabled(views, "chevron.left")) << "the day before has no file";
+  EXPECT_TRUE(isEnabled(views, "chevron.right"));
+  views.press("Live");
+  EXPECT_TRUE(views.hasText("Collecting…"));
+}
+
+TEST_F(OverviewTabTest, aDayWithoutARecordSaysSo) {
+  auto views = overview();
+  env->shiftSelectedDate(-3);
+  views.update();
+  EXPECT_THAT(views.texts(), ElementsAre("May 6, 2026", "Live", "No data for this day",
+                                         "Kestrune records data in the background while running."));
+}
+
+TEST_F(OverviewTabTest, aPastDayCanBeNarrowedToOneNetworkUntilAnotherDayIsShown) {
+  auto record = day(1);
+  record.networkSSIDs = {{"Home", {.uploadBytes = 1 << 20, .downloadBytes = 2 << 20}}, {"Ethernet", {}}};
+  keep(record);
+  auto other = day(2);
+  other.networkSSIDs = {{"Ethernet", {}}};
+  keep(other);
+  auto views = overview();
+  env->shiftSelectedDate(-1);
+  views.update();
+  EXPECT_THAT(views.menuItems(), ElementsAre("All Networks", "", "Home", "Ethernet"));
+  views.chooseMenuItem("Home");
+  EXPECT_TRUE(views.hasText("2 MB"));
+  EXPECT_FALSE(views.hasText("Multiple Networks"));
+  env->shiftSelectedDate(-1);
+  views.update();
+  EXPECT_THAT(views.menuItems(), ElementsAre("All Networks", "Ethernet"));
+  EXPECT_THAT(views.symbols(), Contains("cable.connector"));
+  env->shiftSelectedDate(1);
+  views.update();
+  EXPECT_TRUE(views.hasText("Multiple Networks")) << "the choice is forgotten";
+}
+
+TEST_F(OverviewTabTest, thresholdsColourTheGauges) {
+  auto views = overview();
+  const auto ring = [&](std::uint64_t used) {
+    env->disk->current.modify([&](DiskSnapshot& disk) {
+      disk.volumeTotalBytes = 100;
+      disk.volumeUsedBytes = used;
+    });
+    update(views);
+    return ringColor(views);
+  };
+  EXPECT_EQ(ring(69), Color(ColorRole::accent));
+  EXPECT_EQ(ring(87), statusWarningColor);
+  EXPECT_EQ(ring(88), statusCriticalColor);
+  const auto battery = [&](std::int64_t percent) {
+    env->battery->current.modify([&](BatterySnapshot& snapshot) { snapshot.percent = percent; });
+    update(views);
+    return views.kind<BarContent>().back().view->as<BarContent>()->fill;
+  };
+  EXPECT_EQ(battery(19), statusCriticalColor.withOpacity(0.85));
+  EXPECT_EQ(battery(20), statusGoodColor.withOpacity(0.85));
+}
+
+TEST_F(OverviewTabTest, theSandboxWithholdsTheProcessesOfAnyDay) {
+  isSandboxed = true;
+  keep(day(1));
+  auto views = overview();
+  EXPECT_TRUE(views.hasText("Top processes unavailable"));
+  env->shiftSelectedDate(-1);
+  views.update();
+  EXPECT_TRUE(views.hasText("Top processes unavailable"));
+  EXPECT_FALSE(views.hasText("editor"));
+  views.press("Dismiss");
+  EXPECT_FALSE(views.hasText("Top processes unavailable"));
+}
+
+TEST_F(OverviewTabTest, saysWhatPlaysAndThroughWhat) {
+  platform::AudioDevice speaker{.id = 1, .name = "Speaker", .transport = platform::AudioTransport::builtIn};
+  speaker.output = {.hasStreams = true, .mainVolume = 0.459F};
+  computer.audio.next = {.defaultOutput = 1, .devices = {speaker}};
+  for (int pid = 1; pid <= 3; ++pid) {
+    computer.applications.running[pid] = {.bundleIdentifier = "app." + std::to_string(pid),
+                                          .localizedName = "App " + std::to_string(pid)};
+  }
+  const auto active = [&](int count) {
+    computer.audio.next.clients.clear();
+    for (int pid = 1; pid <= count; ++pid) {
+      computer.audio.next.clients.push_back(
+          {.id = static_cast<std::uint32_t>(pid), .isRunningOutput = true, .pid = pid});
+    }
+    computer.advance(3s);
+  };
+  auto views = overview();
+  EXPECT_THAT(views.texts(), IsSupersetOf({"Speaker", "45%", "No audio at this moment."}));
+  EXPECT_THAT(views.symbols(), IsSupersetOf({"hifispeaker.fill", "waveform"}));
+  active(2);
+  update(views);
+  EXPECT_TRUE(views.hasText("App 1 · App 2"));
+  EXPECT_THAT(views.symbols(), Contains("waveform.badge.mic"));
+  active(3);
+  update(views);
+  EXPECT_TRUE(views.hasText(" apps using audio"));
+  computer.audio.next.devices[0].output.isMuted = true;
+  computer.advance(3s);
+  update(views);
+  EXPECT_TRUE(views.hasText("Muted"));
+  EXPECT_THAT(views.symbols(), Contains("speaker.slash.fill"));
+}
+
+}  // namespace
+}  // namespace kestrune::ui
