@@ -66,7 +66,7 @@ View legendRow(std::string symbolName, std::string name, std::uint64_t bytes, Co
   return hstack(
       6, centered,
       views(symbol(std::move(symbolName)).withFont(10).withForeground(color.withOpacity(0.7)).width(14),
-            caption(text(std::move(name))), spacer(), figure(gigabyteText(bytes)).withForeground(color)));
+            caption(text(std::move(name))), spacer(0), figure(gigabyteText(bytes)).withForeground(color)));
 }
 
 View ioRow(std::string symbolName, Color color, std::string name, std::string value) {
