@@ -22,14 +22,16 @@ namespace {
 
 // ---- the shape of the file
 
-template <class Record, class Value>
+template <class Type, class Value>
 struct Field {
   std::string_view key;
-  Value Record::*member;
+  Value Type::*member;
 };
+template <class Type, class Value>
+Field(std::string_view, Value Type::*) -> Field<Type, Value>;
 
 // The members of each type, in the order in which they are written. All of them have to be there.
-template <class Record>
+template <class Type>
 constexpr auto fields = nullptr;
 
 template <>

@@ -81,9 +81,11 @@ BatterySnapshot BatterySnapshot::preview() {
 std::string BatterySnapshot::timeRemainingText() const {
   if (isFull(*this)) return "Fully Charged";
   if (!timeRemainingMinutes) return "Calculating…";
-  const std::string minutes = std::to_string(*timeRemainingMinutes % minutesPerHour) + "m";
-  if (*timeRemainingMinutes < minutesPerHour) return minutes;
-  return std::to_string(*timeRemainingMinutes / minutesPerHour) + "h " + minutes;
+  std::string text;
+  if (*timeRemainingMinutes >= minutesPerHour) {
+    text = std::to_string(*timeRemainingMinutes / minutesPerHour) + "h ";
+  }
+  return text + std::to_string(*timeRemainingMinutes % minutesPerHour) + "m";
 }
 
 bool BatterySnapshot::tellsTime() const {
@@ -102,9 +104,9 @@ void BatteryProvider::start(Duration interval) {
 }
 
 void BatteryProvider::tick() {
-  auto snapshot = readBattery();
+  const auto snapshot = readBattery();
   if (!snapshot) return;
-  current.set(*std::move(snapshot));
+  current.set(*snapshot);
   history.modify([&](auto& ring) { ring.append({loop_.clock().now(), *current}); });
 }
 

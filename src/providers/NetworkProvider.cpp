@@ -29,7 +29,7 @@ NetworkSnapshot NetworkSnapshot::empty() {
   return snapshot;
 }
 
-void LocationWatcher::locationManagerDidChangeAuthorization(LocationAuthorization status) {
+void LocationWatcher::locationManagerDidChangeAuthorization(LocationAuthorization status) const {
   const bool isAuthorized = status == LocationAuthorization::authorizedAlways ||
                             status == LocationAuthorization::authorizedWhenInUse;
   if (isAuthorized && onAuthorized) onAuthorized();

@@ -37,7 +37,7 @@ class LocationWatcher {
  public:
   std::function<void()> onAuthorized;
 
-  void locationManagerDidChangeAuthorization(platform::LocationAuthorization status);
+  void locationManagerDidChangeAuthorization(platform::LocationAuthorization status) const;
 };
 
 // Turns the byte counters of the interfaces into rates once per interval, and looks at the connection every

@@ -1,6 +1,7 @@
 #include "platform/desktop/NotificationService.h"
 
 #include <limits>
+#include <utility>
 
 #include <QDBusPendingCallWatcher>
 #include <QVariantMap>
@@ -45,7 +46,7 @@ std::string errorOf(const QDBusMessage& message) {
 
 }  // namespace
 
-NotificationService::NotificationService(const QDBusConnection& bus) : bus_(bus) {
+NotificationService::NotificationService(QDBusConnection bus) : bus_(std::move(bus)) {
   // No sender is given, since the library would wait for the bus to tell who that is.
   bus_.connect(QString(), servicePath, serviceName, QStringLiteral("NotificationClosed"), this,
                SLOT(closed(uint)));
@@ -101,7 +102,7 @@ void NotificationService::show(
   });
 }
 
-void NotificationService::closed(uint id) {
+void NotificationService::closed(uint id) const {
   if (onClosed) onClosed(id);
 }
 

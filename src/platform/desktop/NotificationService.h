@@ -23,7 +23,7 @@ class NotificationService final : public QObject {
   // What a notification on display is known by; 0: none.
   using Id = std::uint32_t;
 
-  explicit NotificationService(const QDBusConnection& bus);
+  explicit NotificationService(QDBusConnection bus);
 
   std::function<void(Id)> onClosed;
   // The program with its notifications is gone; another one may have taken its place.
@@ -41,7 +41,7 @@ class NotificationService final : public QObject {
             const std::function<void(Id shown, std::optional<std::string> error)>& answer);
 
  private Q_SLOTS:
-  void closed(uint id);
+  void closed(uint id) const;
   void ownerChanged(const QString& name, const QString& before);
 
  private:

@@ -101,7 +101,7 @@ int LinuxCalendar::hour(Date date) {
 }
 
 std::function<std::string(Date)> LinuxCalendar::dayFormatter() {
-  return [zone = ZoneSnapshot()](Date date) {
+  return [zone = ZoneSnapshot(time(nullptr))](Date date) {
     const auto instant = instantOf(date);
     const std::int64_t seconds = instant ? instant->seconds : date.seconds < 0 ? -furthest : furthest;
     return dayText(seconds + zone.offset(seconds));

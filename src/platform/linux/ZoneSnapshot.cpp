@@ -8,9 +8,10 @@ namespace kestrune::linux_platform {
 namespace {
 
 constexpr std::int64_t earliest = 946684800;  // 2000-01-01T00:00:00Z
-constexpr std::int64_t latest = 4102444800;   // 2100-01-01T00:00:00Z
-// No zone has ever gone over to another offset and back within so short a time.
-constexpr std::int64_t step = std::int64_t{7} * 86400;
+constexpr std::int64_t daySeconds = 86400;
+constexpr std::int64_t yearsAhead = 20;
+// No zone goes over to another offset and back within so short a time. (Some have done so within a week.)
+constexpr std::int64_t step = 6 * daySeconds;
 
 // The first second after `before`, where another offset holds, that has the offset of `after`.
 std::int64_t firstWithOffsetOf(std::int64_t after, std::int64_t before) {
@@ -30,10 +31,11 @@ std::int64_t currentOffset(std::int64_t unixSeconds) {
   return localtime_r(&time, &local) != nullptr ? local.tm_gmtoff : 0;
 }
 
-ZoneSnapshot::ZoneSnapshot() {
+ZoneSnapshot::ZoneSnapshot(std::int64_t now) {
   tzset();
   changes_.push_back({earliest, currentOffset(earliest)});
-  for (std::int64_t time = earliest + step; time < latest; time += step) {
+  const std::int64_t latest = now + yearsAhead * 366 * daySeconds;
+  for (std::int64_t time = earliest + step; time < latest + step; time += step) {
     const std::int64_t offset = currentOffset(time);
     if (offset == changes_.back().offset) continue;
     changes_.push_back({firstWithOffsetOf(time, time - step), offset});

@@ -8,8 +8,8 @@
 #include "TemporaryFolder.h"
 #include "platform/linux/DataDirectory.h"
 #include "platform/linux/LinuxDayFiles.h"
-#include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/LinuxSystemFacts.h"
+#include "support/ScriptedPlatform.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -75,32 +75,20 @@ TEST_F(DayFileStorageTest, saysWhatWentWrong) {
   EXPECT_EQ(nowhere.read("a.json"), std::nullopt);
 }
 
-class DataDirectoryTest : public testing::Test {
- protected:
-  ~DataDirectoryTest() override {
-    unsetenv("XDG_DATA_HOME");
-    if (home.empty()) {
-      unsetenv("HOME");
-    } else {
-      setenv("HOME", home.c_str(), 1);
-    }
+TEST(DataDirectoryTest, followsTheUsersSettings) {
+  test::ScriptedEnvironment environment;
+  const auto directoryWith = [&](std::map<std::string, std::string> variables) {
+    environment.variables = std::move(variables);
+    return defaultDataDirectory(environment);
+  };
+  EXPECT_EQ(directoryWith({{"HOME", "/home/test"}, {"XDG_DATA_HOME", "/data"}}), "/data");
+  EXPECT_EQ(directoryWith({{"XDG_DATA_HOME", "/data"}}), "/data");
+  for (const auto* useless : {"relative", "", "~"}) {
+    EXPECT_EQ(directoryWith({{"HOME", "/home/test"}, {"XDG_DATA_HOME", useless}}), "/home/test/.local/share");
+    EXPECT_EQ(directoryWith({{"HOME", useless}}), "");
   }
-  const std::string home = std::getenv("HOME") != nullptr ? std::getenv("HOME") : "";
-};
-
-TEST_F(DataDirectoryTest, followsTheUsersSettings) {
-  LinuxProcessEnvironment environment;
-  setenv("HOME", "/home/test", 1);
-  setenv("XDG_DATA_HOME", "/data", 1);
-  EXPECT_EQ(defaultDataDirectory(environment), "/data");
-  for (const auto* useless : {"relative", ""}) {
-    setenv("XDG_DATA_HOME", useless, 1);
-    EXPECT_EQ(defaultDataDirectory(environment), "/home/test/.local/share");
-  }
-  unsetenv("XDG_DATA_HOME");
-  EXPECT_EQ(defaultDataDirectory(environment), "/home/test/.local/share");
-  unsetenv("HOME");
-  EXPECT_EQ(defaultDataDirectory(environment), "");
+  EXPECT_EQ(directoryWith({{"HOME", "/home/test"}}), "/home/test/.local/share");
+  EXPECT_EQ(directoryWith({}), "");
 }
 
 TEST(SystemFactsTest, theBootTimeIsTheKernels) {

@@ -51,13 +51,13 @@ TEST_F(DayFileZoneTest, agreesWithTheLibraryThroughEveryChange) {
   for (const auto* zone :
        {"America/Sao_Paulo", "Asia/Beirut", "America/Havana", "Australia/Lord_Howe", "Pacific/Apia",
         "Africa/Casablanca", "Africa/Cairo", "Asia/Gaza", "America/St_Johns", "Asia/Kathmandu",
-        "America/Caracas", "Antarctica/Troll", "UTC", "<-03>3<-02>,M3.5.0/-2,M10.5.0/-1"}) {
+        "America/Caracas", "America/Recife", "Antarctica/Troll", "UTC", "<-03>3<-02>,M3.5.0/-2,M10.5.0/-1"}) {
     setZone(zone);
     const auto format = calendar.dayFormatter();
     setZone("Asia/Tokyo");
     std::vector<std::string> names;
-    constexpr std::int64_t first = 946684800;  // 2000 to 2037
-    constexpr std::int64_t last = 2145916800;
+    constexpr std::int64_t first = 946684800;  // 2000
+    const std::int64_t last = time(nullptr) + std::int64_t{20 * 365} * 86400;
     constexpr std::int64_t step = 12600;  // comes by every half hour of the day
     for (std::int64_t time = first; time < last; time += step) names.push_back(format(fromUnix(time)));
     setZone(zone);
@@ -101,7 +101,7 @@ TEST_F(DayFileZoneTest, theHourIsThatOnTheWall) {
 TEST_F(DayFileZoneTest, noDateIsWithoutAName) {
   setZone("Asia/Tokyo");
   const auto format = calendar.dayFormatter();
-  EXPECT_EQ(format(Date::distantPast), "0000-12-30");
+  EXPECT_EQ(format(Date::distantPast), "0000-12-30") << "in the calendar that wasn't there yet";
   EXPECT_EQ(format(fromUnix(-14182940)), "1969-07-21");
   EXPECT_EQ(format(fromUnix(7258086000)), "2200-01-01");
   for (const double seconds : {1e300, -1e300, 1e14, -1e14}) {
