@@ -42,7 +42,6 @@ NetworkProvider::NetworkProvider(MainLoop& loop, const Services& services)
 
 NetworkProvider::~NetworkProvider() {
   task_.cancel();
-  services_.location.setWatcher({});
 }
 
 void NetworkProvider::start(Duration interval) {
@@ -57,8 +56,12 @@ void NetworkProvider::watchLocation() {
   locationWatcher_.onAuthorized = [&loop = loop_, weak = weak_from_this()] {
     reloadAfterAuthorization(loop, weak);
   };
-  services_.location.setWatcher(
-      [this] { locationWatcher_.locationManagerDidChangeAuthorization(services_.location.status()); });
+  // The watcher stays behind when the provider goes, which may be after the services have gone.
+  services_.location.setWatcher([weak = weak_from_this(), &location = services_.location] {
+    if (const auto strong = weak.lock()) {
+      strong->locationWatcher_.locationManagerDidChangeAuthorization(location.status());
+    }
+  });
   services_.location.request();
 }
 
