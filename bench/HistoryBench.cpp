@@ -1,6 +1,7 @@
 // What the history costs the main thread: a fold each minute, a save every ten, and the loading of past days.
 // The storage is memory, so that no figure contains the wait for a disk; loading reads real files too.
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -39,7 +40,7 @@ DailySummary fullDay(Date date) {
                          .diskReadBytes = figure / 7,
                          .diskWriteBytes = figure / 11});
   }
-  for (int i = 0; i < 400; ++i) {
+  for (std::uint16_t i = 0; i < 400; ++i) {
     const std::string name = "some-application-" + std::to_string(i);
     day.processes[name] = {
         .name = name, .cpuSum = 1234.5 * i / 7, .cpuCount = i, .memorySum = 123456789012ULL * i};

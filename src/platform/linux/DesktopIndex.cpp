@@ -119,7 +119,8 @@ void DesktopIndex::enter(Application& application, const DesktopEntry& entry) {
   application.arguments = arguments.size();
   const std::string path = resolved(program);
   const std::string_view fileName = baseName(program);
-  if (path.empty() || isInterpreter(baseName(path)) || programIn(std::array{path}).empty()) return;
+  // A link may lead to an interpreter, or to what starts all of its kind.
+  if (path.empty() || programIn(std::array{path}).empty()) return;
   put(byPath_, path, application);
   const bool isCommon = program == fileName || isProgramDirectory(folderOf(program));
   if (isCommon) put(byFileName_, std::string(fileName), application);

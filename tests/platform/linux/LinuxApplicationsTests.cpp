@@ -128,6 +128,9 @@ TEST_F(LinuxApplicationsTest, knowsProgramsByWhatCommandsStart) {
   application("game", "/opt/game/run");
   EXPECT_EQ(idOfProgram("/opt/game/run"), "game");
   EXPECT_EQ(idOfProgram("/home/u/run"), "none") << "a name of its folder";
+  program("/usr/bin/wrapped");
+  application("wrapped", "sh -c \"exec wrapped\"", "TryExec=wrapped\n");
+  EXPECT_EQ(idOfProgram("/usr/bin/wrapped"), "wrapped");
   application("gone", "not-installed");
   EXPECT_EQ(idOfProgram("/home/u/not-installed"), "none");
 }
@@ -180,6 +183,11 @@ TEST_F(LinuxApplicationsTest, followsWhatIsInstalledAndRemoved) {
   EXPECT_TRUE(applications.applicationPath("fox"));
   desktopFile("usr/share/applications/sub/hen.desktop", "hen");
   EXPECT_TRUE(applications.applicationPath("sub-hen"));
+
+  const auto lately = fs::last_write_time(root / "usr/share/applications/sub");
+  desktopFile("usr/share/applications/sub/cow.desktop", "cow");
+  fs::last_write_time(root / "usr/share/applications/sub", lately);
+  EXPECT_TRUE(applications.applicationPath("sub-cow")) << "changed within the same instant";
 
   // Long after.
   const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
