@@ -63,8 +63,7 @@ std::int32_t PulseClientPids::findInSandbox(std::int32_t innerPid, const std::st
 std::int32_t innermostPid(std::string_view status) {
   constexpr std::string_view key = "\nNSpid:\t";
   const auto start = status.find(key);
-  const bool isDead = status.find("\nState:\tZ") != std::string_view::npos;
-  if (start == std::string_view::npos || isDead) return 0;
+  if (start == std::string_view::npos) return 0;
   std::string_view pids = status.substr(start + key.size());
   pids = pids.substr(0, pids.find('\n'));
   const auto lastTab = pids.rfind('\t');

@@ -40,7 +40,7 @@ class PulseClientPids {
 };
 
 // The pid that a process has in the innermost of several nested spaces of pids, as its /proc/PID/status
-// tells. 0: it has one pid only, has ended and waits for its parent, or the text is garbled.
+// tells. 0: it has one pid only, or the text is garbled.
 std::int32_t innermostPid(std::string_view status);
 
 }  // namespace kestrune::linux_platform
