@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "alerts/TextFormat.h"
+#include "texts/TextFormat.h"
 
 namespace kestrune {
 

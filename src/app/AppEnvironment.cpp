@@ -68,9 +68,27 @@ bool AppEnvironment::canGoBack() const {
   return before && dayFiles.exists(*before);
 }
 
+std::optional<DailySummary> AppEnvironment::dayRecord(int days) const {
+  const auto day = startOfDay(days);
+  return day ? dayFiles.read(*day) : std::nullopt;
+}
+
+Date AppEnvironment::startOfDay(Date date) const {
+  return calendar_.startOfDay(date);
+}
+
+std::optional<Date> AppEnvironment::startOfDay(int days) const {
+  const auto day = calendar_.addingDays(today(), days);
+  return day ? std::optional(calendar_.startOfDay(*day)) : std::nullopt;
+}
+
 bool AppEnvironment::isYesterday(Date date) const {
   const auto yesterday = calendar_.addingDays(today(), -1);
   return yesterday && calendar_.startOfDay(date) == calendar_.startOfDay(*yesterday);
+}
+
+int AppEnvironment::secondOfDay(Date date) const {
+  return calendar_.secondOfDay(date);
 }
 
 SystemUptime AppEnvironment::uptime() const {

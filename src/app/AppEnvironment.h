@@ -53,7 +53,14 @@ class AppEnvironment {
 
   // Whether the day before the selected one, or before today, has a file.
   bool canGoBack() const;
+  // The record in the file of the day so many days from today; a day without a readable file has none.
+  std::optional<DailySummary> dayRecord(int days) const;
+  Date startOfDay(Date date) const;
+  // Of the day so many days from today; absent where the calendar ends.
+  std::optional<Date> startOfDay(int days) const;
   bool isYesterday(Date date) const;
+  // What the clock on the wall showed then, in seconds after 0:00.
+  int secondOfDay(Date date) const;
   // How long the machine has been running.
   SystemUptime uptime() const;
 

@@ -10,6 +10,8 @@ namespace kestrune::platform {
 struct RunningApplication {
   std::optional<std::string> bundleIdentifier;  // "org.mozilla.firefox"
   std::string localizedName;                    // in the user's language; possibly empty
+  // Its icon: a name in the desktop's icon theme, or the path of a picture. Absent: it names none.
+  std::optional<std::string> iconName;
 };
 
 // What the desktop knows of programs. Texts are bytes. Any thread but the main one, one at a time.

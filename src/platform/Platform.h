@@ -9,6 +9,7 @@
 #include "platform/Chip.h"
 #include "platform/DayFileStorage.h"
 #include "platform/LocationPermission.h"
+#include "platform/LoginItem.h"
 #include "platform/Memory.h"
 #include "platform/NetworkInterfaces.h"
 #include "platform/PowerSources.h"
@@ -55,6 +56,7 @@ struct Platform {
   // The lane for readings of the sound service, which may wait for it.
   std::shared_ptr<WorkLane> audioLane;
   SystemFacts& facts;
+  LoginItem& loginItem;
   DayFileStorage& dayFiles;
   UserNotifications& notifications;
   Workspace& workspace;

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace kestrune::platform {
 
@@ -11,6 +13,10 @@ class SystemFacts {
   virtual ~SystemFacts() = default;
   // When the machine was started, in whole seconds since 1970-01-01T00:00:00Z. Absent: unknown.
   virtual std::optional<std::int64_t> bootTime() = 0;
+  // The operating system and its version, as one line to be shown.
+  virtual std::string operatingSystemVersion() = 0;
+  // The languages that the user reads, the best first: "es_MX", "es".
+  virtual std::vector<std::string> languages() = 0;
 };
 
 }  // namespace kestrune::platform

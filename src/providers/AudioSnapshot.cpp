@@ -136,7 +136,8 @@ std::vector<AudioProcess> readProcesses(const std::vector<AudioClient>& clients,
       row->second = {.id = key,
                      .name = displayName(bundleID, application, client.pid, applications),
                      .bundleID = bundleID,
-                     .pid = client.pid >= 1 ? std::optional(client.pid) : std::nullopt};
+                     .pid = client.pid >= 1 ? std::optional(client.pid) : std::nullopt,
+                     .iconName = application ? application->iconName : std::nullopt};
     }
     row->second.usesInput |= client.isRunningInput;
     row->second.usesOutput |= client.isRunningOutput;

@@ -31,6 +31,7 @@ struct AudioSnapshot {
     std::optional<std::int32_t> pid;  // at least 1
     bool usesInput = false;
     bool usesOutput = false;
+    std::optional<std::string> iconName;  // of the application, as the desktop knows it
   };
 
   std::optional<Device> defaultOutput;

@@ -1,33 +1,26 @@
 #include "texts/Catalogue.h"
 
-#include <algorithm>
-#include <array>
+#include <nlohmann/json.hpp>
+
+#include "texts/CatalogueData.h"
 
 namespace kestrune {
-namespace {
 
-struct Entry {
-  std::string_view key;
-  std::string_view text;
-};
+Catalogue::Catalogue(std::string_view language) {
+  const auto entries = nlohmann::json::parse(catalogueData());
+  for (const auto& [key, texts] : entries.items()) {
+    for (const auto& wanted : {std::string(language), std::string("en")}) {
+      const auto found = texts.find(wanted);
+      if (found == texts.end()) continue;
+      texts_.emplace(key, found->get<std::string>());
+      break;
+    }
+  }
+}
 
-constexpr std::array entries{
-    Entry{"Real-time system monitor for macOS.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
-          "in one "
-          "place.",
-          "Real-time system monitor for Linux.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
-          "in one place."},
-    Entry{"App Store does not allow access to per-process CPU data.",
-          "The sandbox does not allow access to per-process CPU data."},
-};
-
-}  // namespace
-
-// Not static: which texts there are is the catalogue's matter.
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 std::string_view Catalogue::text(std::string_view key) const {
-  const auto* const found = std::ranges::find(entries, key, &Entry::key);
-  return found == entries.end() ? key : found->text;
+  const auto found = texts_.find(key);
+  return found == texts_.end() ? key : std::string_view(found->second);
 }
 
 }  // namespace kestrune

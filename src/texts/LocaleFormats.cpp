@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include <unicode/dtptngen.h>
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
 #include <unicode/smpdtfmt.h>
@@ -54,25 +55,59 @@ struct LocaleFormats::Formatters {
   icu::Locale locale;
   std::array<std::optional<icu::number::LocalizedNumberFormatter>, mostFractionDigits + 1> percentByDigits;
   std::unique_ptr<icu::SimpleDateFormat> day;
+  std::unique_ptr<icu::SimpleDateFormat> shortDay;
+  icu::UnicodeString shortDayPattern;
+  std::array<std::unique_ptr<icu::DateFormat>, 2> timeByDetail;
+
+  // A day in that pattern, with the formatter that is made at the first use.
+  std::string written(std::unique_ptr<icu::SimpleDateFormat>& format, const icu::UnicodeString& pattern,
+                      const std::string& isoDay) const {
+    const auto midnight = midnightOf(isoDay);
+    if (!midnight) return isoDay;
+    UErrorCode status = U_ZERO_ERROR;
+    if (!format) {
+      format = std::make_unique<icu::SimpleDateFormat>(pattern, locale, status);
+      format->setTimeZone(*icu::TimeZone::getGMT());
+    }
+    icu::UnicodeString formatted;
+    format->format(*midnight, formatted);
+    std::string utf8;
+    return U_SUCCESS(status) ? formatted.toUTF8String(utf8) : isoDay;
+  }
 };
 
 LocaleFormats::LocaleFormats(const std::string& localeName)
-    : formatters_(new Formatters{localeNamed(localeName), {}, {}}) {}
+    : formatters_(new Formatters{.locale = localeNamed(localeName)}) {}
 
 LocaleFormats::~LocaleFormats() = default;
 
 std::string LocaleFormats::day(const std::string& isoDay) {
-  const auto midnight = midnightOf(isoDay);
-  if (!midnight) return isoDay;
-  UErrorCode status = U_ZERO_ERROR;
-  if (!formatters_->day) {
-    formatters_->day = std::make_unique<icu::SimpleDateFormat>("MMM d, yyyy", formatters_->locale, status);
-    formatters_->day->setTimeZone(*icu::TimeZone::getGMT());
+  return formatters_->written(formatters_->day, "MMM d, yyyy", isoDay);
+}
+
+std::string LocaleFormats::shortDay(const std::string& isoDay) {
+  if (!formatters_->shortDay) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> patterns(
+        icu::DateTimePatternGenerator::createInstance(formatters_->locale, status));
+    if (U_FAILURE(status)) return isoDay;
+    formatters_->shortDayPattern = patterns->getBestPattern("MMMd", status);
+  }
+  return formatters_->written(formatters_->shortDay, formatters_->shortDayPattern, isoDay);
+}
+
+std::string LocaleFormats::time(int secondOfDay, Detail detail) {
+  constexpr UDate millisecondsPerSecond = 1000;
+  auto& formatter = formatters_->timeByDetail.at(static_cast<std::size_t>(detail));
+  if (!formatter) {
+    const auto style = detail == Detail::minutes ? icu::DateFormat::kShort : icu::DateFormat::kMedium;
+    formatter.reset(icu::DateFormat::createTimeInstance(style, formatters_->locale));
+    formatter->setTimeZone(*icu::TimeZone::getGMT());
   }
   icu::UnicodeString formatted;
-  formatters_->day->format(*midnight, formatted);
+  formatter->format(secondOfDay * millisecondsPerSecond, formatted);
   std::string utf8;
-  return U_SUCCESS(status) ? formatted.toUTF8String(utf8) : isoDay;
+  return formatted.toUTF8String(utf8);
 }
 
 std::string LocaleFormats::percent(double fraction, int fractionDigits) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,11 @@ class LocaleFormats {
   std::string percent(double fraction, int fractionDigits);
   // "May 9, 2026": a day that is given as "2026-05-09". What is no such day is shown as it is.
   std::string day(const std::string& isoDay);
+  // "May 9", "9 may": the same without the year.
+  std::string shortDay(const std::string& isoDay);
+  enum class Detail : std::uint8_t { minutes, seconds };
+  // "2:05:32 PM", "14:05:32", "14:05": a time of day, given in seconds after 0:00.
+  std::string time(int secondOfDay, Detail detail = Detail::seconds);
 
  private:
   struct Formatters;

@@ -8,6 +8,7 @@
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
 #include "ui/SandboxFeatureBanner.h"
+#include "ui/Series.h"
 #include "ui/Sparkline.h"
 #include "ui/ViewList.h"
 
@@ -32,16 +33,14 @@ View CPUTab::body() {
 }
 
 View CPUTab::usageCard() const {
-  const auto& history = cpu().history.get();
-  std::vector<double> fractions;
-  fractions.reserve(history.size());
-  for (std::size_t i = 0; i < history.size(); ++i) fractions.push_back(history[i].value.usagePercent / 100);
-
-  const SparklineView trend{std::move(fractions), ColorRole::accent, false, "Metric trend"};
+  const Series series =
+      seriesOf(*cpu().history, [](const CPUSnapshot& each) { return each.usagePercent / 100; });
+  const SparklineView trend{series.values, ColorRole::accent, false, "Metric trend"};
   const std::string percent = std::to_string(wholePercent(cpu().current->usagePercent)) + "%";
   return Card{
       section(views(sectionHeader(label("CPU Usage", "cpu")), verbatim(percent).withMonospacedDigits(28),
-                    trend.body().height(40), edgeCaptions("60s ago", "Now", ColorRole::tertiary)))};
+                    trend.body().withReadOut(readOut(context_, series, percentText(context_))).height(40),
+                    edgeCaptions("60s ago", "Now", ColorRole::tertiary)))};
 }
 
 View CPUTab::chipCard() const {
@@ -56,8 +55,21 @@ View CPUTab::chipCard() const {
 
 View CPUTab::perCore() const {
   std::vector<View> cells;
-  for (const CoreBar& bar : coreBars(*cpu().current, cpu().chipInfo, *cpu().history)) cells.push_back(bar);
+  const auto& history = cpu().history.get();
+  for (const CoreBar& bar : coreBars(*cpu().current, cpu().chipInfo, history)) {
+    cells.push_back(bar.body(coreReadOut(bar, history)));
+  }
   return section(views(sectionHeader(text("Per-core usage")), adaptiveGrid(180, 10, std::move(cells))));
+}
+
+ReadOut CPUTab::coreReadOut(const CoreBar& bar, const HistoryRing<CPUSnapshot>& history) const {
+  Series series{.values = bar.history, .dates = {}};
+  series.dates.reserve(bar.history.size());
+  // A core that came later has the newest of the samples.
+  for (std::size_t i = history.size() - bar.history.size(); i < history.size(); ++i) {
+    series.dates.push_back(history[i].date);
+  }
+  return readOut(context_, std::move(series), percentText(context_));
 }
 
 View CPUTab::usageHistory() {
@@ -65,10 +77,11 @@ View CPUTab::usageHistory() {
   auto picker = timeRangePicker(cpuTimeRanges, selected, [this](std::size_t index) {
     timeRange.set(static_cast<CPUTimeRange>(index));
   });
-  const SparklineView chart{thinnedSeries(*cpu().usageHistory, cpuTimeRanges.at(selected).samples, 100),
-                            ColorRole::accent, false, "Metric trend"};
+  const Series series = thinnedSeries(*cpu().usageHistory, cpuTimeRanges.at(selected).samples, 100);
+  const SparklineView chart{series.values, ColorRole::accent, false, "Metric trend"};
   return section(views(headerRow(label("Usage history", "chart.xyaxis.line"), std::move(picker)),
-                       chart.body().height(60), edgeCaptions("0%", "100%", ColorRole::secondary)));
+                       chart.body().withReadOut(readOut(context_, series, percentText(context_))).height(60),
+                       edgeCaptions("0%", "100%", ColorRole::secondary)));
 }
 
 View CPUTab::topProcesses() const {

@@ -2,6 +2,7 @@
 
 #include "runtime/Published.h"
 #include "ui/CPUTimeRange.h"
+#include "ui/CoreBar.h"
 #include "ui/ViewContext.h"
 #include "ui/view/View.h"
 
@@ -21,6 +22,7 @@ class CPUTab final : public Component {
   View usageCard() const;
   View chipCard() const;
   View perCore() const;
+  ReadOut coreReadOut(const CoreBar& bar, const HistoryRing<CPUSnapshot>& history) const;
   View usageHistory();
   View topProcesses() const;
   View processTable() const;

@@ -18,7 +18,7 @@ std::string coreLabel(std::size_t index, std::size_t effCores) {
 
 }  // namespace
 
-View CoreBar::body() const {
+View CoreBar::body(ReadOut readOut) const {
   const Color color = isPerformance ? ColorRole::accent : ColorRole::secondary;
   const std::string percent = std::to_string(wholePercent(usage));
 
@@ -36,9 +36,10 @@ View CoreBar::body() const {
                              .label = std::string(isPerformance ? "Performance" : "Efficiency") +
                                       " core usage over last 60 seconds"};
   return vstack(4, HorizontalAlignment::leading,
-                views(std::move(caption), std::move(bar).height(5), trend.body().height(14)))
+                views(std::move(caption), std::move(bar).height(5),
+                      trend.body().withReadOut(std::move(readOut)).height(14)))
       .accessibilityElement(
-          verbatimText((isPerformance ? "performance core, " : "efficiency core, ") + percent + " percent"));
+          keyWith(isPerformance ? "performance core, %@ percent" : "efficiency core, %@ percent", {percent}));
 }
 
 std::vector<CoreBar> coreBars(const CPUSnapshot& snapshot, const ChipInfo& chip,

@@ -48,15 +48,24 @@ View captionedRow(View caption, View value) {
                       std::move(value)));
 }
 
-View table(View header, std::vector<View> rows) {
+View rowDivider() {
+  return divider().withOpacity(dividerOpacity);
+}
+
+View dividedRows(std::vector<View> rows) {
   std::vector<View> lines;
-  lines.reserve(2 * rows.size() + 1);
-  lines.push_back(std::move(header).withFont(11).withForeground(ColorRole::secondary));
+  lines.reserve(2 * rows.size());
   for (auto& row : rows) {
-    if (lines.size() > 1) lines.push_back(divider().withOpacity(dividerOpacity));
+    if (!lines.empty()) lines.push_back(rowDivider());
     lines.push_back(std::move(row));
   }
   return vstack(0, leading, std::move(lines));
+}
+
+View table(View header, std::vector<View> rows) {
+  return vstack(0, leading,
+                views(std::move(header).withFont(11).withForeground(ColorRole::secondary),
+                      dividedRows(std::move(rows))));
 }
 
 View dot(double side, Color color) {

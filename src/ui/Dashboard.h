@@ -32,7 +32,13 @@ View edgeCaptions(std::string atStart, std::string atEnd, Color color);
 // A small secondary caption and, at the right, what it names.
 View captionedRow(View caption, View value);
 
-// Below each other, with faint dividers between all but the first and the second: that one is the header.
+// The faint line between two rows.
+View rowDivider();
+
+// Below each other, with such lines between them.
+View dividedRows(std::vector<View> rows);
+
+// The same below a header.
 View table(View header, std::vector<View> rows);
 
 // A filled circle.

@@ -32,27 +32,28 @@ View DiskTab::body() {
             history(), volumes()));
 }
 
-std::vector<double> DiskTab::rates(double DiskSnapshot::*rate) const {
-  const auto& ring = disk().history.get();
-  std::vector<double> values;
-  values.reserve(ring.size());
-  for (std::size_t i = 0; i < ring.size(); ++i) values.push_back(ring[i].value.*rate);
-  return values;
+Series DiskTab::rates(double DiskSnapshot::*rate) const {
+  return seriesOf(*disk().history, rate);
 }
 
 View DiskTab::rateCard(std::string title, std::string symbolName, double DiskSnapshot::*rate) const {
-  const SparklineView trend{rates(rate), ColorRole::accent, true, "Metric trend"};
+  const Series series = rates(rate);
+  const SparklineView trend{series.values, ColorRole::accent, true, "Metric trend"};
   return Card{section(views(sectionHeader(label(std::move(title), std::move(symbolName))),
                             verbatim(formatRate((*disk().current).*rate)).withMonospacedDigits(28),
-                            trend.body().height(32)))};
+                            trend.body().withReadOut(readOut(context_, series, formatRate)).height(32)))};
 }
 
 View DiskTab::history() const {
-  const SparklineView read{rates(&DiskSnapshot::readBytesPerSec), readColor, true, "Metric trend"};
-  const SparklineView write{rates(&DiskSnapshot::writeBytesPerSec), writeColor, true, "Metric trend"};
+  const Series reads = rates(&DiskSnapshot::readBytesPerSec);
+  const Series writes = rates(&DiskSnapshot::writeBytesPerSec);
+  const SparklineView read{reads.values, readColor, true, "Metric trend"};
+  const SparklineView write{writes.values, writeColor, true, "Metric trend"};
+  // The chart in front speaks for both.
+  auto front = write.body().withReadOut(readOut(context_, {"Read", reads}, {"Write", writes}, formatRate));
   auto legend = hstack(12, centered, views(legendEntry("Read", readColor), legendEntry("Write", writeColor)));
   return section(views(sectionHeader(label("I/O history  (last 60 s)", "chart.xyaxis.line")),
-                       zstack(topLeading, views(read, write)).height(60), std::move(legend)));
+                       zstack(topLeading, views(read, std::move(front))).height(60), std::move(legend)));
 }
 
 View DiskTab::volumes() const {

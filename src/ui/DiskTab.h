@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/Series.h"
 #include "ui/ViewContext.h"
 #include "ui/view/View.h"
 
@@ -14,7 +15,7 @@ class DiskTab final : public Component {
 
  private:
   const DiskProvider& disk() const { return *context_.env.disk; }
-  std::vector<double> rates(double DiskSnapshot::*rate) const;
+  Series rates(double DiskSnapshot::*rate) const;
   View rateCard(std::string title, std::string symbolName, double DiskSnapshot::*rate) const;
   View history() const;
   View volumes() const;

@@ -2,13 +2,17 @@
 
 #include <utility>
 
+#include "ui/AudioTab.h"
 #include "ui/CPUTab.h"
 #include "ui/DiskTab.h"
 #include "ui/MemoryTab.h"
 #include "ui/NetworkTab.h"
 #include "ui/OverviewTab.h"
 #include "ui/PlaceholderTab.h"
+#include "ui/PowerTab.h"
+#include "ui/SettingsTab.h"
 #include "ui/Sidebar.h"
+#include "ui/StatsTab.h"
 
 namespace kestrune::ui {
 namespace {
@@ -80,6 +84,14 @@ View MainWindowView::detail() const {
     page = tabPage<DiskTab>(context_);
   } else if (tab == MainTab::network) {
     page = tabPage<NetworkTab>(context_);
+  } else if (tab == MainTab::power) {
+    page = tabPage<PowerTab>(context_);
+  } else if (tab == MainTab::audio) {
+    page = tabPage<AudioTab>(context_);
+  } else if (tab == MainTab::stats) {
+    page = tabPage<StatsTab>(context_);
+  } else if (tab == MainTab::settings) {
+    page = tabPage<SettingsTab>(context_);
   } else if (tab) {
     page = PlaceholderTab{*tab};
   }

@@ -8,6 +8,7 @@
 #include "ui/Formatters.h"
 #include "ui/Fraction.h"
 #include "ui/SandboxFeatureBanner.h"
+#include "ui/Series.h"
 #include "ui/Sparkline.h"
 #include "ui/StatusColors.h"
 #include "ui/ViewList.h"
@@ -110,10 +111,11 @@ View MemoryTab::usageHistory() {
   auto picker = timeRangePicker(memTimeRanges, selected, [this](std::size_t index) {
     timeRange.set(static_cast<MemTimeRange>(index));
   });
-  const SparklineView chart{thinnedSeries(*memory().usageHistory, memTimeRanges.at(selected).samples, 100),
-                            ColorRole::purple, false, "Memory usage history"};
+  const Series series = thinnedSeries(*memory().usageHistory, memTimeRanges.at(selected).samples, 100);
+  const SparklineView chart{series.values, ColorRole::purple, false, "Memory usage history"};
   return section(views(headerRow(label("Usage history", "chart.xyaxis.line"), std::move(picker)),
-                       chart.body().height(60), edgeCaptions("0%", "100%", ColorRole::secondary)));
+                       chart.body().withReadOut(readOut(context_, series, percentText(context_))).height(60),
+                       edgeCaptions("0%", "100%", ColorRole::secondary)));
 }
 
 View MemoryTab::topProcesses() const {

@@ -3,9 +3,11 @@
 #include <string>
 #include <utility>
 
+#include "ui/AudioParts.h"
 #include "ui/Effects.h"
 #include "ui/Formatters.h"
 #include "ui/MainTab.h"
+#include "ui/Series.h"
 #include "ui/Sparkline.h"
 #include "ui/StatusColors.h"
 #include "ui/ViewList.h"
@@ -31,10 +33,8 @@ View metricRow(std::string label, View value, View chart = {}) {
 // The figures of a ring, oldest first, as a small line.
 template <class Snapshot, class Figure>
 View trend(const HistoryRing<Snapshot>& ring, Figure figure) {
-  std::vector<double> values;
-  values.reserve(ring.size());
-  for (std::size_t i = 0; i < ring.size(); ++i) values.push_back(figure(ring[i].value));
-  return SparklineView{std::move(values), ColorRole::accent, true, "Metric trend"}.body().size(60, 12);
+  return SparklineView{seriesOf(ring, figure).values, ColorRole::accent, true, "Metric trend"}.body().size(
+      60, 12);
 }
 
 std::string twoRates(double first, double second) {
@@ -56,16 +56,16 @@ View command(std::string title, std::function<void()> action) {
 
 }  // namespace
 
-std::string audioSummary(const AudioSnapshot& audio) {
-  if (!audio.defaultOutput) return "—";
+TextContent audioSummary(const AudioSnapshot& audio) {
+  if (!audio.defaultOutput) return verbatimText("—");
   const auto& active = audio.activeProcesses;
   if (!active.empty()) {
-    return active.size() == 1 ? active[0].name : active[0].name + " · " + active[1].name;
+    return verbatimText(active.size() == 1 ? active[0].name : active[0].name + " · " + active[1].name);
   }
   const auto& device = *audio.defaultOutput;
-  if (device.isMuted) return device.name + "  Muted";
-  if (device.volume < 0) return device.name;
-  return device.name + "  " + std::to_string(wholePercent(static_cast<double>(device.volume) * 100)) + "%";
+  if (device.isMuted) return keyWith("%@  Muted", {device.name});
+  if (device.volume < 0) return verbatimText(device.name);
+  return verbatimText(device.name + "  " + volumeText(device.volume));
 }
 
 MenuBarPopover::MenuBarPopover(const ViewContext& context, Commands commands)
@@ -101,7 +101,7 @@ View MenuBarPopover::metrics() const {
     rows.push_back(metricRow("IP", verbatim(context_.env.network->current->ipAddress.value_or("—"))));
   }
   if (showAudio_.get()) {
-    rows.push_back(metricRow("Audio", verbatim(audioSummary(*context_.env.audio->current))));
+    rows.push_back(metricRow("Audio", View(audioSummary(*context_.env.audio->current))));
   }
   if (rows.empty()) {
     rows.push_back(text("No metrics selected — enable some in Settings.")

@@ -43,6 +43,6 @@ class MenuBarPopover final : public Component {
 };
 
 // What the audio row says: the programs that use audio, else the output device with its volume.
-std::string audioSummary(const AudioSnapshot& audio);
+TextContent audioSummary(const AudioSnapshot& audio);
 
 }  // namespace kestrune::ui

@@ -7,6 +7,7 @@
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
 #include "ui/NetworkParts.h"
+#include "ui/Series.h"
 #include "ui/Sparkline.h"
 #include "ui/ViewList.h"
 
@@ -73,14 +74,11 @@ View NetworkTab::body() {
 }
 
 View NetworkTab::rateCard(std::string title, std::string symbolName, double NetworkSnapshot::*rate) const {
-  const auto& ring = network().history.get();
-  std::vector<double> values;
-  values.reserve(ring.size());
-  for (std::size_t i = 0; i < ring.size(); ++i) values.push_back(ring[i].value.*rate);
-  const SparklineView trend{std::move(values), ColorRole::accent, true, "Metric trend"};
+  const Series series = seriesOf(*network().history, rate);
+  const SparklineView trend{series.values, ColorRole::accent, true, "Metric trend"};
   std::vector<View> parts = views(sectionHeader(label(std::move(title), std::move(symbolName))),
                                   verbatim(formatRate((*network().current).*rate)).withMonospacedDigits(28),
-                                  trend.body().height(32));
+                                  trend.body().withReadOut(readOut(context_, series, formatRate)).height(32));
   if (rate == &NetworkSnapshot::downloadBytesPerSec) {
     parts.push_back(text("I/O history  (last 60 s)").withFont(11).withForeground(ColorRole::tertiary));
   }
@@ -143,7 +141,7 @@ View NetworkTab::networksCard() {
 View NetworkTab::networkSelector(const SSIDTraffic& networks) {
   const auto& selected = selectedSSID.get();
   std::vector<MenuItem> items;
-  const auto choice = [&](TextContent title, std::optional<std::string> name) {
+  const auto choice = [&](TextContent title, const std::optional<std::string>& name) {
     items.push_back({.title = std::move(title),
                      .symbol = selected == name ? "checkmark" : "",
                      .action = [this, name] { selectedSSID.set(name); }});
@@ -163,14 +161,16 @@ View NetworkTab::historyCard() {
     timeRange.set(static_cast<NetTimeRange>(index));
   });
   const std::size_t samples = netTimeRanges.at(selected).samples;
-  const DualSparklineView chart{thinnedSeries(*network().downloadHistory, samples),
-                                thinnedSeries(*network().uploadHistory, samples), downloadColor, uploadColor,
-                                "Dual metric trend"};
+  const Series down = thinnedSeries(*network().downloadHistory, samples);
+  const Series up = thinnedSeries(*network().uploadHistory, samples);
+  const DualSparklineView chart{down.values, up.values, downloadColor, uploadColor, "Dual metric trend"};
+  auto graph =
+      chart.body().withReadOut(readOut(context_, {"Download", down}, {"Upload", up}, formatRate)).height(60);
   auto legend =
       hstack(12, centered, views(legendEntry("Download", downloadColor), legendEntry("Upload", uploadColor)));
-  return Card{section(views(
-      headerRow(label("Throughput history", "chart.xyaxis.line"), std::move(picker)), chart.body().height(60),
-      edgeCaptions(startCaptions.at(selected), "Now", ColorRole::tertiary), std::move(legend)))};
+  return Card{section(
+      views(headerRow(label("Throughput history", "chart.xyaxis.line"), std::move(picker)), std::move(graph),
+            edgeCaptions(startCaptions.at(selected), "Now", ColorRole::tertiary), std::move(legend)))};
 }
 
 View NetworkTab::interfacesCard() const {
@@ -182,6 +182,7 @@ View NetworkTab::interfacesCard() const {
               text("No active interfaces").withFont(11).withForeground(ColorRole::secondary).fillWidth()))};
   }
   std::vector<View> rows;
+  rows.reserve(interfaces.size());
   for (const auto& row : interfaces) rows.push_back(interfaceRow(row));
   auto columns =
       interfaceLine(text("Interface"), text("Type"), text("IP Address"), text("Sent"), text("Received"));

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/AudioParts.h"
 #include "ui/Card.h"
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
 #include "ui/Gauges.h"
 #include "ui/NetworkParts.h"
 #include "ui/SandboxFeatureBanner.h"
+#include "ui/Series.h"
 #include "ui/Sparkline.h"
 #include "ui/StatusColors.h"
 #include "ui/ViewList.h"
@@ -81,28 +83,7 @@ View blockDivider() {
 }
 
 std::string outputSymbol(const std::optional<Device>& device) {
-  using enum Device::TransportKind;
-  if (!device || device->isMuted) return "speaker.slash.fill";
-  switch (device->transport) {
-    case builtIn:
-      return "hifispeaker.fill";
-    case usb:
-      return "cable.connector";
-    case bluetooth:
-    case bluetoothLE:
-      return "headphones";
-    case airPlay:
-      return "airplayvideo";
-    case hdmi:
-    case displayPort:
-      return "display";
-    case thunderbolt:
-      return "bolt";
-    case virtual_:
-    case unknown:
-      return "speaker.wave.2";
-  }
-  return "speaker.wave.2";
+  return !device || device->isMuted ? "speaker.slash.fill" : transportSymbol(device->transport);
 }
 
 View audioBlock(View icon, std::string label, View value, View level = {}) {
@@ -123,8 +104,7 @@ View nameOrNone(const std::optional<Device>& device) {
 View outputLevel(const std::optional<Device>& device) {
   if (!device || device->volume < 0) return {};
   auto level = device->isMuted ? text("Muted").withForeground(statusCriticalColor)
-                               : verbatim(wholePercentText(static_cast<double>(device->volume) * 100))
-                                     .withForeground(ColorRole::secondary);
+                               : verbatim(volumeText(device->volume)).withForeground(ColorRole::secondary);
   return std::move(level)
       .withMonospacedDigits(11, FontWeight::medium)
       .padding({.top = 0, .leading = 4, .bottom = 0, .trailing = 0});
@@ -267,14 +247,18 @@ View OverviewTab::emptyState() const {
 View OverviewTab::cpuCard() const {
   const auto& history = env().cpu->history.get();
   std::vector<double> fractions;
+  ReadOut said;
   View under;
   if (record_) {
     fractions = record_->hourlyCPUFractions();
+    said = hourlyReadOut(*record_);
     under = hstack(
         0, baseline,
         views(text("Peak "), verbatim(wholePercentText(record_->peakCPU())), text("  ·  Hourly avg, 24 h")));
   } else {
-    for (std::size_t i = 0; i < history.size(); ++i) fractions.push_back(history[i].value.usagePercent / 100);
+    Series series = seriesOf(history, [](const CPUSnapshot& each) { return each.usagePercent / 100; });
+    fractions = series.values;
+    said = readOut(context_, std::move(series), percentText(context_));
     under =
         history.size() < samplesBeforeCaption
             ? text("Collecting…")
@@ -283,7 +267,21 @@ View OverviewTab::cpuCard() const {
   const double usage = record_ ? record_->averageCPU() : env().cpu->current->usagePercent;
   const SparklineView chart{std::move(fractions), ColorRole::accent, false, "Metric trend"};
   return card(8, views(caption(label("CPU", "cpu")), headline(wholePercentText(usage)).minWidth(80),
-                       chart.body().height(28), caption(std::move(under), ColorRole::tertiary)));
+                       chart.body().withReadOut(std::move(said)).height(28),
+                       caption(std::move(under), ColorRole::tertiary)));
+}
+
+ReadOut OverviewTab::hourlyReadOut(const DailySummary& record) const {
+  std::vector<int> hours;
+  hours.reserve(record.hours.size());
+  for (const auto& bucket : record.hours) hours.push_back(static_cast<int>(bucket.hour));
+  return [hours = std::move(hours), fractions = record.hourlyCPUFractions(),
+          &formats = context_.formats](std::size_t point) -> std::vector<TextContent> {
+    constexpr int secondsPerHour = 3600;
+    if (point >= hours.size()) return {};
+    return {verbatimText(formats.percent(fractions[point], 1) + " · " +
+                         formats.time(hours[point] * secondsPerHour, LocaleFormats::Detail::minutes))};
+  };
 }
 
 View OverviewTab::memoryCard() const {
@@ -500,19 +498,15 @@ View OverviewTab::trafficFigures(const SSIDTraffic& networks) const {
 }
 
 View OverviewTab::throughput() const {
-  const auto& ring = env().network->history.get();
-  std::vector<double> down;
-  std::vector<double> up;
-  for (std::size_t i = 0; i < ring.size(); ++i) {
-    down.push_back(ring[i].value.downloadBytesPerSec);
-    up.push_back(ring[i].value.uploadBytesPerSec);
-  }
-  const DualSparklineView chart{std::move(down), std::move(up), ColorRole::accent, ColorRole::orange,
+  const Series down = seriesOf(*env().network->history, &NetworkSnapshot::downloadBytesPerSec);
+  const Series up = seriesOf(*env().network->history, &NetworkSnapshot::uploadBytesPerSec);
+  const DualSparklineView chart{down.values, up.values, ColorRole::accent, ColorRole::orange,
                                 "Dual metric trend"};
+  auto graph = chart.body().withReadOut(readOut(context_, {"Up", up}, {"Down", down}, formatRate)).height(24);
   return vstack(4, leading,
-                views(chart.body().height(24), hstack(10, centered,
-                                                      views(tinyLegend("Up", Color(ColorRole::orange, 0.75)),
-                                                            tinyLegend("Down", ColorRole::accent)))));
+                views(std::move(graph), hstack(10, centered,
+                                               views(tinyLegend("Up", Color(ColorRole::orange, 0.75)),
+                                                     tinyLegend("Down", ColorRole::accent)))));
 }
 
 // ---- below the grid

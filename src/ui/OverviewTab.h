@@ -28,6 +28,7 @@ class OverviewTab final : public Component {
   View dateStrip();
   View emptyState() const;
   View cpuCard() const;
+  ReadOut hourlyReadOut(const DailySummary& record) const;
   View memoryCard() const;
   View batteryCard() const;
   View systemCard() const;

@@ -6,18 +6,21 @@
 
 namespace kestrune::ui {
 
-std::vector<double> thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit) {
+Series thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit) {
   constexpr std::size_t mostPoints = 120;
   const std::size_t count = ring.size();
   if (count < 2) return {};
 
   const std::size_t n = std::min(count, samples);
   const std::size_t points = std::min(n, mostPoints);
-  std::vector<double> series;
-  series.reserve(points);
+  Series series;
+  series.values.reserve(points);
+  series.dates.reserve(points);
   for (std::size_t k = 0; k < points; ++k) {
     const std::size_t entry = n > mostPoints ? k * (n - 1) / (mostPoints - 1) : k;
-    series.push_back(ring[count - n + entry].value / unit);
+    const auto& sample = ring[count - n + entry];
+    series.values.push_back(sample.value / unit);
+    series.dates.push_back(sample.date);
   }
   return series;
 }

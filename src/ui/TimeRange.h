@@ -4,9 +4,9 @@
 #include <functional>
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "core/HistoryRing.h"
+#include "ui/Series.h"
 #include "ui/view/View.h"
 
 namespace kestrune::ui {
@@ -17,9 +17,9 @@ struct TimeRangeChoice {
   std::size_t samples = 0;  // of the ring
 };
 
-// The last `samples` values divided by `unit`, oldest first. More than 120 are thinned to 120 of them, the
-// first and the last included; fewer than two are none. The ring is not copied.
-std::vector<double> thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit = 1);
+// The last `samples` values divided by `unit`. More than 120 are thinned to 120 of them, the first and the
+// last included; fewer than two are none. The ring is not copied.
+Series thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit = 1);
 
 // A segmented picker over the choices.
 View timeRangePicker(std::span<const TimeRangeChoice> choices, std::size_t selected,

@@ -6,6 +6,7 @@
 #include "runtime/MainLoop.h"
 #include "runtime/NotificationCenter.h"
 #include "texts/LocaleFormats.h"
+#include "ui/Shell.h"
 
 namespace kestrune::ui {
 
@@ -17,6 +18,7 @@ struct ViewContext {
   NotificationCenter& notifications;
   LocaleFormats& formats;
   platform::Workspace& workspace;
+  Shell& shell;
   bool isSandboxed = false;
 };
 

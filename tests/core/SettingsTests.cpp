@@ -55,15 +55,9 @@ TEST(Language, isSpanishOnlyIfTheFirstChoiceIs) {
 }
 
 TEST(Language, changingItEndsThisRunASecondAfterTheNextWasOrdered) {
-  class ScriptedApplication final : public platform::Application {
-   public:
-    std::vector<std::string> calls;
-    void openNewInstance() override { calls.emplace_back("open"); }
-    void terminate() override { calls.emplace_back("terminate"); }
-  };
   test::ScriptedPlatform machine;
   Preferences preferences(machine.preferences);
-  ScriptedApplication application;
+  test::ScriptedApplication application;
   setLanguage("en", machine.loop, preferences, application);
   EXPECT_EQ(machine.preferences.stored.at("AppleLanguages"), platform::PreferenceValue(Texts{"en"}));
   machine.advance(999ms);

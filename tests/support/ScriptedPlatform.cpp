@@ -66,8 +66,8 @@ Date ScriptedCalendar::startOfDay(Date date) {
   return {std::floor((date.seconds + east) / daySeconds) * daySeconds - east};
 }
 
-int ScriptedCalendar::hour(Date date) {
-  return static_cast<int>((date - startOfDay(date)) / hourSeconds);
+int ScriptedCalendar::secondOfDay(Date date) {
+  return static_cast<int>(date - startOfDay(date));
 }
 
 std::function<std::string(Date)> ScriptedCalendar::dayFormatter() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Application.h"
 #include "platform/DayFileStorage.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
@@ -89,7 +90,7 @@ class ScriptedCalendar final : public platform::Calendar {
 
   Date startOfDay(Date date) override;
   std::optional<Date> addingDays(Date date, int days) override;
-  int hour(Date date) override;
+  int secondOfDay(Date date) override;
   std::function<std::string(Date)> dayFormatter() override;
 };
 
@@ -107,8 +108,27 @@ class ScriptedDayFiles final : public platform::DayFileStorage {
 class ScriptedSystemFacts final : public platform::SystemFacts {
  public:
   std::optional<std::int64_t> boot = 1700000000;
+  std::vector<std::string> spoken;
 
   std::optional<std::int64_t> bootTime() override { return boot; }
+  std::string operatingSystemVersion() override { return "Test System 1"; }
+  std::vector<std::string> languages() override { return spoken; }
+};
+
+class ScriptedLoginItem final : public platform::LoginItem {
+ public:
+  bool enabled = false;
+  std::optional<std::string> failure;  // of both operations
+
+  bool isEnabled() override { return enabled; }
+  std::optional<std::string> registerItem() override { return change(true); }
+  std::optional<std::string> unregisterItem() override { return change(false); }
+
+ private:
+  std::optional<std::string> change(bool wanted) {
+    if (!failure) enabled = wanted;
+    return failure;
+  }
 };
 
 class ScriptedPreferences final : public platform::PreferenceStorage {
@@ -255,6 +275,14 @@ class ScriptedWorkspace final : public platform::Workspace {
   void openURL(const std::string& url) override { opened.push_back(url); }
 };
 
+class ScriptedApplication final : public platform::Application {
+ public:
+  std::vector<std::string> calls;
+
+  void openNewInstance() override { calls.emplace_back("open"); }
+  void terminate() override { calls.emplace_back("terminate"); }
+};
+
 // The whole computer, with the loop that the program runs on.
 class ScriptedPlatform : public TestLoop {
  public:
@@ -276,6 +304,7 @@ class ScriptedPlatform : public TestLoop {
   ScriptedApplications applications;
   ScriptedDayFiles dayFiles;
   ScriptedSystemFacts systemFacts;
+  ScriptedLoginItem loginItem;
   ScriptedNotifications notifications{loop};
   ScriptedWorkspace workspace;
   const platform::Platform platform{.clock = clock,
@@ -299,6 +328,7 @@ class ScriptedPlatform : public TestLoop {
                                     .applications = applications,
                                     .audioLane = lane,
                                     .facts = systemFacts,
+                                    .loginItem = loginItem,
                                     .dayFiles = dayFiles,
                                     .notifications = notifications,
                                     .workspace = workspace};

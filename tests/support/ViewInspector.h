@@ -11,15 +11,22 @@
 #include <gtest/gtest.h>
 
 #include "runtime/Published.h"
+#include "texts/TextFormat.h"
 #include "ui/view/Diff.h"
 #include "ui/view/View.h"
 
 // Looks at views as values, and does with them what a user does, without a window.
 namespace kestrune::test {
 
+// The English text before the catalogue's words for this desktop.
+inline std::string shown(const ui::TextContent& content) {
+  if (content.arguments.empty()) return content.string;
+  return formatText(content.string, {content.arguments.begin(), content.arguments.end()});
+}
+
 // What assistive tools call the view; empty if nothing says so.
 inline std::string accessibilityLabel(const ui::View& view) {
-  return view.traits ? view.traits->accessibilityLabel.value_or(ui::TextContent{}).string : std::string();
+  return view.traits ? shown(view.traits->accessibilityLabel.value_or(ui::TextContent{})) : std::string();
 }
 
 // A view with what is in force for it.
@@ -56,7 +63,7 @@ class MountedViews {
   std::vector<std::string> texts() const {
     std::vector<std::string> strings;
     for (const auto& shown : kind<ui::TextContent>()) {
-      strings.push_back(shown.view->as<ui::TextContent>()->string);
+      strings.push_back(test::shown(*shown.view->as<ui::TextContent>()));
     }
     return strings;
   }
@@ -122,6 +129,16 @@ class MountedViews {
     for (const auto& shown : kind<ui::SymbolContent>())
       names.push_back(shown.view->as<ui::SymbolContent>()->name);
     return names;
+  }
+
+  // What the chart with that number, counted from 0 as they stand, says of a point.
+  std::string readOut(std::size_t chart, std::size_t point) const {
+    const auto& said = kind<ui::LineChartContent>().at(chart).view->as<ui::LineChartContent>()->readOut;
+    std::string together;
+    if (said) {
+      for (const auto& part : said(point)) together += test::shown(part);
+    }
+    return together;
   }
 
   // The first component of that type and how often it has been evaluated; none: null and 0.
@@ -199,14 +216,15 @@ class MountedViews {
 
   std::vector<ShownView> find(std::string_view string) const {
     auto found = kind<ui::TextContent>();
-    std::erase_if(
-        found, [&](const ShownView& shown) { return shown.view->as<ui::TextContent>()->string != string; });
+    std::erase_if(found, [&](const ShownView& each) {
+      return test::shown(*each.view->as<ui::TextContent>()) != string;
+    });
     return found;
   }
 
   static bool holds(const ui::View& view, std::string_view string) {
     const auto* text = view.as<ui::TextContent>();
-    return (text != nullptr && text->string == string) ||
+    return (text != nullptr && test::shown(*text) == string) ||
            std::ranges::any_of(view.children, [&](const ui::View& child) { return holds(child, string); });
   }
 

@@ -74,6 +74,19 @@ TEST_F(CPUTabTest, FollowsTheSamples) {
   EXPECT_THAT(barLabels(tab), ElementsAre("efficiency core, 50 percent", "efficiency core, 25 percent"));
 }
 
+TEST_F(CPUTabTest, ChartsTellFigureAndTimeOfAPoint) {
+  auto tab = cpuTab();
+  computer.processors.pass(100, {0, 0});
+  second({50, 25});
+  second({50, 25});
+  tab.update();
+  const std::size_t last = points(tab, 40).size() - 1;
+  const std::string now = " · " + formats.time(computer.calendar.secondOfDay(computer.clock.now()));
+  EXPECT_EQ(tab.readOut(0, last), "37.5%" + now);
+  EXPECT_EQ(tab.readOut(0, last + 1), "");
+  EXPECT_EQ(tab.readOut(2, 1), "25.0%" + now) << "the second core";
+}
+
 TEST_F(CPUTabTest, CoresAreNamedByTheirKind) {
   const auto labels = [](int effCores, std::size_t cores) {
     CPUSnapshot snapshot;
@@ -107,7 +120,7 @@ TEST_F(CPUTabTest, ACoresHistorySkipsTheSamplesWithoutIt) {
 TEST_F(CPUTabTest, ACoreBarShowsItsLoad) {
   const MountedViews bar(CoreBar{"P2", 61.9, true, {0.5, 0.25}});
   EXPECT_THAT(bar.texts(), ElementsAre("P2", "61%"));
-  EXPECT_EQ(bar.all().front().view->traits->accessibilityLabel, verbatimText("performance core, 61 percent"));
+  EXPECT_EQ(test::accessibilityLabel(*bar.all().front().view), "performance core, 61 percent");
   EXPECT_EQ(*bar.kind<BarContent>().front().view->as<BarContent>(),
             (BarContent{0.619, ColorRole::quaternary, ColorRole::accent, 3, 0.4}));
   EXPECT_EQ(chart(bar, 14).lines.at(0), (LineChartContent::Line{{0.5, 0.25}, Color(ColorRole::accent, 0.6)}));
@@ -126,7 +139,7 @@ TEST_F(CPUTabTest, LongSeriesAreThinnedTo120Points) {
   const auto series = [](std::size_t count, std::size_t samples) {
     HistoryRing<double> ring(200);
     for (std::size_t i = 0; i < count; ++i) ring.append({{}, static_cast<double>(i)});
-    return thinnedSeries(ring, samples, 100);
+    return thinnedSeries(ring, samples, 100).values;
   };
   EXPECT_THAT(series(0, 300), IsEmpty());
   EXPECT_THAT(series(1, 300), IsEmpty());

@@ -39,6 +39,7 @@ TEST_F(DiskTabTest, showsRatesAndTheVolume) {
                                        "Volumes", "Test Disk", "1.0 GB", " free",    //
                                        "3.0 GB", " used", "4.0 GB", " total"));
   EXPECT_THAT(lines(tab)[0], ElementsAre(1.0, 0.0));
+  EXPECT_EQ(tab.readOut(3, 0).substr(0, 33), "Read 2.0 KB/s  Write 1.0 MB/s · ");
   const auto bars = tab.kind<BarContent>();
   ASSERT_EQ(bars.size(), 1U);
   EXPECT_EQ(bars[0].view->as<BarContent>()->fraction, 0.75);

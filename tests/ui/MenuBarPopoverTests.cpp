@@ -81,18 +81,18 @@ TEST_F(MenuBarPopoverTest, itsCommandsDoWhatTheySay) {
 TEST(AudioSummary, saysWhatPlaysElseHowLoudItWouldBe) {
   AudioSnapshot audio;
   audio.activeProcesses = {{.id = "a", .name = "Player"}};
-  EXPECT_EQ(audioSummary(audio), "—");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "—");
   audio.defaultOutput = AudioSnapshot::Device{.name = "Speaker", .volume = 0.459F, .isMuted = true};
-  EXPECT_EQ(audioSummary(audio), "Player");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "Player");
   audio.activeProcesses.push_back({.id = "b", .name = "Browser"});
   audio.activeProcesses.push_back({.id = "c", .name = "Call"});
-  EXPECT_EQ(audioSummary(audio), "Player · Browser");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "Player · Browser");
   audio.activeProcesses.clear();
-  EXPECT_EQ(audioSummary(audio), "Speaker  Muted");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "Speaker  Muted");
   audio.defaultOutput->isMuted = false;
-  EXPECT_EQ(audioSummary(audio), "Speaker  45%");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "Speaker  45%");
   audio.defaultOutput->volume = -1;
-  EXPECT_EQ(audioSummary(audio), "Speaker");
+  EXPECT_EQ(test::shown(audioSummary(audio)), "Speaker");
 }
 
 }  // namespace

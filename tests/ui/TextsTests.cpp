@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "texts/Catalogue.h"
 #include "texts/LocaleFormats.h"
 #include "ui/Formatters.h"
 #include "ui/ShellCommands.h"
@@ -57,21 +56,22 @@ TEST(LocaleFormats, PercentagesAsTheLocaleWritesThem) {
   EXPECT_EQ(LocaleFormats("de_DE@euro").percent(0.334, 1), "33,4\u00a0%");
 }
 
+TEST(LocaleFormats, DaysAndTimesAsTheLocaleWritesThem) {
+  LocaleFormats english("en_US");
+  EXPECT_EQ(english.day("2026-05-09"), "May 9, 2026");
+  EXPECT_EQ(english.shortDay("2026-05-09"), "May 9");
+  EXPECT_EQ(english.shortDay("2026-13-09"), "2026-13-09");
+  LocaleFormats spanish("es_ES");
+  EXPECT_EQ(spanish.day("2026-05-09"), "may 9, 2026");
+  EXPECT_EQ(spanish.shortDay("2026-05-09"), "9 may");
+  EXPECT_EQ(spanish.time(50732), "14:05:32");
+  EXPECT_EQ(spanish.time(50732, LocaleFormats::Detail::minutes), "14:05");
+}
+
 TEST(LocaleFormats, AnUnknownLocaleReadsAsEnglish) {
   for (const char* name : {"", "C", "C.UTF-8", "POSIX", "garbage", "xx_YY", "!?", "@euro", ".UTF-8"}) {
     EXPECT_EQ(LocaleFormats(name).percent(12.345, 1), "1,234.5%") << name;
   }
-}
-
-TEST(Catalogue, SpeaksOfThisDesktop) {
-  const Catalogue catalogue;
-  EXPECT_EQ(catalogue.text("Usage history"), "Usage history");
-  EXPECT_EQ(catalogue.text("App Store does not allow access to per-process CPU data."),
-            "The sandbox does not allow access to per-process CPU data.");
-  EXPECT_EQ(
-      catalogue.text(aboutText),
-      "Real-time system monitor for Linux.\n\nTrack CPU, memory, disk, network, battery, and audio — all "
-      "in one place.");
 }
 
 TEST(GoMenu, DigitsFollowTheSidebar) {

@@ -22,6 +22,12 @@ class ViewFixture : public testing::Test {
   Catalogue texts;
   LocaleFormats formats{"en_US"};
   std::optional<AppEnvironment> env;
+  ScriptedApplication application;
+  ui::Shell shell{.application = application,
+                  .loginItem = computer.loginItem,
+                  .language = "en",
+                  .version = "1.2 (3)",
+                  .systemVersion = "Test System 1"};
   bool isSandboxed = false;
 
   // Starts the system, so late that a test can set up the computer before.
@@ -30,7 +36,7 @@ class ViewFixture : public testing::Test {
       env.emplace(computer.loop, computer.platform,
                   AppEnvironment::Surroundings{preferences, texts, formats});
     }
-    return {computer.loop, *env, preferences, notifications, formats, computer.workspace, isSandboxed};
+    return {computer.loop, *env, preferences, notifications, formats, computer.workspace, shell, isSandboxed};
   }
 
   template <class Tab>

@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/ProcessFiles.h"
 #include "platform/linux/ProgramName.h"
+#include "platform/linux/UserLanguages.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -44,27 +45,6 @@ std::vector<std::string> dataDirectories(platform::ProcessEnvironment& environme
   return directories;
 }
 
-std::vector<std::string> userLocaleNames(platform::ProcessEnvironment& environment) {
-  std::string locale;
-  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    locale = environment.variable(name).value_or("");
-    if (!locale.empty()) break;
-  }
-  std::vector<std::string> names = localeNames(locale);
-  if (names.empty()) return names;
-  // Further languages that the user reads, before that of the locale.
-  std::vector<std::string> all;
-  std::string languages = environment.variable("LANGUAGE").value_or("");
-  for (std::size_t start = 0; start < languages.size();) {
-    const auto end = std::min(languages.find(':', start), languages.size());
-    std::ranges::copy(localeNames(std::string_view(languages).substr(start, end - start)),
-                      std::back_inserter(all));
-    start = end + 1;
-  }
-  std::ranges::copy(names, std::back_inserter(all));
-  return all;
-}
-
 std::vector<std::string> argumentsOf(const std::string& root, std::int32_t pid) {
   std::vector<std::string> arguments;
   const std::string text = readFile(processFile(root, pid, "cmdline"), smallFileLimit).value_or("");
@@ -77,11 +57,13 @@ std::vector<std::string> argumentsOf(const std::string& root, std::int32_t pid) 
 }
 
 RunningApplication shown(const IndexedApplication& application) {
-  return {.bundleIdentifier = application.id, .localizedName = application.name};
+  return {.bundleIdentifier = application.id,
+          .localizedName = application.name,
+          .iconName = application.icon.empty() ? std::nullopt : std::optional(application.icon)};
 }
 
 RunningApplication unexplained(std::string id) {
-  return {.bundleIdentifier = std::move(id), .localizedName = {}};
+  return {.bundleIdentifier = std::move(id), .localizedName = {}, .iconName = {}};
 }
 
 }  // namespace
@@ -91,7 +73,7 @@ ApplicationPlaces applicationPlaces(platform::ProcessEnvironment& environment) {
   places.dataDirectories = dataDirectories(environment);
   appendPaths(places.programDirectories, environment.variable("PATH").value_or(""));
   appendPaths(places.programDirectories, "/usr/local/bin:/usr/bin:/bin:/usr/local/games:/usr/games");
-  places.localeNames = userLocaleNames(environment);
+  places.localeNames = userLanguages(environment);
   return places;
 }
 

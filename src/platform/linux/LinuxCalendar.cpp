@@ -92,12 +92,12 @@ std::optional<Date> LinuxCalendar::addingDays(Date date, int days) {
   return dateOf(there, isExact ? instant->fraction : 0);
 }
 
-int LinuxCalendar::hour(Date date) {
+int LinuxCalendar::secondOfDay(Date date) {
   tzset();
   const auto instant = instantOf(date);
   if (!instant) return 0;
   const std::int64_t wall = wallTime(instant->seconds);
-  return static_cast<int>((wall - startOfWallDay(wall)) / 3600);
+  return static_cast<int>(wall - startOfWallDay(wall));
 }
 
 std::function<std::string(Date)> LinuxCalendar::dayFormatter() {

@@ -1,5 +1,9 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
 #include "platform/linux/DataDirectory.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/ThreadPriority.h"
@@ -17,6 +21,13 @@ std::string preferencesFile(const std::string& configDirectory) {
 std::string ownConfigDirectory() {
   LinuxProcessEnvironment environment;
   return defaultConfigDirectory(environment);
+}
+
+// Where this program is installed; as it was started, should the kernel not tell.
+std::string ownProgram() {
+  std::error_code error;
+  const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::string(program_invocation_name) : path.string();
 }
 
 std::string ownDataDirectory() {
@@ -47,6 +58,8 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       volumes_(root),
       networkInterfaces_(root),
       wifi_(root),
+      facts_(root, environment_),
+      loginItem_(configDirectory, ownProgram()),
       dayFiles_(dataDirectory),
       processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)),
       connectionLane_(std::make_shared<ThreadLane>("kestrune-net", slowDownThread, connectionThreads)),
@@ -76,6 +89,7 @@ platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifica
           .applications = applications_,
           .audioLane = audioLane_,
           .facts = facts_,
+          .loginItem = loginItem_,
           .dayFiles = dayFiles != nullptr ? *dayFiles : dayFiles_,
           .notifications = notifications,
           .workspace = workspace};

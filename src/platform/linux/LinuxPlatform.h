@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDayFiles.h"
 #include "platform/linux/LinuxLocationPermission.h"
+#include "platform/linux/LinuxLoginItem.h"
 #include "platform/linux/LinuxMemory.h"
 #include "platform/linux/LinuxNetworkInterfaces.h"
 #include "platform/linux/LinuxPowerSources.h"
@@ -68,6 +69,7 @@ class LinuxPlatform {
   LinuxAudioService audio_;
   LinuxApplications applications_;
   LinuxSystemFacts facts_;
+  LinuxLoginItem loginItem_;
   LinuxDayFiles dayFiles_;
   // Last, so that they end before what their work uses.
   std::shared_ptr<ThreadLane> processLane_;

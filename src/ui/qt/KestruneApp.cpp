@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QSessionManager>
 
+#include "core/Language.h"
 #include "core/Sandbox.h"
 #include "ui/qt/LeafAccessibility.h"
 #include "ui/qt/Surface.h"
@@ -10,13 +11,25 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// The locale for numbers, as the C library chooses it.
-std::string numberLocale(platform::ProcessEnvironment& environment) {
+// The language of the texts with the region of the numbers, as the C library chooses that: "es_US".
+std::string formatLocale(const std::string& language, platform::ProcessEnvironment& environment) {
+  std::string locale;
   for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
-    const auto value = environment.variable(name);
-    if (value && !value->empty()) return *value;
+    locale = environment.variable(name).value_or("");
+    if (!locale.empty()) break;
   }
-  return {};
+  const auto region = locale.find('_');
+  return region == std::string::npos ? language : language + locale.substr(region);
+}
+
+Shell shellOf(platform::Application& application, const platform::Platform& platform,
+              const Preferences& preferences) {
+  const QString version = QCoreApplication::applicationVersion();
+  return {.application = application,
+          .loginItem = platform.loginItem,
+          .language = currentLanguage(preferences, platform.facts.languages()),
+          .version = (version.isEmpty() ? QStringLiteral("1") : version).toStdString() + " (1)",
+          .systemVersion = platform.facts.operatingSystemVersion()};
 }
 
 QIcon programIcon(Theme& theme) {
@@ -29,7 +42,9 @@ QIcon programIcon(Theme& theme) {
 
 KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
     : preferences_(platform.preferences),
-      formats_(numberLocale(platform.environment)),
+      shell_(shellOf(*this, platform, preferences_)),
+      formats_(formatLocale(shell_.language, platform.environment)),
+      catalogue_(shell_.language),
       env_(loop, platform, {.preferences = preferences_, .texts = catalogue_, .formats = formats_}),
       theme_(catalogue_),
       isSandboxed_(isSandboxed(platform.environment)),
@@ -53,6 +68,10 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
                                        [this](const QRect& item) { popover().toggle(item); });
   }
 
+  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &connections_,
+                   [this](Qt::ApplicationState state) {
+                     if (state == Qt::ApplicationActive) notifications_.post(didBecomeActiveNotification);
+                   });
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
   // The desktop may end the session without a further word.
   QObject::connect(
@@ -63,7 +82,7 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
 KestruneApp::~KestruneApp() = default;
 
 ViewContext KestruneApp::context() {
-  return {loop_, env_, preferences_, notifications_, formats_, workspace_, isSandboxed_};
+  return {loop_, env_, preferences_, notifications_, formats_, workspace_, shell_, isSandboxed_};
 }
 
 Popover& KestruneApp::popover() {

@@ -48,6 +48,7 @@ class KestruneApp final : public platform::Application {
 
   NotificationCenter notifications_;
   Preferences preferences_;
+  Shell shell_;
   LocaleFormats formats_;
   Catalogue catalogue_;
   AppEnvironment env_;

@@ -1,9 +1,13 @@
 #include "ui/qt/Leaf.h"
 
 #include "ui/qt/BarLeaf.h"
+#include "ui/qt/DayChartLeaf.h"
+#include "ui/qt/IconLeaf.h"
 #include "ui/qt/LineChartLeaf.h"
 #include "ui/qt/RingLeaf.h"
 #include "ui/qt/SegmentedPickerLeaf.h"
+#include "ui/qt/SliderLeaf.h"
+#include "ui/qt/SwitchLeaf.h"
 #include "ui/qt/SymbolLeaf.h"
 #include "ui/qt/TextLeaf.h"
 
@@ -17,6 +21,10 @@ struct Maker {
   Leaf* operator()(const TextContent&) const { return new TextLeaf(theme, parent); }
   Leaf* operator()(const SymbolContent&) const { return new SymbolLeaf(theme, parent); }
   Leaf* operator()(const ImageContent&) const { return new ImageLeaf(theme, parent); }
+  Leaf* operator()(const IconContent&) const { return new IconLeaf(theme, parent); }
+  Leaf* operator()(const SwitchContent&) const { return new SwitchLeaf(theme, parent); }
+  Leaf* operator()(const SliderContent&) const { return new SliderLeaf(theme, parent); }
+  Leaf* operator()(const DayChartContent&) const { return new DayChartLeaf(theme, parent); }
   Leaf* operator()(const DividerContent&) const { return new DividerLeaf(theme, parent); }
   Leaf* operator()(const LineChartContent&) const { return new LineChartLeaf(theme, parent); }
   Leaf* operator()(const BarContent&) const { return new BarLeaf(theme, parent); }

@@ -40,9 +40,9 @@ class Leaf : public QWidget {
   Theme& theme_;
 };
 
-// Makes what shows text, symbols, images, dividers, line charts, bars, rings and segmented pickers; nothing
-// for a kind of view that is no leaf. `show` must be called before anything else. Owned by `parent`. The
-// theme must outlive it.
+// Makes what shows text, symbols, images, icons, dividers, charts, bars, rings, pickers, switches and
+// sliders; nothing for a kind of view that is no leaf. `show` must be called before anything else. Owned by
+// `parent`. The theme must outlive it.
 Leaf* makeLeaf(const Content& content, Theme& theme, QWidget* parent);
 
 }  // namespace kestrune::ui::qt

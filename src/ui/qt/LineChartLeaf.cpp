@@ -1,12 +1,16 @@
 #include "ui/qt/LineChartLeaf.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
+#include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include "ui/qt/LinePainter.h"
 #include "ui/qt/Theme.h"
+#include "ui/qt/ToolTip.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -32,10 +36,59 @@ LineChartLeaf::LineChartLeaf(Theme& theme, QWidget* parent)
 bool LineChartLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);
   const auto& next = std::get<LineChartContent>(content);
-  if (next == content_) return false;
+  const bool looksTheSame = next == content_;
   content_ = next;
+  setMouseTracking(content_.readOut != nullptr);
+  if (!content_.readOut) pointer_.reset();
+  if (looksTheSame) return false;
   update();
+  if (pointer_ && QToolTip::isVisible()) sayPoint();
   return false;
+}
+
+std::size_t LineChartLeaf::pointCount() const {
+  std::size_t count = 0;
+  for (const auto& line : content_.lines) count = std::max(count, line.heights.size());
+  return count;
+}
+
+std::optional<std::size_t> LineChartLeaf::pointedAt() const {
+  const std::size_t count = pointCount();
+  if (!pointer_ || count < 2 || width() <= 0) return std::nullopt;
+  const double place = static_cast<double>(std::clamp(pointer_->x(), 0, width())) / width();
+  return static_cast<std::size_t>(std::lround(place * static_cast<double>(count - 1)));
+}
+
+void LineChartLeaf::mouseMoveEvent(QMouseEvent* event) {
+  event->ignore();
+  if (!content_.readOut) return;
+  const auto before = pointedAt();
+  pointer_ = event->position().toPoint();
+  if (pointedAt() == before) return;
+  update();
+  sayPoint();
+}
+
+void LineChartLeaf::leaveEvent(QEvent* event) {
+  if (pointer_) {
+    pointer_.reset();
+    update();
+    QToolTip::hideText();
+  }
+  FillingLeaf::leaveEvent(event);
+}
+
+void LineChartLeaf::sayPoint() {
+  const auto point = pointedAt();
+  QString said;
+  if (point) {
+    for (const TextContent& part : content_.readOut(*point)) said += theme().text(part);
+  }
+  if (said.isEmpty()) {
+    QToolTip::hideText();
+    return;
+  }
+  QToolTip::showText(mapToGlobal(*pointer_), plainToolTip(said), this);
 }
 
 void LineChartLeaf::paint(QPainter& painter) {
@@ -54,6 +107,23 @@ void LineChartLeaf::paint(QPainter& painter) {
   }
   image.setDevicePixelRatio(scale);
   painter.drawImage(QPointF(0, 0), image);
+  if (const auto point = pointedAt()) paintMark(painter, *point);
+}
+
+void LineChartLeaf::paintMark(QPainter& painter, std::size_t point) const {
+  constexpr double hairlineOpacity = 0.35;
+  constexpr double dotRadius = 2.5;
+  const double x = this->width() * static_cast<double>(point) / static_cast<double>(pointCount() - 1);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color(Color(ColorRole::primary, hairlineOpacity)), 1));
+  painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+  painter.setPen(Qt::NoPen);
+  for (const auto& line : content_.lines) {
+    if (line.heights.size() != pointCount()) continue;
+    const double value = line.heights[point];
+    painter.setBrush(color(line.color));
+    painter.drawEllipse(QPointF(x, height() * (1 - (std::isnan(value) ? 0 : value))), dotRadius, dotRadius);
+  }
 }
 
 }  // namespace kestrune::ui::qt

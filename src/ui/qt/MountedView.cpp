@@ -5,7 +5,9 @@
 #include <QScrollArea>
 #include <QVariantAnimation>
 
+#include "ui/qt/Dialogs.h"
 #include "ui/qt/Panes.h"
+#include "ui/qt/RowsPane.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ToolTip.h"
 #include "ui/qt/Transitions.h"
@@ -76,6 +78,11 @@ MountedView::~MountedView() {
   for (Root* pane : panes_) pane->setContent(nullptr);
   children_.clear();
   if (menu_) menu_->close();
+  if (dialog_) {
+    dialog_->disconnect();
+    dialog_->hide();
+    dialog_->deleteLater();
+  }
   if (widget_) {
     // It may be in the middle of handling an event, but shall call nobody any more.
     if (surface_ != nullptr) surface_->setBehaviour({});
@@ -89,10 +96,10 @@ bool MountedView::wantsSurface(const View& view) const {
       view.as<MenuContent>() != nullptr) {
     return true;
   }
-  if (leaf_ != nullptr || !view.traits) return false;
+  if (leaf_ != nullptr || rows_ != nullptr || !view.traits) return false;
   const Traits& traits = *view.traits;
   return traits.onTap || traits.onHover || traits.help || traits.isAccessibilityElement ||
-         traits.accessibilityLabel || traits.transition != Transition::none;
+         traits.accessibilityLabel || !traits.contextMenu.empty() || traits.transition != Transition::none;
 }
 
 bool MountedView::canShow(const View& next) const {
@@ -104,6 +111,10 @@ void MountedView::mount() {
   if (leaf_ != nullptr) {
     widget_ = leaf_;
     node_.setMeasure([this](Proposal proposal) { return leaf_->measure(proposal); });
+  } else if (view_->as<RowsContent>() != nullptr) {
+    rows_ = new RowsPane(context_, &parent_);
+    widget_ = rows_;
+    node_.setMeasure([this](Proposal proposal) { return rows_->measure(proposal); });
   } else if (view_->as<ScrollContent>() != nullptr) {
     auto* pane = new ScrollPane(context_, &parent_);
     widget_ = pane;
@@ -125,6 +136,7 @@ void MountedView::mount() {
     updateChildren(view_->children);
   }
   if (widget_) widget_->show();
+  openOwnDialog();
   followPulse();
   isMounted_ = true;
 }
@@ -187,9 +199,16 @@ void MountedView::refreshOwnWidget() {
     const auto& help = traitsOf(*view_).help;
     const QString toolTip = help ? plainToolTip(context_.theme.text(*help)) : QString();
     if (leaf_->toolTip() != toolTip) leaf_->setToolTip(toolTip);
+  } else if (rows_ != nullptr) {
+    if (rows_->show(std::get<RowsContent>(view_->content), passedOn())) node_.invalidate();
   } else if (surface_ != nullptr) {
     refreshSurface();
   }
+}
+
+void MountedView::openOwnDialog() {
+  dialog_ = openDialog(
+      view_->content, [this] { return &view_->content; }, context_.theme, parent_);
 }
 
 void MountedView::refreshSurface() {
@@ -215,8 +234,10 @@ Surface::Behaviour MountedView::surfaceBehaviour() {
   }
   if (view_->as<MenuContent>() != nullptr) {
     behaviour.role = Surface::Role::menu;
-    behaviour.onTap = [this] { openMenu(); };
+    behaviour.onTap = [this] { openMenu(surface_->mapToGlobal(surface_->rect().bottomLeft())); };
   }
+  if (!traits.contextMenu.empty()) behaviour.onContextMenu = [this](QPoint place) { openMenu(place); };
+  behaviour.takesFocus = behaviour.onTap && !inherited_.isInRows;
   behaviour.hidesChildren = traits.isAccessibilityElement || behaviour.onTap;
   if (traits.help) behaviour.toolTip = context_.theme.text(*traits.help);
   if (traits.accessibilityLabel) {
@@ -229,12 +250,15 @@ Surface::Behaviour MountedView::surfaceBehaviour() {
   return behaviour;
 }
 
-void MountedView::openMenu() {
-  const auto* content = view_->as<MenuContent>();
-  if (content == nullptr) return;
+const std::vector<MenuItem>& MountedView::menuItems() const {
+  const auto* menu = view_->as<MenuContent>();
+  return menu != nullptr ? menu->items : traitsOf(*view_).contextMenu;
+}
+
+void MountedView::openMenu(QPoint place) {
   menu_ = new QMenu(surface_);
   menu_->setAttribute(Qt::WA_DeleteOnClose);
-  for (const MenuItem& item : content->items) {
+  for (const MenuItem& item : menuItems()) {
     if (item.isSeparator) {
       menu_->addSeparator();
       continue;
@@ -244,15 +268,14 @@ void MountedView::openMenu() {
                      context_.theme.text(item.title).replace(u'&', QStringLiteral("&&")), surface_,
                      [this, title = item.title] { chooseMenuItem(title); });
   }
-  menu_->popup(surface_->mapToGlobal(surface_->rect().bottomLeft()));
+  menu_->popup(place);
 }
 
 void MountedView::chooseMenuItem(const TextContent& title) {
-  const auto* content = view_->as<MenuContent>();
-  if (content == nullptr) return;
+  const auto& items = menuItems();
   const auto item = std::ranges::find_if(
-      content->items, [&](const MenuItem& each) { return !each.isSeparator && each.title == title; });
-  if (item == content->items.end() || !item->action) return;
+      items, [&](const MenuItem& each) { return !each.isSeparator && each.title == title; });
+  if (item == items.end() || !item->action) return;
   const auto action = item->action;
   action();
 }

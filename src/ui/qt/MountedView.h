@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include <QDialog>
 #include <QMenu>
 #include <QPoint>
 #include <QPointer>
@@ -21,6 +22,7 @@ class QVariantAnimation;
 namespace kestrune::ui::qt {
 
 class Root;
+class RowsPane;
 class Theme;
 
 // What every mounted view of one window shares.
@@ -38,6 +40,7 @@ struct Inherited {
   std::optional<Color> backdrop;  // the even colour behind
   bool isAccessibilityHidden = false;
   bool isEnabled = true;
+  bool isInRows = false;  // what lies there takes no focus of its own
   int depth = 0;
 
   friend bool operator==(const Inherited&, const Inherited&) = default;
@@ -87,8 +90,10 @@ class MountedView final : public Evaluated {
   void enter();
   void leave();
   Surface::Behaviour surfaceBehaviour();
-  void openMenu();
+  const std::vector<MenuItem>& menuItems() const;
+  void openMenu(QPoint place);
   void chooseMenuItem(const TextContent& title);
+  void openOwnDialog();
 
   MountContext& context_;
   Root& root_;
@@ -98,6 +103,8 @@ class MountedView final : public Evaluated {
   LayoutNode node_;
   QPointer<QWidget> widget_;
   QPointer<QMenu> menu_;  // while it is open
+  QPointer<QDialog> dialog_;
+  RowsPane* rows_ = nullptr;
   Leaf* leaf_ = nullptr;
   Surface* surface_ = nullptr;
   std::vector<std::unique_ptr<MountedView>> children_;
@@ -129,6 +136,8 @@ class Root : public QWidget {
   // Arranges the content anew if something in it has changed its size or `always` is set.
   void layOut(bool always = false);
   void noteStructureChange() { structureChanged_ = true; }
+  // The even colour behind the content; without one, what lies behind this is seen.
+  void setFill(const std::optional<Color>& fill);
   int heightForWidth(int width) const override;
 
  protected:
@@ -139,6 +148,7 @@ class Root : public QWidget {
   MountContext& context_;
   Sizing sizing_;
   MountedView* content_ = nullptr;
+  std::optional<Color> fill_ = Color(ColorRole::window);
   bool structureChanged_ = true;
   int wantedHeight_ = -1;
 };

@@ -56,6 +56,11 @@ Root::~Root() {
   std::erase(context_.roots, this);
 }
 
+void Root::setFill(const std::optional<Color>& fill) {
+  fill_ = fill;
+  setAttribute(Qt::WA_OpaquePaintEvent, fill.has_value());
+}
+
 int Root::heightForWidth(int width) const {
   if (content_ == nullptr) return 0;
   return qRound(content_->node().measure({static_cast<double>(width), std::nullopt}).height);
@@ -85,8 +90,9 @@ void Root::resizeEvent(QResizeEvent*) {
 }
 
 void Root::paintEvent(QPaintEvent* event) {
+  if (!fill_) return;
   QPainter painter(this);
-  painter.fillRect(event->rect(), context_.theme.color(ColorRole::window));
+  painter.fillRect(event->rect(), context_.theme.color(*fill_));
 }
 
 }  // namespace kestrune::ui::qt

@@ -1,6 +1,9 @@
 #include "ui/qt/Surface.h"
 
+#include <utility>
+
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -47,7 +50,7 @@ void Surface::setLook(const Look& look) {
 
 void Surface::setBehaviour(Behaviour behaviour) {
   const bool isReachable = static_cast<bool>(behaviour.onTap);
-  setFocusPolicy(isReachable ? Qt::StrongFocus : Qt::NoFocus);
+  setFocusPolicy(behaviour.takesFocus ? Qt::StrongFocus : Qt::NoFocus);
   setAttribute(Qt::WA_Hover, isReachable || behaviour.onHover);
   if (behaviour.toolTip != behaviour_.toolTip) setToolTip(plainToolTip(behaviour.toolTip));
   if (behaviour.accessibleName != behaviour_.accessibleName) setAccessibleName(behaviour.accessibleName);
@@ -65,6 +68,23 @@ void Surface::tap() {
   // The action may replace it.
   const auto action = behaviour_.onTap;
   if (action && isEnabled()) action();
+}
+
+void Surface::openContextMenu(QPoint onScreen) {
+  const auto action = behaviour_.onContextMenu;
+  if (action) action(onScreen);
+}
+
+void Surface::setMarked(bool isMarked) {
+  if (std::exchange(showsFocus_, isMarked) != isMarked) update();
+}
+
+void Surface::contextMenuEvent(QContextMenuEvent* event) {
+  if (behaviour_.onContextMenu) {
+    openContextMenu(event->globalPos());
+  } else {
+    event->ignore();
+  }
 }
 
 bool Surface::event(QEvent* event) {

@@ -32,6 +32,8 @@ class Surface : public QWidget {
     QString toolTip;
     std::function<void()> onTap;
     std::function<void(bool inside)> onHover;
+    std::function<void(QPoint onScreen)> onContextMenu;
+    bool takesFocus = false;
   };
 
   Surface(Theme& theme, QWidget* parent);
@@ -43,6 +45,10 @@ class Surface : public QWidget {
   // How far the widget reaches past the view's bounds, for a shadow.
   QMargins outset() const { return outset_; }
   void tap();
+  void openContextMenu(QPoint onScreen);
+  // Shown as the one that the keyboard is at, without having the focus.
+  void setMarked(bool isMarked);
+  bool isMarked() const { return showsFocus_; }
 
  protected:
   bool event(QEvent* event) override;
@@ -50,6 +56,7 @@ class Surface : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 

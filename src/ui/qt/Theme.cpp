@@ -5,6 +5,8 @@
 
 #include <QGuiApplication>
 
+#include "texts/TextFormat.h"
+
 namespace kestrune::ui::qt {
 namespace {
 
@@ -90,9 +92,13 @@ std::optional<double> Theme::digitCell(const Font& font) {
 }
 
 QString Theme::text(const TextContent& content) const {
-  const std::string_view shown =
-      content.isKey ? catalogue_.text(content.string) : std::string_view(content.string);
-  return QString::fromUtf8(shown.data(), static_cast<qsizetype>(shown.size()));
+  if (!content.isKey) return QString::fromStdString(content.string);
+  const std::string_view shown = catalogue_.text(content.string);
+  if (content.arguments.empty()) {
+    return QString::fromUtf8(shown.data(), static_cast<qsizetype>(shown.size()));
+  }
+  const std::vector<TextArgument> arguments(content.arguments.begin(), content.arguments.end());
+  return QString::fromStdString(formatText(shown, arguments));
 }
 
 QPixmap Theme::symbol(const std::string& name, double size, const QColor& color, double devicePixelRatio) {

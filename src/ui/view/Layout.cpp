@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t measurementsKept = 8;
 constexpr double chartIdealLength = 10;
+constexpr double iconIdealLength = 24;
 
 struct ArrangementOf {
   Arrangement operator()(const std::monostate&) const { return {}; }
@@ -18,6 +19,13 @@ struct ArrangementOf {
   Arrangement operator()(const SymbolContent&) const { return OwnSize{}; }
   Arrangement operator()(const ImageContent&) const { return OwnSize{}; }
   Arrangement operator()(const SegmentedPickerContent&) const { return OwnSize{}; }
+  Arrangement operator()(const SwitchContent&) const { return OwnSize{}; }
+  Arrangement operator()(const SliderContent&) const { return OwnSize{}; }
+  Arrangement operator()(const RowsContent&) const { return OwnSize{}; }
+  Arrangement operator()(const IconContent&) const { return FillsOffer{iconIdealLength}; }
+  Arrangement operator()(const DayChartContent&) const { return FillsOffer{chartIdealLength}; }
+  Arrangement operator()(const AlertContent&) const { return {}; }
+  Arrangement operator()(const FileExportContent&) const { return {}; }
   Arrangement operator()(const LineChartContent&) const { return FillsOffer{chartIdealLength}; }
   Arrangement operator()(const BarContent&) const { return FillsOffer{chartIdealLength}; }
   Arrangement operator()(const RingContent&) const { return FillsOffer{chartIdealLength}; }

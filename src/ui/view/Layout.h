@@ -45,7 +45,7 @@ struct LeafMetrics {
 enum class Axis : std::uint8_t { horizontal, vertical };
 
 // What of a view's content the arrangement depends on. Of the kinds that are not named here, text, symbols,
-// images and pickers have a size of their own, and backgrounds, buttons and components are as large as their
+// images and controls have a size of their own, and backgrounds, buttons and components are as large as their
 // one child.
 struct OwnSize {
   friend bool operator==(OwnSize, OwnSize) = default;

@@ -51,6 +51,11 @@ View View::withLineLimit(int lines) && {
   return std::move(*this);
 }
 
+View View::withReadOut(ReadOut readOut) && {
+  if (auto* chart = std::get_if<LineChartContent>(&content)) chart->readOut = std::move(readOut);
+  return std::move(*this);
+}
+
 View View::evenlyTall() && {
   if (auto* stack = std::get_if<HStackContent>(&content)) stack->isEvenlyTall = true;
   return std::move(*this);
@@ -141,6 +146,10 @@ View View::onHover(std::function<void(bool)> action) && {
   return withTraits(std::move(*this), [&](Traits& changed) { changed.onHover = std::move(action); });
 }
 
+View View::contextMenu(std::vector<MenuItem> items) && {
+  return withTraits(std::move(*this), [&](Traits& changed) { changed.contextMenu = std::move(items); });
+}
+
 View View::pulse(Pulse pulse) && {
   return withTraits(std::move(*this), [&](Traits& changed) { changed.pulse = pulse; });
 }
@@ -151,6 +160,12 @@ View View::transition(Transition transition) && {
 
 TextContent key(std::string text) {
   return {std::move(text), true, 0};
+}
+
+TextContent keyWith(std::string text, std::vector<std::string> arguments) {
+  TextContent content = key(std::move(text));
+  content.arguments = std::move(arguments);
+  return content;
 }
 
 TextContent verbatimText(std::string text) {
@@ -201,6 +216,18 @@ View segmentedPicker(std::vector<TextContent> labels, int selected, std::functio
   return View(SegmentedPickerContent{std::move(labels), selected, std::move(onSelect)});
 }
 
+View icon(std::string name, std::string fallbackSymbol) {
+  return View(IconContent{std::move(name), std::move(fallbackSymbol)});
+}
+
+View toggle(TextContent label, bool isOn, std::function<void(bool)> onChange) {
+  return View(SwitchContent{isOn, std::move(onChange)}).accessibilityLabel(std::move(label));
+}
+
+View slider(TextContent label, SliderContent of) {
+  return View(std::move(of)).accessibilityLabel(std::move(label));
+}
+
 View hstack(double spacing, VerticalAlignment alignment, std::vector<View> children) {
   return View(HStackContent{spacing, alignment}, std::move(children));
 }
@@ -229,6 +256,10 @@ View scroll(View content) {
   View view(ScrollContent{});
   view.children.push_back(std::move(content));
   return view;
+}
+
+View rows(RowsContent of) {
+  return View(std::move(of));
 }
 
 View split(double sidebarMinWidth, double sidebarIdealWidth, View sidebar, View detail) {

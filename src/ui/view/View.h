@@ -19,6 +19,8 @@
 // evaluation and compared with the one before; only differences reach the screen.
 namespace kestrune::ui {
 
+struct View;
+
 // ---- what a view can be
 // -------------------------------------------------------------------------------------
 
@@ -26,8 +28,9 @@ namespace kestrune::ui {
 struct TextContent {
   std::string string;
   bool isKey = true;
-  int lineLimit =
-      0;  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip
+  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip.
+  int lineLimit = 0;
+  std::vector<std::string> arguments;  // of a key: what stands in the place of each "%@"
   friend bool operator==(const TextContent&, const TextContent&) = default;
 };
 
@@ -43,6 +46,14 @@ struct ImageContent {
   friend bool operator==(const ImageContent&, const ImageContent&) = default;
 };
 
+// An application's icon: a name in the desktop's icon theme, or the path of a picture. Where there is none,
+// the symbol stands for it, as large as the font in force.
+struct IconContent {
+  std::string name;
+  std::string fallbackSymbol;
+  friend bool operator==(const IconContent&, const IconContent&) = default;
+};
+
 struct SpacerContent {
   double minLength = 8;
   friend bool operator==(const SpacerContent&, const SpacerContent&) = default;
@@ -52,6 +63,9 @@ struct SpacerContent {
 struct DividerContent {
   friend bool operator==(const DividerContent&, const DividerContent&) = default;
 };
+
+// What a chart says of one of its points, put together without blanks; nothing: it says nothing.
+using ReadOut = std::function<std::vector<TextContent>(std::size_t point)>;
 
 // Lines over a common width: point i of n lies at x = i·w/(n−1), y = h − h·heights[i]. A line of fewer than
 // two points is not drawn. Later lines lie in front. Fills the space it is given.
@@ -63,7 +77,12 @@ struct LineChartContent {
   };
   std::vector<Line> lines;
   double lineWidth = 1.5;
-  friend bool operator==(const LineChartContent&, const LineChartContent&) = default;
+  // Said of the point where the pointer rests. The points of all lines that are drawn are told by it.
+  ReadOut readOut;
+  // Whether both look the same.
+  friend bool operator==(const LineChartContent& one, const LineChartContent& other) {
+    return one.lines == other.lines && one.lineWidth == other.lineWidth;
+  }
 };
 
 // A track with a filled part that starts at the leading edge, both with rounded corners. Fills the space it
@@ -87,6 +106,31 @@ struct RingContent {
   friend bool operator==(const RingContent&, const RingContent&) = default;
 };
 
+// What is drawn for each of a row of days, over a common scale from 0 up. Fills the space it is given.
+struct DayChartContent {
+  enum class Mark : std::uint8_t {
+    area,  // from 0 to the figure
+    line,
+    bars,  // on top of those of the series before
+  };
+  struct Series {
+    Mark mark = Mark::line;
+    std::vector<std::optional<double>> figures;  // one for each day; absent: a gap
+    Color color;
+    friend bool operator==(const Series&, const Series&) = default;
+  };
+  std::vector<TextContent> days;  // what the axis says, one for each day
+  std::vector<Series> series;     // the later ones in front
+  // The scale's lines lie at round multiples of this.
+  double scaleUnit = 1;
+  std::function<std::string(double)> scaleText;
+  ReadOut readOut;  // said of the day where the pointer rests
+  // Whether both look the same.
+  friend bool operator==(const DayChartContent& one, const DayChartContent& other) {
+    return one.days == other.days && one.series == other.series && one.scaleUnit == other.scaleUnit;
+  }
+};
+
 // One child: the label. No border of its own; shows focus, hover and press.
 struct ButtonContent {
   std::function<void()> action;
@@ -108,6 +152,42 @@ struct SegmentedPickerContent {
   std::vector<TextContent> labels;
   int selected = 0;
   std::function<void(int index)> onSelect;
+};
+
+struct SwitchContent {
+  bool isOn = false;
+  std::function<void(bool isOn)> onChange;
+};
+
+// A number between two limits, in steps from the lower one. As wide as it is offered.
+struct SliderContent {
+  double value = 0;
+  double least = 0;
+  double most = 1;
+  double step = 1;
+  std::function<void(double value)> onChange;
+};
+
+// While it stands in the tree, a question is open over the window. It takes no space.
+struct AlertContent {
+  struct Choice {
+    TextContent title;
+    bool isDestructive = false;
+    bool isCancel = false;  // what closing the question means
+    std::function<void()> action;
+  };
+  TextContent title;
+  TextContent message;
+  std::vector<Choice> choices;
+};
+
+// While it stands in the tree, the desktop's dialog asks where to write a file. It takes no space.
+struct FileExportContent {
+  std::string fileName;   // as it is proposed, with its extension
+  TextContent fileKind;   // what such files are called
+  std::string extension;  // "csv"
+  std::string content;
+  std::function<void()> onEnd;  // whatever has come of it
 };
 
 struct HStackContent {
@@ -181,6 +261,15 @@ struct ScrollContent {
   friend bool operator==(const ScrollContent&, const ScrollContent&) = default;
 };
 
+// Rows of one height below each other, made as they come into sight; for long lists in a scroll view. To the
+// keyboard the whole is one stop, and a row is tapped where it stands.
+struct RowsContent {
+  std::size_t count = 0;
+  double rowHeight = 1;                        // whole pixels
+  std::function<View(std::size_t index)> row;  // the same kind of view for each
+  std::function<void()> onBack;                // at the backspace key
+};
+
 // Two children: a sidebar whose width the user can drag, and the detail beside it.
 struct SplitContent {
   double sidebarMinWidth = 0;
@@ -196,11 +285,13 @@ struct ComponentContent {
   std::function<void(Component&)> update;
 };
 
-using Content = std::variant<std::monostate, TextContent, SymbolContent, ImageContent, SpacerContent,
-                             DividerContent, LineChartContent, BarContent, RingContent, ButtonContent,
-                             MenuContent, SegmentedPickerContent, HStackContent, VStackContent, ZStackContent,
-                             AdaptiveGridContent, ColumnsContent, FirstFitContent, PaddingContent,
-                             FrameContent, BackgroundContent, ScrollContent, SplitContent, ComponentContent>;
+using Content =
+    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, IconContent, SpacerContent,
+                 DividerContent, LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent,
+                 MenuContent, SegmentedPickerContent, SwitchContent, SliderContent, AlertContent,
+                 FileExportContent, HStackContent, VStackContent, ZStackContent, AdaptiveGridContent,
+                 ColumnsContent, FirstFitContent, PaddingContent, FrameContent, BackgroundContent,
+                 ScrollContent, RowsContent, SplitContent, ComponentContent>;
 
 // ---- what any view can have
 // ---------------------------------------------------------------------------------
@@ -226,6 +317,7 @@ struct Traits {
   bool isDisabled = false;
   std::function<void()> onTap;  // makes the view reachable by keyboard, and pressable
   std::function<void(bool inside)> onHover;
+  std::vector<MenuItem> contextMenu;
   std::optional<Pulse> pulse;
   Transition transition = Transition::none;
 };
@@ -261,8 +353,9 @@ struct View {
   View withForeground(Color color) &&;
   View withOpacity(double factor) &&;
   View withKey(std::string identity) &&;
-  View withLineLimit(int lines) &&;  // of a text
-  View evenlyTall() &&;              // of a horizontal stack
+  View withLineLimit(int lines) &&;      // of a text
+  View evenlyTall() &&;                  // of a horizontal stack
+  View withReadOut(ReadOut readOut) &&;  // of a chart
 
   View padding(double allEdges) &&;
   View padding(Insets insets) &&;
@@ -284,6 +377,7 @@ struct View {
   View disabled(bool isDisabled) &&;
   View onTap(std::function<void()> action) &&;
   View onHover(std::function<void(bool inside)> action) &&;
+  View contextMenu(std::vector<MenuItem> items) &&;
   View pulse(Pulse pulse) &&;
   View transition(Transition transition) &&;
 };
@@ -293,17 +387,22 @@ struct View {
 
 TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
+TextContent keyWith(std::string text, std::vector<std::string> arguments);
 
 View text(std::string key);
 View verbatim(std::string data);
 View symbol(std::string name);
 View image(std::string name);
+View icon(std::string name, std::string fallbackSymbol);
 View spacer(double minLength = 8);
 View divider();
 View lineChart(std::vector<LineChartContent::Line> lines, double lineWidth);
 View button(View label, std::function<void()> action);
 View menu(View label, std::vector<MenuItem> items);
 View segmentedPicker(std::vector<TextContent> labels, int selected, std::function<void(int)> onSelect);
+// `label`: what assistive tools call the control.
+View toggle(TextContent label, bool isOn, std::function<void(bool)> onChange);
+View slider(TextContent label, SliderContent of);
 View hstack(double spacing, VerticalAlignment alignment, std::vector<View> children);
 View vstack(double spacing, HorizontalAlignment alignment, std::vector<View> children);
 View zstack(Alignment alignment, std::vector<View> children);
@@ -311,6 +410,7 @@ View adaptiveGrid(double minColumnWidth, double spacing, std::vector<View> child
 View columns(int count, double spacing, std::vector<View> children, std::vector<int> spans = {});
 View firstFit(std::vector<View> arrangements);
 View scroll(View content);
+View rows(RowsContent of);
 View split(double sidebarMinWidth, double sidebarIdealWidth, View sidebar, View detail);
 // A symbol and a title beside it.
 View label(std::string key, std::string symbolName);

@@ -8,6 +8,7 @@
 #include "TemporaryFolder.h"
 #include "platform/linux/DataDirectory.h"
 #include "platform/linux/LinuxDayFiles.h"
+#include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "support/ScriptedPlatform.h"
 
@@ -99,7 +100,8 @@ TEST(SystemFactsTest, theBootTimeIsTheKernels) {
     if (word == "btime") file >> kernels;
   }
   if (kernels == 0) GTEST_SKIP() << "/proc/stat doesn't tell";
-  const auto own = LinuxSystemFacts().bootTime();
+  LinuxProcessEnvironment environment;
+  const auto own = LinuxSystemFacts("/", environment).bootTime();
   ASSERT_TRUE(own);
   EXPECT_LE(std::abs(*own - kernels), 1);
 }

@@ -1,5 +1,6 @@
 #include <QMouseEvent>
 #include <QProxyStyle>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include "LeafSupport.h"
@@ -112,6 +113,33 @@ TEST(LeafRing, DrawsItsArcClockwiseFromTheTop) {
   stage.put(ring(-1), 100, 100);
   for (const QPoint& place : {right, bottom, left, QPoint(50, 4)})
     EXPECT_FALSE(isBlue(stage.picture().pixelColor(place)));
+}
+
+TEST(LeafLineChart, TellsTheNearestPoint) {
+  LeafStage stage;
+  LineChartContent chart{.lines = {{{0, 0.5, 1}, gray}}, .readOut = [](std::size_t point) {
+                           return std::vector{key("point "), verbatimText(std::to_string(point))};
+                         }};
+  Leaf& leaf = stage.put(chart, 100, 20);
+  stage.showWindow();
+  const auto point = [&leaf](int x) {
+    QMouseEvent event(QEvent::MouseMove, QPointF(x, 5), leaf.mapToGlobal(QPointF(x, 5)), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&leaf, &event);
+    return QToolTip::text().toStdString();
+  };
+  EXPECT_EQ(point(1), "point 0");
+  EXPECT_EQ(point(60), "point 1");
+  const QImage marked = stage.picture();
+  EXPECT_NE(marked.pixelColor(50, 2), QColor(Qt::white));
+  EXPECT_EQ(marked.pixelColor(25, 2), QColor(Qt::white));
+
+  chart.lines[0].heights = {0, 1};
+  leaf.show(chart, {});
+  EXPECT_EQ(QToolTip::text().toStdString(), "point 1") << "follows the figures under a pointer at rest";
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&leaf, &leave);
+  EXPECT_EQ(stage.picture().pixelColor(50, 2), QColor(Qt::white));
 }
 
 TEST(LeafLineChart, DrawsFromEdgeToEdgeAndRepaintsOnlyForAChange) {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "alerts/TextFormat.h"
+#include "texts/TextFormat.h"
 
 namespace kestrune {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace kestrune {
 
@@ -14,6 +14,6 @@ using TextArgument = std::variant<std::string, std::int64_t, double>;
 // digits after a point, "%%" a percent sign. A translation may put them into another order: "%2$@". Formats
 // are data, so that no mistake in one can do harm: what can't be read, or has no argument, stands as it is,
 // and an argument of another kind than the format says is written all the same.
-std::string formatText(std::string_view format, std::initializer_list<TextArgument> arguments);
+std::string formatText(std::string_view format, const std::vector<TextArgument>& arguments);
 
 }  // namespace kestrune

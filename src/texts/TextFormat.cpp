@@ -1,4 +1,4 @@
-#include "alerts/TextFormat.h"
+#include "texts/TextFormat.h"
 
 #include <algorithm>
 #include <charconv>
@@ -68,7 +68,7 @@ struct ArgumentWriter {
 
 }  // namespace
 
-std::string formatText(std::string_view format, std::initializer_list<TextArgument> arguments) {
+std::string formatText(std::string_view format, const std::vector<TextArgument>& arguments) {
   std::string text;
   std::size_t next = 1;
   for (;;) {
@@ -84,7 +84,7 @@ std::string formatText(std::string_view format, std::initializer_list<TextArgume
       position = specifier->position != 0 ? specifier->position : next++;
     }
     if (position >= 1 && position <= arguments.size()) {
-      std::visit(ArgumentWriter{text, specifier->fractionDigits}, arguments.begin()[position - 1]);
+      std::visit(ArgumentWriter{text, specifier->fractionDigits}, arguments[position - 1]);
     } else {
       text += specifier && specifier->conversion == '%' ? "%" : format.substr(0, length);
     }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "platform/LoginItem.h"
+
+namespace kestrune::linux_platform {
+
+// An entry in the user's autostart folder, which sessions start programs from. One that says so itself, as
+// the tools of desktops have it say, is off. Where it is on but names another place than this program's, it
+// is brought up to date at the next look.
+class LinuxLoginItem final : public platform::LoginItem {
+ public:
+  // `configDirectory`: the user's folder for settings; empty: there is none. `program`: the path to start.
+  LinuxLoginItem(const std::string& configDirectory, std::string program);
+
+  bool isEnabled() override;
+  std::optional<std::string> registerItem() override;
+  std::optional<std::string> unregisterItem() override;
+
+ private:
+  std::string path_;
+  std::string program_;
+};
+
+}  // namespace kestrune::linux_platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Application.h"
+#include "platform/LoginItem.h"
+
+namespace kestrune::ui {
+
+// Posted, without an object, when the program has come to the front.
+inline constexpr std::string_view didBecomeActiveNotification = "Kestrune.didBecomeActive";
+
+// The program around the views, as the settings show and change it.
+struct Shell {
+  platform::Application& application;
+  platform::LoginItem& loginItem;
+  std::string language;       // the one that is spoken: "en" or "es"
+  std::string version;        // "1.2.0 (45)"
+  std::string systemVersion;  // of the operating system
+};
+
+}  // namespace kestrune::ui
