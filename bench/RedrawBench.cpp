@@ -34,7 +34,8 @@ struct Page {
   Catalogue catalogue;
   AppEnvironment env{computer.loop, computer.platform, {preferences, catalogue, formats}};
   test::ScriptedApplication application;
-  ui::Shell shell{application, computer.loginItem, "en", "1", "1"};
+  test::ScriptedPasteboard pasteboard;
+  ui::Shell shell{application, computer.loginItem, pasteboard, "en", "1", "1"};
   ui::ViewContext context{computer.loop,      env,   preferences, notifications, formats,
                           computer.workspace, shell, false};
   std::shared_ptr<Tab> tab = std::make_shared<Tab>(context);

@@ -5,6 +5,7 @@
 
 #include "platform/Application.h"
 #include "platform/LoginItem.h"
+#include "platform/Pasteboard.h"
 
 namespace kestrune::ui {
 
@@ -15,6 +16,7 @@ inline constexpr std::string_view didBecomeActiveNotification = "Kestrune.didBec
 struct Shell {
   platform::Application& application;
   platform::LoginItem& loginItem;
+  platform::Pasteboard& pasteboard;
   std::string language;       // the one that is spoken: "en" or "es"
   std::string version;        // "1.2.0 (45)"
   std::string systemVersion;  // of the operating system

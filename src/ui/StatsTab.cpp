@@ -85,9 +85,9 @@ ReadOut sayDay(std::function<std::string(std::size_t)> title, std::vector<NamedF
   };
 }
 
-// Megabytes are told in gigabytes where they are many; the lines of the scale lie at round figures of either.
+// Megabytes are told in tenths of gigabytes where they are many.
 double dataUnit(double highest) {
-  return highest >= 1024 ? 1024 : 1;
+  return highest >= 1024 ? 102.4 : 1;
 }
 
 }  // namespace
@@ -288,7 +288,7 @@ View StatsTab::memoryCard() const {
   DayChartContent chart{.days = axisDays(),
                         .series = {{Mark::area, peak, Color(ColorRole::purple, areaOpacity)},
                                    {Mark::line, average, ColorRole::purple}},
-                        .scaleUnit = 1,
+                        .scaleUnit = 0.1,
                         .scaleText = gigabytesText,
                         .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
                                           {{"Avg", average}, {"Peak", peak}}, gigabytesText)};

@@ -9,6 +9,7 @@
 
 #include "platform/Application.h"
 #include "platform/DayFileStorage.h"
+#include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
 #include "platform/UserNotifications.h"
@@ -273,6 +274,13 @@ class ScriptedWorkspace final : public platform::Workspace {
   std::vector<std::string> opened;
 
   void openURL(const std::string& url) override { opened.push_back(url); }
+};
+
+class ScriptedPasteboard final : public platform::Pasteboard {
+ public:
+  std::string copied;
+
+  void setText(const std::string& text) override { copied = text; }
 };
 
 class ScriptedApplication final : public platform::Application {

@@ -23,8 +23,10 @@ class ViewFixture : public testing::Test {
   LocaleFormats formats{"en_US"};
   std::optional<AppEnvironment> env;
   ScriptedApplication application;
+  ScriptedPasteboard pasteboard;
   ui::Shell shell{.application = application,
                   .loginItem = computer.loginItem,
+                  .pasteboard = pasteboard,
                   .language = "en",
                   .version = "1.2 (3)",
                   .systemVersion = "Test System 1"};

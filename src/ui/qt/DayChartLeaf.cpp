@@ -46,7 +46,7 @@ double highestOf(const DayChartContent& content) {
 }  // namespace
 
 std::vector<double> roundScale(double highest, double unit) {
-  const double wanted = std::max(highest / unit, 1e-6) / mostSteps;
+  const double wanted = std::max(highest / unit / mostSteps, 1.0);
   const double power = std::pow(10, std::floor(std::log10(wanted)));
   double step = 10 * power;
   for (const double factor : {1.0, 2.0, 5.0}) {
@@ -55,8 +55,9 @@ std::vector<double> roundScale(double highest, double unit) {
     break;
   }
   std::vector<double> scale{0};
-  for (int i = 1; scale.size() < 2 || scale.back() < highest * (1 - 1e-9); ++i)
+  for (int i = 1; scale.size() < 2 || scale.back() < highest * (1 - 1e-9); ++i) {
     scale.push_back(i * step * unit);
+  }
   return scale;
 }
 

@@ -44,8 +44,8 @@ class DayChartLeaf final : public FillingLeaf {
   std::optional<QPoint> pointer_;  // while it is over the chart
 };
 
-// Round figures from 0 to at least `highest`, at most five steps apart, each a multiple of `unit` times 1, 2
-// or 5 and a power of ten. At least two.
+// Round figures from 0 to at least `highest`, at least two and in at most five steps. A step is `unit` times
+// 1, 2 or 5 and a power of ten, and no less than `unit`.
 std::vector<double> roundScale(double highest, double unit);
 
 }  // namespace kestrune::ui::qt

@@ -22,11 +22,12 @@ std::string formatLocale(const std::string& language, platform::ProcessEnvironme
   return region == std::string::npos ? language : language + locale.substr(region);
 }
 
-Shell shellOf(platform::Application& application, const platform::Platform& platform,
-              const Preferences& preferences) {
+Shell shellOf(platform::Application& application, platform::Pasteboard& pasteboard,
+              const platform::Platform& platform, const Preferences& preferences) {
   const QString version = QCoreApplication::applicationVersion();
   return {.application = application,
           .loginItem = platform.loginItem,
+          .pasteboard = pasteboard,
           .language = currentLanguage(preferences, platform.facts.languages()),
           .version = (version.isEmpty() ? QStringLiteral("1") : version).toStdString() + " (1)",
           .systemVersion = platform.facts.operatingSystemVersion()};
@@ -42,7 +43,7 @@ QIcon programIcon(Theme& theme) {
 
 KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
     : preferences_(platform.preferences),
-      shell_(shellOf(*this, platform, preferences_)),
+      shell_(shellOf(*this, clipboard_, platform, preferences_)),
       formats_(formatLocale(shell_.language, platform.environment)),
       catalogue_(shell_.language),
       env_(loop, platform, {.preferences = preferences_, .texts = catalogue_, .formats = formats_}),

@@ -7,6 +7,7 @@
 #include "platform/Application.h"
 #include "platform/Platform.h"
 #include "texts/Catalogue.h"
+#include "ui/qt/Clipboard.h"
 #include "ui/qt/MainWindow.h"
 #include "ui/qt/Popover.h"
 #include "ui/qt/Theme.h"
@@ -48,6 +49,7 @@ class KestruneApp final : public platform::Application {
 
   NotificationCenter notifications_;
   Preferences preferences_;
+  Clipboard clipboard_;
   Shell shell_;
   LocaleFormats formats_;
   Catalogue catalogue_;

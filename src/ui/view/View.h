@@ -121,8 +121,7 @@ struct DayChartContent {
   };
   std::vector<TextContent> days;  // what the axis says, one for each day
   std::vector<Series> series;     // the later ones in front
-  // The scale's lines lie at round multiples of this.
-  double scaleUnit = 1;
+  double scaleUnit = 1;           // the scale's lines lie at round multiples of this, and no closer
   std::function<std::string(double)> scaleText;
   ReadOut readOut;  // said of the day where the pointer rests
   // Whether both look the same.
