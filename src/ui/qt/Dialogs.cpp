@@ -1,9 +1,10 @@
 #include "ui/qt/Dialogs.h"
 
-#include <memory>
+#include <optional>
 #include <utility>
 
 #include <QFileDialog>
+#include <QHash>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -33,24 +34,28 @@ QDialog* openAlert(const AlertContent& alert, const Current& current, const Them
                               QMessageBox::NoButton, parent.window());
   box->setInformativeText(theme.text(alert.message));
   box->setTextFormat(Qt::PlainText);
-  const auto isAnswered = std::make_shared<bool>(false);
-  const auto answer = [current, isAnswered](std::size_t choice) {
-    if (!std::exchange(*isAnswered, true)) choose(current, choice);
-  };
+  QHash<QAbstractButton*, std::size_t> choiceOf;
+  std::optional<std::size_t> cancel;
   for (std::size_t i = 0; i < alert.choices.size(); ++i) {
     const auto& choice = alert.choices[i];
     auto role = QMessageBox::AcceptRole;
     if (choice.isDestructive) role = QMessageBox::DestructiveRole;
     if (choice.isCancel) role = QMessageBox::RejectRole;
     auto* button = box->addButton(plain(theme.text(choice.title)), role);
-    QObject::connect(button, &QAbstractButton::clicked, box, [answer, i] { answer(i); });
-    if (choice.isCancel) {
-      box->setEscapeButton(button);
-      box->setDefaultButton(button);
-      // Closing the window clicks no button.
-      QObject::connect(box, &QMessageBox::finished, box, [answer, i] { answer(i); });
-    }
+    choiceOf.insert(button, i);
+    if (!choice.isCancel) continue;
+    cancel = i;
+    box->setEscapeButton(button);
+    box->setDefaultButton(button);
   }
+  QObject::connect(box, &QMessageBox::finished, box, [box, current, choiceOf, cancel] {
+    const auto clicked = choiceOf.constFind(box->clickedButton());
+    if (clicked != choiceOf.constEnd()) {
+      choose(current, *clicked);
+    } else if (cancel) {  // closed without a click
+      choose(current, *cancel);
+    }
+  });
   box->open();
   return box;
 }
