@@ -12,6 +12,7 @@
 #include "platform/SystemFacts.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
+#include "support/ScriptedFolders.h"
 #include "support/TestClock.h"
 
 // A computer that does what a test tells it.
@@ -274,6 +275,7 @@ class ScriptedPlatform : public TestLoop {
   ScriptedTools tools;
   ScriptedAudio audio;
   ScriptedApplications applications;
+  ScriptedFolders folders;
   ScriptedDayFiles dayFiles;
   ScriptedSystemFacts systemFacts;
   ScriptedNotifications notifications{loop};
@@ -298,6 +300,8 @@ class ScriptedPlatform : public TestLoop {
                                     .audio = audio,
                                     .applications = applications,
                                     .audioLane = lane,
+                                    .folders = folders,
+                                    .folderLane = lane,
                                     .facts = systemFacts,
                                     .dayFiles = dayFiles,
                                     .notifications = notifications,

@@ -12,6 +12,7 @@
 #include "platform/linux/LinuxChip.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDayFiles.h"
+#include "platform/linux/LinuxFolders.h"
 #include "platform/linux/LinuxLocationPermission.h"
 #include "platform/linux/LinuxMemory.h"
 #include "platform/linux/LinuxNetworkInterfaces.h"
@@ -67,12 +68,14 @@ class LinuxPlatform {
   LinuxToolRunner tools_;
   LinuxAudioService audio_;
   LinuxApplications applications_;
+  LinuxFolders folders_;
   LinuxSystemFacts facts_;
   LinuxDayFiles dayFiles_;
   // Last, so that they end before what their work uses.
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;
   std::shared_ptr<ThreadLane> audioLane_;
+  std::shared_ptr<ThreadLane> folderLane_;
 };
 
 }  // namespace kestrune::linux_platform
