@@ -34,6 +34,8 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
       network(std::make_shared<NetworkProvider>(
           loop, NetworkProvider::Services{platform.networkInterfaces, platform.tools, platform.wifi,
                                           platform.location, *platform.connectionLane})),
+      folders(std::make_shared<FolderProvider>(
+          loop, FolderProvider::Services{platform.folders, *platform.folderLane})),
       audio(std::make_shared<AudioProvider>(
           loop, AudioProvider::Services{platform.audio, platform.applications, *platform.audioLane})),
       dayFiles(platform.dayFiles, platform.calendar),

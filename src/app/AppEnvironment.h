@@ -5,6 +5,7 @@
 
 #include "alerts/AlertsMonitor.h"
 #include "core/Preferences.h"
+#include "folders/FolderProvider.h"
 #include "history/DayFiles.h"
 #include "history/HistoricalDataStore.h"
 #include "history/HistoryRecorder.h"
@@ -42,6 +43,7 @@ class AppEnvironment {
   const std::shared_ptr<BatteryProvider> battery;
   const std::shared_ptr<DiskProvider> disk;
   const std::shared_ptr<NetworkProvider> network;
+  const std::shared_ptr<FolderProvider> folders;
   const std::shared_ptr<AudioProvider> audio;
   DayFiles dayFiles;
   const std::shared_ptr<HistoryRecorder> recorder;

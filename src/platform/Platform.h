@@ -8,6 +8,7 @@
 #include "platform/Calendar.h"
 #include "platform/Chip.h"
 #include "platform/DayFileStorage.h"
+#include "platform/Folders.h"
 #include "platform/LocationPermission.h"
 #include "platform/LoginItem.h"
 #include "platform/Memory.h"
@@ -55,6 +56,9 @@ struct Platform {
   Applications& applications;
   // The lane for readings of the sound service, which may wait for it.
   std::shared_ptr<WorkLane> audioLane;
+  Folders& folders;
+  // The lane for listings of directories, which may hang with the device.
+  std::shared_ptr<WorkLane> folderLane;
   SystemFacts& facts;
   LoginItem& loginItem;
   DayFileStorage& dayFiles;

@@ -26,7 +26,7 @@ void Task::State::Resumption::use() {
 }
 
 void Task::State::cancel() {
-  if (cancelled_.exchange(true) || !sleep_) return;
+  if (cancelled_->exchange(true) || !sleep_) return;
   const auto timer = *std::exchange(sleep_, std::nullopt);
   resumeAtNextTurn();
   loop_.cancelTimer(timer);

@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "runtime/Cancellation.h"
 #include "runtime/MainLoop.h"
 #include "runtime/WorkLane.h"
 
@@ -62,7 +63,8 @@ class Task::State : public std::enable_shared_from_this<State> {
 
   MainLoop& loop() { return loop_; }
   void cancel();
-  bool isCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
+  bool isCancelled() const { return cancelled_->load(std::memory_order_relaxed); }
+  CancellationFlag cancellationFlag() const { return cancelled_; }
   bool isDone() const { return frame_ == nullptr; }
 
   // A job that goes on with the body. It voids the one that was there before.
@@ -77,7 +79,7 @@ class Task::State : public std::enable_shared_from_this<State> {
   std::coroutine_handle<promise_type> frame_;  // empty once the body has ended
   std::uint64_t turn_ = 0;                     // of the latest resumption; the others are void
   std::optional<MainLoop::TimerId> sleep_;
-  std::atomic<bool> cancelled_ = false;
+  std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
 };
 
 class Task::promise_type {
@@ -167,6 +169,23 @@ class IsCancelledAwaiter {
   bool cancelled_ = false;
 };
 inline IsCancelledAwaiter isCancelled() {
+  return {};
+}
+
+// co_await cancellationFlag(): the flag of the task that asks, for those who work for it on other threads.
+class CancellationFlagAwaiter {
+ public:
+  bool await_ready() const noexcept { return false; }
+  bool await_suspend(std::coroutine_handle<Task::promise_type> frame) {
+    flag_ = frame.promise().state()->cancellationFlag();
+    return false;
+  }
+  CancellationFlag await_resume() noexcept { return std::move(flag_); }
+
+ private:
+  CancellationFlag flag_;
+};
+inline CancellationFlagAwaiter cancellationFlag() {
   return {};
 }
 

@@ -5,10 +5,10 @@
 #include "ui/AudioTab.h"
 #include "ui/CPUTab.h"
 #include "ui/DiskTab.h"
+#include "ui/FolderTab.h"
 #include "ui/MemoryTab.h"
 #include "ui/NetworkTab.h"
 #include "ui/OverviewTab.h"
-#include "ui/PlaceholderTab.h"
 #include "ui/PowerTab.h"
 #include "ui/SettingsTab.h"
 #include "ui/Sidebar.h"
@@ -92,8 +92,8 @@ View MainWindowView::detail() const {
     page = tabPage<StatsTab>(context_);
   } else if (tab == MainTab::settings) {
     page = tabPage<SettingsTab>(context_);
-  } else if (tab) {
-    page = PlaceholderTab{*tab};
+  } else if (tab == MainTab::folders) {
+    page = tabPage<FolderTab>(context_);
   }
   const Extent filling{.fixed = {}, .min = {}, .max = unlimited};
   return std::move(page).frame(filling, filling, topLeading);

@@ -72,6 +72,15 @@ TEST_F(AppEnvironmentTest, scansTheProcessesEveryThirdSecond) {
   EXPECT_EQ(processTable->walks, 10);
 }
 
+TEST_F(AppEnvironmentTest, foldersWaitUntilTheyAreAsked) {
+  advance(60s);
+  EXPECT_EQ(folders.listings, 0);
+  EXPECT_TRUE(*environment->folders->hasFullDiskAccess);
+  environment->folders->scan();
+  settle();
+  EXPECT_EQ(folders.listings, 1);
+}
+
 TEST_F(AppEnvironmentTest, endingItEndsItsLoops) {
   advance(2s);
   environment.reset();

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "runtime/Arrivals.h"
 #include "runtime/Task.h"
 #include "support/TestClock.h"
 
@@ -190,6 +191,68 @@ TEST_F(ThreadTest, WhatWorkHoldsMayUseTheLaneAsItGoes) {
   std::shared_ptr<void> last(nullptr, [&](void*) { lane->submit([&] { done.set_value(); }); });
   lane->submit([last = std::move(last)] {});
   done.get_future().wait();
+}
+
+Task takeAll(MainLoop&, std::shared_ptr<Arrivals<int>> arrivals, std::size_t expected,
+             std::shared_ptr<std::vector<int>> taken) {
+  while (taken->size() < expected) {
+    const std::vector<int> batch = co_await arrivals->take();
+    EXPECT_FALSE(batch.empty());
+    taken->insert(taken->end(), batch.begin(), batch.end());
+  }
+}
+
+TEST_F(ThreadTest, ValuesArriveFromSeveralThreadsInOrder) {
+  const auto arrivals = std::make_shared<Arrivals<int>>(*loop);
+  const auto taken = std::make_shared<std::vector<int>>();
+  constexpr int each = 5000;
+  const Task task = takeAll(*loop, arrivals, 2 * each, taken);
+  std::vector<std::thread> senders;
+  for (const int sign : {1, -1}) {
+    senders.emplace_back([=] {
+      for (int i = 1; i <= each; ++i) arrivals->add(sign * i);
+    });
+  }
+  runUntil([&] { return task.isDone(); });
+  for (auto& sender : senders) sender.join();
+  std::vector<int> positive = *taken;
+  std::erase_if(positive, [](int value) { return value < 0; });
+  std::vector<int> expected(each);
+  std::iota(expected.begin(), expected.end(), 1);
+  EXPECT_EQ(positive, expected);
+  EXPECT_EQ(taken->size(), 2U * each);
+}
+
+TEST_F(ThreadTest, TheLoopMayEndWhileATaskWaitsForValues) {
+  const auto arrivals = std::make_shared<Arrivals<int>>(*loop);
+  const auto taken = std::make_shared<std::vector<int>>();
+  const Task task = takeAll(*loop, arrivals, 1, taken);
+  loop->run();
+  loop.reset();
+  arrivals->add(1);
+  EXPECT_TRUE(task.isDone());
+  EXPECT_TRUE(taken->empty());
+}
+
+Task handOutFlag(MainLoop&, std::shared_ptr<CancellationFlag> flag) {
+  *flag = co_await cancellationFlag();
+}
+
+TEST_F(ThreadTest, TheFlagTellsOtherThreadsAndOutlivesTheTask) {
+  const auto flag = std::make_shared<CancellationFlag>();
+  auto task = handOutFlag(*loop, flag);
+  loop->run();
+  std::latch hasBegun(1);
+  std::thread reader([&, mine = *flag] {
+    hasBegun.count_down();
+    while (!mine->load()) std::this_thread::yield();
+  });
+  hasBegun.wait();
+  EXPECT_FALSE((*flag)->load());
+  task.cancel();
+  reader.join();
+  task = Task();
+  EXPECT_TRUE((*flag)->load());
 }
 
 struct Gate {

@@ -14,6 +14,7 @@
 #include "platform/SystemFacts.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
+#include "support/ScriptedFolders.h"
 #include "support/TestClock.h"
 
 // A computer that does what a test tells it.
@@ -274,6 +275,8 @@ class ScriptedWorkspace final : public platform::Workspace {
   std::vector<std::string> opened;
 
   void openURL(const std::string& url) override { opened.push_back(url); }
+  void open(const platform::FileLocation& directory) override { opened.push_back("open " + directory.path()); }
+  void reveal(const platform::FileLocation& file) override { opened.push_back("reveal " + file.path()); }
 };
 
 class ScriptedPasteboard final : public platform::Pasteboard {
@@ -310,6 +313,7 @@ class ScriptedPlatform : public TestLoop {
   ScriptedTools tools;
   ScriptedAudio audio;
   ScriptedApplications applications;
+  ScriptedFolders folders;
   ScriptedDayFiles dayFiles;
   ScriptedSystemFacts systemFacts;
   ScriptedLoginItem loginItem;
@@ -335,6 +339,8 @@ class ScriptedPlatform : public TestLoop {
                                     .audio = audio,
                                     .applications = applications,
                                     .audioLane = lane,
+                                    .folders = folders,
+                                    .folderLane = lane,
                                     .facts = systemFacts,
                                     .loginItem = loginItem,
                                     .dayFiles = dayFiles,

@@ -162,7 +162,7 @@ TEST_F(SandboxedMainWindowTest, TheFolderTabCanBeHidden) {
 
   post(switchTabNotification, MainTab::folders);
   EXPECT_EQ(view().windowTitle(), "Folders");
-  EXPECT_TRUE(window.hasText("This page is not here yet."));
+  EXPECT_TRUE(window.hasText("Hide this tab"));
   EXPECT_THAT(markedRows(), IsEmpty());
 }
 

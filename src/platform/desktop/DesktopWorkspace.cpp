@@ -3,6 +3,9 @@
 #include <cerrno>
 #include <csignal>
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QFile>
 #include <QStandardPaths>
 #include <fcntl.h>
@@ -10,6 +13,7 @@
 #include <unistd.h>
 
 #include "platform/desktop/OpeningCommand.h"
+#include "platform/desktop/SessionBus.h"
 
 namespace kestrune::desktop {
 namespace {
@@ -50,7 +54,36 @@ bool startDetached(CommandLine command) {
   return parent > 0;
 }
 
+// The address of a file whose path may be any bytes.
+std::string fileURL(const platform::FileLocation& location) {
+  const QByteArray path = QByteArray::fromStdString(location.path());
+  return "file://" + path.toPercentEncoding("/").toStdString();
+}
+
+// Calls the file manager. False where none can be asked.
+bool askFileManager(const char* method, const std::string& url) {
+  const auto service = QStringLiteral("org.freedesktop.FileManager1");
+  const auto bus = sessionBus();
+  if (!bus) return false;
+  const bool isKnown = bus->interface()->isServiceRegistered(service).value() ||
+                       bus->interface()->activatableServiceNames().value().contains(service);
+  if (!isKnown) return false;
+  auto call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/FileManager1"),
+                                             service, QString::fromLatin1(method));
+  call << QStringList{QString::fromStdString(url)} << QString();
+  return bus->send(call);
+}
+
 }  // namespace
+
+void DesktopWorkspace::open(const platform::FileLocation& directory) {
+  const std::string url = fileURL(directory);
+  if (!askFileManager("ShowFolders", url)) openURL(url);
+}
+
+void DesktopWorkspace::reveal(const platform::FileLocation& file) {
+  if (!askFileManager("ShowItems", fileURL(file))) openURL(fileURL(file.parent()));
+}
 
 void DesktopWorkspace::openURL(const std::string& url) {
   const std::string desktops = qgetenv("XDG_CURRENT_DESKTOP").toStdString();

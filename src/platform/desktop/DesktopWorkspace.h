@@ -9,6 +9,10 @@ namespace kestrune::desktop {
 class DesktopWorkspace final : public platform::Workspace {
  public:
   void openURL(const std::string& url) override;
+  // By the file manager's service on the session bus, which is started if it isn't running; where there is
+  // none, by what opens folders.
+  void open(const platform::FileLocation& directory) override;
+  void reveal(const platform::FileLocation& file) override;
 };
 
 }  // namespace kestrune::desktop

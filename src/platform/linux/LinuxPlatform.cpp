@@ -14,6 +14,9 @@ namespace {
 // A look at the connection may hang with a tool; the next ones go past it.
 constexpr std::size_t connectionThreads = 4;
 
+// A listing may hang with a device; the next ones go past it.
+constexpr std::size_t folderThreads = 16;
+
 std::string preferencesFile(const std::string& configDirectory) {
   return configDirectory.empty() ? configDirectory : below(configDirectory, "kestrune/preferences.json");
 }
@@ -58,12 +61,14 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       volumes_(root),
       networkInterfaces_(root),
       wifi_(root),
+      folders_(environment_, root),
       facts_(root, environment_),
       loginItem_(configDirectory, ownProgram()),
       dayFiles_(dataDirectory),
       processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)),
       connectionLane_(std::make_shared<ThreadLane>("kestrune-net", slowDownThread, connectionThreads)),
-      audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)) {}
+      audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)),
+      folderLane_(std::make_shared<ThreadLane>("kestrune-list", nameThread, folderThreads)) {}
 
 platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifications,
                                            platform::Workspace& workspace,
@@ -88,6 +93,8 @@ platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifica
           .audio = audio_,
           .applications = applications_,
           .audioLane = audioLane_,
+          .folders = folders_,
+          .folderLane = folderLane_,
           .facts = facts_,
           .loginItem = loginItem_,
           .dayFiles = dayFiles != nullptr ? *dayFiles : dayFiles_,

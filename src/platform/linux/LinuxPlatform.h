@@ -12,6 +12,7 @@
 #include "platform/linux/LinuxChip.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDayFiles.h"
+#include "platform/linux/LinuxFolders.h"
 #include "platform/linux/LinuxLocationPermission.h"
 #include "platform/linux/LinuxLoginItem.h"
 #include "platform/linux/LinuxMemory.h"
@@ -68,6 +69,7 @@ class LinuxPlatform {
   LinuxToolRunner tools_;
   LinuxAudioService audio_;
   LinuxApplications applications_;
+  LinuxFolders folders_;
   LinuxSystemFacts facts_;
   LinuxLoginItem loginItem_;
   LinuxDayFiles dayFiles_;
@@ -75,6 +77,7 @@ class LinuxPlatform {
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;
   std::shared_ptr<ThreadLane> audioLane_;
+  std::shared_ptr<ThreadLane> folderLane_;
 };
 
 }  // namespace kestrune::linux_platform

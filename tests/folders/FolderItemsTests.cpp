@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <random>
+
+#include <gmock/gmock.h>
+
+#include "folders/FolderItems.h"
+
+namespace kestrune {
+namespace {
+
+using platform::FileLocation;
+
+std::vector<std::string> names(const FolderItems& items) {
+  std::vector<std::string> all;
+  for (const FolderItem& item : items) all.emplace_back(item.url.name());
+  return all;
+}
+
+// What the list has to be like: each result is put into a plain list, which is sorted anew each time.
+class Reference {
+ public:
+  explicit Reference(std::vector<FolderItem> listed) : items_(std::move(listed)) { sort(); }
+
+  const std::vector<FolderItem>& items() const { return items_; }
+  void setMeasure(const FileLocation& url, std::uint64_t bytes) {
+    const auto item = std::ranges::find(items_, url, &FolderItem::url);
+    item->sizeBytes = bytes;
+    item->childCount = 1;
+    sort();
+  }
+
+ private:
+  void sort() {
+    std::ranges::stable_sort(items_, std::greater(),
+                             [](const FolderItem& item) { return item.sizeBytes.value_or(0); });
+  }
+  std::vector<FolderItem> items_;
+};
+
+// Few sizes, so that there are many ties, and several blocks of rows.
+class FolderItemsTest : public testing::Test {
+ protected:
+  FolderItemsTest() {
+    for (int i = 0; i < 3000; ++i) {
+      FolderItem item{.url = FileLocation("/d/" + std::to_string(i)), .isDirectory = i % 4 != 0};
+      if (!item.isDirectory) item.sizeBytes = size(random);
+      if (!item.isDirectory) item.childCount = 0;
+      listed.push_back(item);
+    }
+  }
+
+  std::mt19937 random{7};
+  std::uniform_int_distribution<std::uint64_t> size{0, 40};
+  std::vector<FolderItem> listed;
+};
+
+TEST_F(FolderItemsTest, keepsTheOrderThatSortingAnewWouldGive) {
+  FolderItems items(listed);
+  Reference reference(listed);
+  struct Directory {
+    FolderItems::Rank rank;
+    FileLocation url;
+  };
+  std::vector<Directory> directories;
+  for (std::size_t row = 0; row < items.size(); ++row) {
+    const auto rank = static_cast<FolderItems::Rank>(row);
+    if (items[row].isDirectory) directories.push_back({rank, items[row].url});
+  }
+  std::ranges::shuffle(directories, random);
+  ASSERT_EQ(directories.size(), 2250U);
+
+  std::size_t measured = 0;
+  for (const auto& [rank, url] : directories) {
+    const std::uint64_t bytes = size(random);
+    items.setMeasure(rank, bytes, 1);
+    reference.setMeasure(url, bytes);
+    ASSERT_EQ(items.measuredDirectoryCount(), ++measured);
+    if (measured % 50 != 0 && measured != directories.size()) continue;
+    ASSERT_EQ(items.size(), listed.size());
+    for (std::size_t row = 0; row < listed.size(); ++row) {
+      ASSERT_EQ(items[row].url, reference.items()[row].url) << row << " after " << measured;
+      ASSERT_EQ(items[row].sizeBytes, reference.items()[row].sizeBytes);
+    }
+  }
+  EXPECT_TRUE(std::ranges::equal(items, reference.items(), {}, &FolderItem::url, &FolderItem::url));
+}
+
+TEST_F(FolderItemsTest, aSnapshotStaysAsItWas) {
+  FolderItems items(listed);
+  const FolderItems snapshot = items;
+  const auto before = names(snapshot);
+  for (FolderItems::Rank rank = 0; rank < items.size(); ++rank) items.setMeasure(rank, rank % 50, 1);
+  EXPECT_EQ(items.measuredDirectoryCount(), items.directoryCount());
+  EXPECT_NE(names(items), before);
+  EXPECT_EQ(names(snapshot), before);
+  EXPECT_EQ(snapshot.measuredDirectoryCount(), 0U);
+}
+
+TEST(FolderItems, whatIsNoUnmeasuredDirectoryStaysAsItIs) {
+  FolderItems items({{.url = FileLocation("/d/empty"), .sizeBytes = 0, .childCount = 0},
+                     {.url = FileLocation("/d/sub"), .isDirectory = true}});
+  items.setMeasure(0, 5, 5);  // a file
+  items.setMeasure(7, 5, 5);
+  EXPECT_EQ(items.measuredDirectoryCount(), 0U);
+  items.setMeasure(1, 9, 2);
+  items.setMeasure(1, 1, 1);
+  EXPECT_THAT(names(items), testing::ElementsAre("sub", "empty"));
+  EXPECT_EQ(items[0].sizeBytes, 9U);
+  EXPECT_EQ(items[0].childCount, 2);
+
+  FolderItems none;
+  none.setMeasure(0, 1, 1);
+  EXPECT_EQ(none.begin(), none.end());
+}
+
+}  // namespace
+}  // namespace kestrune

@@ -1,0 +1,277 @@
+#include <algorithm>
+
+#include <gmock/gmock.h>
+
+#include "folders/FolderProvider.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using platform::FileLocation;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FolderProviderTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  void goTo(const std::string& path) {
+    provider->currentPath.set(FileLocation(path));
+    provider->updateBreadcrumbs();
+    provider->scan();
+  }
+  void scan() {
+    provider->scan();
+    settle();
+  }
+  void complete(const std::string& path, std::uint64_t bytes, std::uint64_t files) {
+    EXPECT_TRUE(folders.complete(path, {bytes, files})) << path;
+    settle();
+  }
+  // "name=size", with "?" for what isn't known.
+  std::vector<std::string> shown() const {
+    std::vector<std::string> rows;
+    for (const FolderItem& item : *provider->items) {
+      rows.push_back(item.url.shownName() + '=' + (item.sizeBytes ? std::to_string(*item.sizeBytes) : "?"));
+    }
+    return rows;
+  }
+  std::vector<std::string> crumbs() const {
+    std::vector<std::string> paths;
+    for (const auto& crumb : *provider->breadcrumbs) paths.push_back(crumb.path());
+    return paths;
+  }
+
+  std::shared_ptr<FolderProvider> provider =
+      std::make_shared<FolderProvider>(loop, FolderProvider::Services{folders, *lane});
+};
+
+TEST_F(FolderProviderTest, beginsAtHomeWithoutAScan) {
+  settle();
+  EXPECT_EQ(provider->currentPath->path(), "/home/test");
+  EXPECT_THAT(crumbs(), ElementsAre("/home/test"));
+  EXPECT_EQ(folders.listings, 0);
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_FALSE(*provider->showHidden);
+  EXPECT_FALSE(provider->scanTask->has_value());
+  EXPECT_THAT(folders.probed, ElementsAre("/Library/Application Support/com.apple.TCC/TCC.db"));
+}
+
+TEST_F(FolderProviderTest, theProbeFollowsThePermission) {
+  EXPECT_TRUE(*provider->hasFullDiskAccess);
+  folders.seesEverything = false;
+  EXPECT_TRUE(*provider->hasFullDiskAccess);
+  provider->checkFullDiskAccess();
+  EXPECT_FALSE(*provider->hasFullDiskAccess);
+}
+
+TEST_F(FolderProviderTest, showsTheListFirstAndMovesEachFolderAsItIsMeasured) {
+  folders.addDirectory("/home/test/b");
+  folders.addFile("/home/test/small", 10);
+  folders.addLink("/home/test/link", true);
+  folders.addFile("/home/test/unknown", std::nullopt);
+  folders.addDirectory("/home/test/a");
+  folders.addFile("/home/test/negative", -1);
+  folders.addFile("/home/test/large", 300);
+  folders.addFile("/home/test/.hidden", 999);
+  provider->scan();
+  EXPECT_TRUE(*provider->isScanning);
+  EXPECT_FALSE(*provider->isComputingSizes);
+  settle();
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_TRUE(*provider->isComputingSizes);
+  EXPECT_THAT(shown(), ElementsAre("large=300", "small=10", "b=?", "unknown=0", "a=?", "negative=0"));
+  EXPECT_EQ((*provider->items)[0].childCount, 0);
+  EXPECT_EQ((*provider->items)[2].childCount, std::nullopt);
+  EXPECT_THAT(folders.pendingPaths(), ElementsAre("/home/test/b", "/home/test/a"));
+
+  complete("/home/test/a", 10, 4);
+  EXPECT_THAT(shown(), ElementsAre("large=300", "small=10", "a=10", "b=?", "unknown=0", "negative=0"));
+  EXPECT_EQ((*provider->items)[2].childCount, 4);
+  EXPECT_TRUE(*provider->isComputingSizes);
+  complete("/home/test/b", 0, 0);
+  EXPECT_THAT(shown(), ElementsAre("large=300", "small=10", "a=10", "b=0", "unknown=0", "negative=0"));
+  EXPECT_FALSE(*provider->isComputingSizes);
+  EXPECT_TRUE((*provider->scanTask)->isDone());
+}
+
+TEST_F(FolderProviderTest, withoutFoldersThereIsNoMeasuring) {
+  bool wasComputing = false;
+  Dependencies reader([&] { wasComputing = true; });
+  reader.track([&] { return *provider->isComputingSizes; });
+  folders.addFile("/home/test/b", 1);
+  folders.addFile("/home/test/a", 2);
+  scan();
+  EXPECT_THAT(shown(), ElementsAre("a=2", "b=1"));
+  folders.directories["/home/test"].clear();
+  scan();
+  EXPECT_THAT(shown(), IsEmpty());
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_FALSE(wasComputing);
+}
+
+TEST_F(FolderProviderTest, whatCannotBeReadIsEmpty) {
+  scan();
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_FALSE(*provider->isComputingSizes);
+  EXPECT_THAT(shown(), IsEmpty());
+  EXPECT_EQ(folders.listings, 1);
+}
+
+TEST_F(FolderProviderTest, hiddenEntriesShowOnRequest) {
+  folders.addFile("/home/test/.profile", 5);
+  folders.addDirectory("/home/test/.cache");
+  scan();
+  EXPECT_THAT(shown(), IsEmpty());
+  provider->showHidden.set(true);
+  scan();
+  EXPECT_THAT(shown(), ElementsAre(".profile=5", ".cache=?"));
+}
+
+TEST_F(FolderProviderTest, resultsOfOneTurnArePublishedTogether) {
+  for (const char* name : {"a", "b", "c"}) folders.addDirectory(std::string("/home/test/") + name);
+  scan();
+  int published = 0;
+  Dependencies reader([&] { ++published; });
+  const auto track = [&] { reader.track([&] { return provider->items->size(); }); };
+  track();
+  for (const char* name : {"c", "a"}) {
+    EXPECT_TRUE(folders.complete(std::string("/home/test/") + name, {5, 1}));
+  }
+  loop.run();
+  EXPECT_EQ(published, 1);
+  EXPECT_THAT(shown(), ElementsAre("c=5", "a=5", "b=?")) << "equal ones in the order in which they came";
+  track();
+  complete("/home/test/b", 7, 1);
+  EXPECT_EQ(published, 2);
+}
+
+TEST_F(FolderProviderTest, oldResultsDoNotTouchTheNewListButClearTheFlagOnce) {
+  folders.addDirectory("/home/test/old1");
+  folders.addDirectory("/home/test/old2");
+  folders.addDirectory("/home/test/old1/new");
+  folders.addFile("/home/test/old1/file", 1);
+  scan();
+  EXPECT_THAT(folders.pendingPaths(), ElementsAre("/home/test/old1", "/home/test/old2"));
+  goTo("/home/test/old1");
+  EXPECT_FALSE(*provider->isComputingSizes);
+  EXPECT_THAT(shown(), IsEmpty());
+  settle();
+  EXPECT_TRUE(*provider->isComputingSizes);
+  EXPECT_EQ(folders.endCancelled(), 2U);
+  settle();
+  EXPECT_FALSE(*provider->isComputingSizes) << "the end of the older scan";
+  EXPECT_THAT(shown(), ElementsAre("file=1", "new=?"));
+  complete("/home/test/old1/new", 50, 3);
+  EXPECT_THAT(shown(), ElementsAre("new=50", "file=1"));
+  EXPECT_FALSE(*provider->isComputingSizes);
+}
+
+// The result came before the scan was called off, and the task hears of both afterwards.
+TEST_F(FolderProviderTest, aResultThatIsOnItsWayWhenTheScanIsCalledOffIsDropped) {
+  folders.addDirectory("/home/test/a");
+  scan();
+  EXPECT_TRUE(folders.complete("/home/test/a", {8, 1}));
+  provider->scan();
+  settle();
+  EXPECT_THAT(shown(), ElementsAre("a=?"));
+}
+
+TEST_F(FolderProviderTest, aListingThatIsOvertakenTouchesNothing) {
+  folders.addFile("/home/test/file", 1);
+  folders.addFile("/tmp/other", 2);
+  holdsLane = true;
+  provider->scan();
+  settle();
+  lane->run();
+  int published = 0;
+  Dependencies reader([&] { ++published; });
+  goTo("/tmp");
+  provider->scan();
+  reader.track([&] { return provider->items->size(); });
+  settle();
+  EXPECT_TRUE(*provider->isScanning);
+  EXPECT_EQ(published, 0);
+  holdsLane = false;
+  settle();
+  EXPECT_EQ(published, 1);
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_THAT(shown(), ElementsAre("other=2"));
+  EXPECT_EQ(folders.listings, 2) << "the one between had been called off before it began";
+}
+
+TEST_F(FolderProviderTest, aScanThatOnlyIsCalledOffEndsEmpty) {
+  folders.addFile("/home/test/file", 1);
+  folders.addDirectory("/home/test/sub");
+  provider->scan();
+  (*provider->scanTask)->cancel();
+  settle();
+  EXPECT_FALSE(*provider->isScanning);
+  EXPECT_THAT(shown(), IsEmpty());
+
+  scan();
+  (*provider->scanTask)->cancel();
+  EXPECT_TRUE(*provider->isComputingSizes) << "until its measures have stopped";
+  folders.endCancelled();
+  settle();
+  EXPECT_FALSE(*provider->isComputingSizes);
+  EXPECT_THAT(shown(), ElementsAre("file=1", "sub=?"));
+}
+
+TEST_F(FolderProviderTest, goesUpUntilTheRoot) {
+  folders.addFile("/home/file", 3);
+  provider->goUp();
+  settle();
+  EXPECT_EQ(provider->currentPath->path(), "/home");
+  EXPECT_THAT(crumbs(), ElementsAre("/", "/home"));
+  EXPECT_THAT(shown(), ElementsAre("file=3"));
+  provider->goUp();
+  settle();
+  EXPECT_THAT(crumbs(), ElementsAre("/"));
+  const int listings = folders.listings;
+  provider->goUp();
+  settle();
+  EXPECT_EQ(folders.listings, listings);
+}
+
+TEST_F(FolderProviderTest, breadcrumbsBeginAtHomeOrTheRootAndAreEightAtMost) {
+  goTo("/home/test/a/b");
+  EXPECT_THAT(crumbs(), ElementsAre("/home/test", "/home/test/a", "/home/test/a/b"));
+  goTo("/home/tester/a");
+  EXPECT_THAT(crumbs(), ElementsAre("/", "/home", "/home/tester", "/home/tester/a"));
+  goTo("/1/2/3/4/5/6/7");
+  EXPECT_EQ(crumbs().front(), "/");
+  goTo("/1/2/3/4/5/6/7/8/9/10/11/12");
+  EXPECT_EQ(crumbs().size(), 8U);
+  EXPECT_EQ(crumbs().front(), "/1/2/3/4/5");
+  goTo("/home/test/1/2/3/4/5/6/7/8");
+  EXPECT_EQ(crumbs().front(), "/home/test/1");
+}
+
+TEST_F(FolderProviderTest, mayGoAtAnyTime) {
+  folders.addDirectory("/home/test/a");
+  provider->scan();
+  provider.reset();
+  settle();
+  EXPECT_EQ(folders.listings, 0);
+
+  provider = std::make_shared<FolderProvider>(loop, FolderProvider::Services{folders, *lane});
+  holdsLane = true;
+  provider->scan();
+  loop.run();
+  const Task task = **provider->scanTask;
+  provider.reset();
+  lane->run();
+  settle();
+  EXPECT_TRUE(task.isDone());
+
+  holdsLane = false;
+  provider = std::make_shared<FolderProvider>(loop, FolderProvider::Services{folders, *lane});
+  scan();
+  provider.reset();
+  EXPECT_EQ(folders.endCancelled(), 1U);
+  settle();
+  EXPECT_FALSE(loop.hasJobs());
+}
+
+}  // namespace
+}  // namespace kestrune
