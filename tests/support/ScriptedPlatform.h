@@ -275,7 +275,9 @@ class ScriptedWorkspace final : public platform::Workspace {
   std::vector<std::string> opened;
 
   void openURL(const std::string& url) override { opened.push_back(url); }
-  void open(const platform::FileLocation& directory) override { opened.push_back("open " + directory.path()); }
+  void open(const platform::FileLocation& directory) override {
+    opened.push_back("open " + directory.path());
+  }
   void reveal(const platform::FileLocation& file) override { opened.push_back("reveal " + file.path()); }
 };
 
