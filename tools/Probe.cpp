@@ -42,6 +42,8 @@ class SilentNotifications final : public platform::UserNotifications {
 class UnusedWorkspace final : public platform::Workspace {
  public:
   void openURL(const std::string&) override {}
+  void open(const platform::FileLocation&) override {}
+  void reveal(const platform::FileLocation&) override {}
 };
 
 class NoDayFiles final : public platform::DayFileStorage {

@@ -213,11 +213,11 @@ View StatsTab::titleRow() {
   if (isExporting.get()) {
     std::string fileName = std::string("Kestrune-") + label(range.get()) + ".csv";
     std::ranges::replace(fileName, ' ', '-');
-    parts.push_back(View(FileExportContent{.fileName = std::move(fileName),
-                                           .fileKind = key("Comma-separated text"),
-                                           .extension = "csv",
-                                           .content = csv(),
-                                           .onEnd = [this] { isExporting.set(false); }}));
+    parts.emplace_back(FileExportContent{.fileName = std::move(fileName),
+                                         .fileKind = key("Comma-separated text"),
+                                         .extension = "csv",
+                                         .content = csv(),
+                                         .onEnd = [this] { isExporting.set(false); }});
   }
   return hstack(innerSpacing, centered, std::move(parts));
 }
