@@ -49,6 +49,7 @@ class UnusedWorkspace final : public platform::Workspace {
 class NoDayFiles final : public platform::DayFileStorage {
  public:
   std::optional<std::string> read(const std::string&) override { return std::nullopt; }
+  bool exists(const std::string&) override { return false; }
   std::optional<std::string> write(const std::string&, const std::string&) override { return std::nullopt; }
 };
 

@@ -26,6 +26,16 @@ def gibibytes(text):
     return float(text.split()[0])
 
 
+def agree(what, shown, sampled):
+    """The window and the samplers show the same, but for what moves between the two looks on a busy machine."""
+    looks = []
+    for _ in range(5):
+        looks.append((shown(), sampled()))
+        if abs(looks[-1][0] - looks[-1][1]) <= 0.15:
+            return
+    raise AssertionError(f"{what}: {looks}")
+
+
 def the_overview_agrees_with_the_samplers():
     reader.show("Overview")
     seen = probe()
@@ -35,17 +45,15 @@ def the_overview_agrees_with_the_samplers():
         assert card in names, f"{card} is missing"
     total = seen["disk"]["volumeTotalBytes"] / 2**30
     assert abs(gibibytes(reader.after("Total")) - total) <= 0.05 + 1e-9, (reader.after("Total"), total)
-    used = seen["memory"]["usedBytes"] / 2**30
-    shown = float(reader.after("Memory") or 0)
-    assert abs(shown - used) <= 0.3, (shown, used)
     assert seen["network"]["interfaceName"] in names
+    agree("used memory", lambda: float(reader.after("Memory")), lambda: probe()["memory"]["usedBytes"] / 2**30)
 
 
 def the_memory_page_agrees_with_the_samplers():
     reader.show("Memory")
+    agree("used memory", lambda: gibibytes(reader.after("Memory Used")),
+          lambda: probe()["memory"]["usedBytes"] / 2**30)
     memory = probe()["memory"]
-    shown = gibibytes(reader.after("Memory Used"))
-    assert abs(shown - memory["usedBytes"] / 2**30) <= 0.3, (shown, memory)
     assert reader.after("Pressure") == memory["pressure"]
     assert f"{memory['totalBytes'] / 2**30:.0f} GB" in reader.names()
 

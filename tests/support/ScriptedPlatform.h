@@ -104,6 +104,7 @@ class ScriptedDayFiles final : public platform::DayFileStorage {
   int writes = 0;                      // those that failed too
 
   std::optional<std::string> read(const std::string& name) override;
+  bool exists(const std::string& name) override { return files.contains(name); }
   std::optional<std::string> write(const std::string& name, const std::string& content) override;
 };
 
