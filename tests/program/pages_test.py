@@ -38,6 +38,7 @@ def agree(what, shown, sampled):
 
 def the_overview_agrees_with_the_samplers():
     reader.show("Overview")
+    reader.wait("OUTPUT")
     seen = probe()
     names = reader.names()
     for card in ("CPU", "Memory", "Battery", "Storage", "I/O", "Uptime", "Network", "OUTPUT", "INPUT", "ACTIVE",
@@ -51,6 +52,7 @@ def the_overview_agrees_with_the_samplers():
 
 def the_memory_page_agrees_with_the_samplers():
     reader.show("Memory")
+    reader.wait("Memory Used")
     agree("used memory", lambda: gibibytes(reader.after("Memory Used")),
           lambda: probe()["memory"]["usedBytes"] / 2**30)
     memory = probe()["memory"]
