@@ -62,7 +62,7 @@ class Session:
 
     def start_display(self):
         read, write = os.pipe()
-        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp",
+        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset",
                    pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as number:

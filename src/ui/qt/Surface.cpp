@@ -1,5 +1,8 @@
 #include "ui/qt/Surface.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <utility>
 
 #include <QAccessible>
@@ -42,6 +45,7 @@ Surface::Surface(Theme& theme, QWidget* parent) : QWidget(parent), theme_(theme)
 void Surface::setLook(const Look& look) {
   if (look == look_) return;
   look_ = look;
+  picture_ = {};
   const int reach = static_cast<int>(std::ceil(look.background.shadowRadius));
   const int drop = static_cast<int>(std::ceil(look.background.shadowOffsetY));
   outset_ = reach == 0 ? QMargins() : QMargins(reach, reach, reach, reach + drop);
@@ -171,6 +175,32 @@ void Surface::paintEvent(QPaintEvent* event) {
     return;
   }
 
+  if (canBePieced()) {
+    paintPieces(painter);
+  } else {
+    paintLook(painter, bounds);
+  }
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (hasFeedback) paintFeedback(painter, bounds, radius > 0 ? radius : feedbackRadius);
+}
+
+int Surface::cornerSide() const {
+  const int reach = std::max({outset_.left(), outset_.top(), outset_.right(), outset_.bottom()});
+  return reach + static_cast<int>(std::ceil(look_.background.cornerRadius + look_.background.borderWidth)) +
+         1;
+}
+
+bool Surface::canBePieced() const {
+  const double scale = devicePixelRatioF();
+  return std::min(width(), height()) > 2 * cornerSide() && std::floor(scale) == scale;
+}
+
+void Surface::paintLook(QPainter& painter, const QRectF& bounds) const {
+  const BackgroundContent& surface = look_.background;
+  const QColor fill = theme_.color(surface.fill, look_.opacity);
+  const QColor border = theme_.color(surface.border, look_.opacity);
+  const QColor shadow = theme_.color(surface.shadow, look_.opacity);
+  const double radius = surface.cornerRadius;
   painter.setRenderHint(QPainter::Antialiasing);
   if (shadow.alpha() > 0) paintShadow(painter, bounds, surface, shadow);
   if (fill.alpha() > 0) {
@@ -184,7 +214,43 @@ void Surface::paintEvent(QPaintEvent* event) {
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
   }
-  if (hasFeedback) paintFeedback(painter, bounds, radius > 0 ? radius : feedbackRadius);
+}
+
+void Surface::paintPieces(QPainter& painter) {
+  const double scale = devicePixelRatioF();
+  const int corner = cornerSide();
+  const int side = 2 * corner + 1;
+  const bool isStale =
+      picture_.isNull() || picture_.devicePixelRatio() != scale || pictureGeneration_ != theme_.generation();
+  if (isStale) {
+    picture_ = QPixmap(QSize(side, side) * scale);
+    picture_.setDevicePixelRatio(scale);
+    picture_.fill(Qt::transparent);
+    QPainter drawing(&picture_);
+    paintLook(drawing, QRectF(0, 0, side, side).marginsRemoved(outset_));
+    pictureGeneration_ = theme_.generation();
+  }
+  const auto sourceSide = static_cast<double>(picture_.width());
+  const double sourceCorner = corner * scale;
+  const std::array<double, 4> xs{0, static_cast<double>(corner), static_cast<double>(width() - corner),
+                                 static_cast<double>(width())};
+  const std::array<double, 4> ys{0, static_cast<double>(corner), static_cast<double>(height() - corner),
+                                 static_cast<double>(height())};
+  const std::array<double, 4> source{0, sourceCorner, sourceSide - sourceCorner, sourceSide};
+  const QColor fill = theme_.color(look_.background.fill, look_.opacity);
+  for (std::size_t row = 0; row < 3; ++row) {
+    for (std::size_t column = 0; column < 3; ++column) {
+      if (row == 1 && column == 1 && fill.alpha() == 255) {
+        painter.fillRect(QRectF(xs[1], ys[1], xs[2] - xs[1], ys[2] - ys[1]), fill);
+        continue;
+      }
+      painter.drawPixmap(
+          QRectF(xs.at(column), ys.at(row), xs.at(column + 1) - xs.at(column), ys.at(row + 1) - ys.at(row)),
+          picture_,
+          QRectF(source.at(column), source.at(row), source.at(column + 1) - source.at(column),
+                 source.at(row + 1) - source.at(row)));
+    }
+  }
 }
 
 void Surface::paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const {

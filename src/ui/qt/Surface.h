@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <QMargins>
+#include <QPixmap>
 #include <QWidget>
 
 #include "ui/view/View.h"
@@ -64,11 +65,20 @@ class Surface : public QWidget {
   void setInside(bool inside);
   void moveFocus(bool forward);
   void paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const;
+  int cornerSide() const;  // of a corner with all that reaches into it
+  // Larger than its corners, and these are whole pixels.
+  bool canBePieced() const;
+  // The surface itself, drawn by paths.
+  void paintLook(QPainter& painter, const QRectF& bounds) const;
+  // The same by pieces of a small picture of it, whatever the size: all but the corners is stretched.
+  void paintPieces(QPainter& painter);
 
   Theme& theme_;
   Look look_;
   Behaviour behaviour_;
   QMargins outset_;
+  QPixmap picture_;  // of the smallest surface that looks so
+  unsigned pictureGeneration_ = 0;
   bool isInside_ = false;
   bool isPressed_ = false;
   bool showsFocus_ = false;
