@@ -15,7 +15,7 @@ set(version ${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 file(WRITE ${documents}/changelog.Debian
 "kestrune (${version}) unstable; urgency=medium
 
-  * Built from the sources of version ${CPACK_PACKAGE_VERSION}. What changed there is in changelog.gz.
+  * Version ${CPACK_PACKAGE_VERSION}, whose changes are in changelog.gz.
 
  -- ${CPACK_DEBIAN_PACKAGE_MAINTAINER}  ${date}
 ")
