@@ -5,14 +5,20 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 
+#include "FullDay.h"
 #include "app/AppEnvironment.h"
+#include "history/DayFile.h"
 #include "support/ScriptedPlatform.h"
 #include "texts/Catalogue.h"
 #include "ui/CPUTab.h"
 #include "ui/DiskTab.h"
+#include "ui/FolderTab.h"
+#include "ui/MainWindowView.h"
 #include "ui/MemoryTab.h"
 #include "ui/NetworkTab.h"
 #include "ui/OverviewTab.h"
+#include "ui/StatsTab.h"
+#include "ui/qt/Popover.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
 
@@ -115,6 +121,81 @@ BENCHMARK_TEMPLATE(redrawPage, ui::OverviewTab)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(redrawPage, ui::MemoryTab)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(redrawPage, ui::DiskTab)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(redrawPage, ui::NetworkTab)->Unit(benchmark::kMillisecond);
+
+// From one page to the next, painted: all ten in turn.
+void switchTabs(benchmark::State& state) {
+  Page<ui::MainWindowView> page;
+  page.computer.folders.addDirectory("/home/test/folder");
+  std::size_t next = 0;
+  for (auto _ : state) {
+    page.tab->selectedTab.set(ui::allMainTabs.at(next++ % ui::allMainTabs.size()));
+    page.host.flush();
+    page.paint();
+  }
+}
+BENCHMARK(switchTabs)->Unit(benchmark::kMillisecond);
+
+// From nothing to the painted popover.
+void openPopover(benchmark::State& state) {
+  Page<ui::CPUTab> page;
+  for (auto _ : state) {
+    ui::qt::Popover popover(page.context, page.theme, {[] {}, [] {}});
+    popover.toggle(QRect(100, 5, 22, 22));
+    page.paint();
+  }
+}
+BENCHMARK(openPopover)->Unit(benchmark::kMillisecond);
+
+// A list of 100,000 entries after one directory has been measured: moved to its place, and all that is seen
+// painted.
+void redrawLongList(benchmark::State& state) {
+  constexpr int entries = 100000;
+  Page<ui::FolderTab> page;
+  auto& folders = page.computer.folders;
+  for (int i = 0; i < entries / 2; ++i) {
+    folders.addFile("/long/file" + std::to_string(i), i);
+    folders.addDirectory("/long/folder" + std::to_string(i));
+  }
+  page.env.folders->currentPath.set(platform::FileLocation("/long"));
+  page.env.folders->scan();
+  page.computer.settle();
+  page.host.flush();
+  page.paint();
+  int next = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    folders.complete("/long/folder" + std::to_string(next),
+                     {.bytes = 1000000 + page.random() % 1000000, .files = 1});
+    next = (next + 1) % (entries / 2);
+    state.ResumeTiming();
+    page.computer.settle();
+    page.host.flush();
+    page.paint();
+  }
+}
+BENCHMARK(redrawLongList)->Unit(benchmark::kMillisecond)->Iterations(300);
+
+// The statistics of 90 full days, from the choice of the range to its painting.
+void showNinetyDays(benchmark::State& state) {
+  Page<ui::StatsTab> page;
+  for (int ago = 1; ago < 90; ++ago) {
+    const Date day = *page.env.startOfDay(-ago);
+    page.computer.dayFiles.files[page.env.dayFiles.name(day)] = encodeDay(fullDay(day)).text;
+  }
+  const auto show = [&page](ui::StatsRange range) {
+    page.tab->select(range);
+    page.computer.settle();
+    page.host.flush();
+    page.paint();
+  };
+  for (auto _ : state) {
+    state.PauseTiming();
+    show(ui::StatsRange::week);
+    state.ResumeTiming();
+    show(ui::StatsRange::quarter);
+  }
+}
+BENCHMARK(showNinetyDays)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kestrune

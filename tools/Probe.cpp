@@ -42,11 +42,14 @@ class SilentNotifications final : public platform::UserNotifications {
 class UnusedWorkspace final : public platform::Workspace {
  public:
   void openURL(const std::string&) override {}
+  void open(const platform::FileLocation&) override {}
+  void reveal(const platform::FileLocation&) override {}
 };
 
 class NoDayFiles final : public platform::DayFileStorage {
  public:
   std::optional<std::string> read(const std::string&) override { return std::nullopt; }
+  bool exists(const std::string&) override { return false; }
   std::optional<std::string> write(const std::string&, const std::string&) override { return std::nullopt; }
 };
 

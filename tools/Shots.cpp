@@ -26,6 +26,7 @@ struct Options {
   QDir folder;
   QSize size;
   int seconds = 0;
+  int daysAgo = 0;
   bool dark = false;
 };
 
@@ -40,14 +41,17 @@ Options parse(const QApplication& application) {
                                 QStringLiteral("WxH"), QStringLiteral("1100x750"));
   const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("how long to sample before"),
                                    QStringLiteral("N"), QStringLiteral("8"));
-  parser.addOptions({dark, size, seconds});
+  const QCommandLineOption daysAgo(QStringLiteral("days-ago"),
+                                   QStringLiteral("which day the overview shows; 0: it is live"),
+                                   QStringLiteral("N"), QStringLiteral("0"));
+  parser.addOptions({dark, size, seconds, daysAgo});
   parser.process(application);
 
   const QStringList arguments = parser.positionalArguments();
   const QStringList sides = parser.value(size).split(QLatin1Char('x'));
   return {QDir(arguments.isEmpty() ? QStringLiteral("build/shots") : arguments.first()),
           QSize(sides.value(0).toInt(), sides.value(1).toInt()), parser.value(seconds).toInt(),
-          parser.isSet(dark)};
+          parser.value(daysAgo).toInt(), parser.isSet(dark)};
 }
 
 void letPass(int milliseconds) {
@@ -100,6 +104,7 @@ int main(int argc, char** argv) {
   app.window().resize(options.size);
   app.openMainWindow();
   letPass(options.seconds * 1000);
+  if (options.daysAgo > 0) app.environment().shiftSelectedDate(-options.daysAgo);
   const bool written = writeTabs(app, options) && writePopover(app, options);
   std::fflush(nullptr);
   std::_Exit(written ? EXIT_SUCCESS : EXIT_FAILURE);

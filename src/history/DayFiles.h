@@ -22,8 +22,8 @@ class DayFiles {
   std::string name(Date midnight) const;
   // The same without the ending.
   std::string dayName(Date midnight) const;
-  // Whether there is a file that can be read, damaged or not.
-  bool exists(Date midnight) const { return storage_.read(name(midnight)).has_value(); }
+  // Whether there is a file, damaged or not.
+  bool exists(Date midnight) const { return storage_.exists(name(midnight)); }
   // Absent: there is no such file, it can't be read, or it is damaged.
   std::optional<DailySummary> read(Date midnight) const;
   // Replaces the file of the record's own day. Yields what went wrong, in words, or nothing.

@@ -66,7 +66,7 @@ Color storageColor(double fraction) {
 
 View legendRow(std::string symbolName, std::string name, std::uint64_t bytes, Color color) {
   return hstack(
-      6, centered,
+      4, centered,
       views(symbol(std::move(symbolName)).withFont(10).withForeground(color.withOpacity(0.7)).width(14),
             caption(text(std::move(name))), spacer(0), figure(gigabyteText(bytes)).withForeground(color)));
 }

@@ -85,6 +85,7 @@ template <class T, std::size_t count>
 View menuFor(const Preference<T>& preference, const std::array<Choice<T>, count>& choices) {
   const auto found = std::ranges::find(choices, preference.get(), &Choice<T>::value);
   std::vector<MenuItem> items;
+  items.reserve(count);
   for (const auto& choice : choices) {
     items.push_back({.title = key(choice.title),
                      .symbol = found != choices.end() && choice.value == found->value ? "checkmark" : "",
@@ -307,7 +308,7 @@ View SettingsTab::resetRow() {
                                 }});
     question.choices.push_back(
         {.title = key("Cancel"), .isCancel = true, .action = [this] { showResetConfirm.set(false); }});
-    parts.push_back(View(std::move(question)));
+    parts.emplace_back(std::move(question));
   }
   return Card{vstack(0, leading, std::move(parts))};
 }

@@ -9,8 +9,9 @@ constexpr double perMegabyte = 0x1p-20;
 
 // The mean of a process's memory over the minutes in which it was counted.
 std::string meanMemoryText(const HistoricProcess& process) {
-  const auto minutes = process.cpuCount < 1 ? 0 : static_cast<std::uint64_t>(process.cpuCount);
-  const double mean = minutes == 0 ? 0 : static_cast<double>(process.memorySum / minutes);
+  const std::uint64_t bytes =
+      process.cpuCount < 1 ? 0 : process.memorySum / static_cast<std::uint64_t>(process.cpuCount);
+  const auto mean = static_cast<double>(bytes);
   if (mean * 0x1p-30 >= 1.0) return fmt::format("{:.1f} GB", mean * 0x1p-30);
   if (mean * 0x1p-20 >= 1.0) return fmt::format("{:.0f} MB", mean * 0x1p-20);
   return fmt::format("{:.0f} KB", mean * 0x1p-10);

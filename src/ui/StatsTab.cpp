@@ -104,6 +104,11 @@ StatsTab::StatsTab(const ViewContext& context) : context_(context) {
   loadSoon();
 }
 
+void StatsTab::select(StatsRange wanted) {
+  range.set(wanted);
+  loadSoon();
+}
+
 // The page is on screen before its files are read.
 void StatsTab::loadSoon() {
   isLoading.set(true);
@@ -201,10 +206,8 @@ View StatsTab::body() {
 }
 
 View StatsTab::titleRow() {
-  auto picker = timeRangePicker(ranges, static_cast<std::size_t>(range.get()), [this](std::size_t index) {
-    range.set(static_cast<StatsRange>(index));
-    loadSoon();
-  });
+  auto picker = timeRangePicker(ranges, static_cast<std::size_t>(range.get()),
+                                [this](std::size_t index) { select(static_cast<StatsRange>(index)); });
   auto title =
       button(label("Export CSV", "arrow.down.doc").withFont(12).paddingHorizontal(8).paddingVertical(3),
              [this] { isExporting.set(true); })
@@ -213,11 +216,11 @@ View StatsTab::titleRow() {
   if (isExporting.get()) {
     std::string fileName = std::string("Kestrune-") + label(range.get()) + ".csv";
     std::ranges::replace(fileName, ' ', '-');
-    parts.push_back(View(FileExportContent{.fileName = std::move(fileName),
-                                           .fileKind = key("Comma-separated text"),
-                                           .extension = "csv",
-                                           .content = csv(),
-                                           .onEnd = [this] { isExporting.set(false); }}));
+    parts.emplace_back(FileExportContent{.fileName = std::move(fileName),
+                                         .fileKind = key("Comma-separated text"),
+                                         .extension = "csv",
+                                         .content = csv(),
+                                         .onEnd = [this] { isExporting.set(false); }});
   }
   return hstack(innerSpacing, centered, std::move(parts));
 }

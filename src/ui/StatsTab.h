@@ -30,7 +30,8 @@ class StatsTab final : public Component {
   Published<bool> isExporting{false};
 
   View body() override;
-  const std::vector<DayStats>& stats() const { return stats_; }
+  // Shows another range.
+  void select(StatsRange wanted);
   // The export of what is loaded.
   std::string csv() const;
 

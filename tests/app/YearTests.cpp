@@ -30,6 +30,7 @@ class CountingDayFiles final : public platform::DayFileStorage {
   std::function<void(const std::string& name, const std::string& content)> onNewName;
 
   std::optional<std::string> read(const std::string&) override { return std::nullopt; }
+  bool exists(const std::string&) override { return false; }
   std::optional<std::string> write(const std::string& name, const std::string& content) override {
     if (name != lastName && !lastName.empty() && onNewName) onNewName(lastName, lastContent);
     ++writes[name];

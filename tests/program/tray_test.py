@@ -38,8 +38,14 @@ def a_click_opens_the_popover_beside_the_item():
 
 
 def escape_closes_it():
-    under_test.xdotool("key", "--window", popover(), "Escape")
-    session.wait_for("the popover to close", lambda: not popover())
+    def is_closed_by_escape():
+        window = popover()  # keys that come before it has been painted are lost
+        if window:
+            under_test.xdotool("key", "--window", window, "Escape")
+            time.sleep(0.2)
+        return not popover()
+
+    session.wait_for("the popover to close", is_closed_by_escape)
 
 
 def its_command_brings_the_closed_main_window_back():
@@ -57,10 +63,32 @@ def its_command_brings_the_closed_main_window_back():
     session.wait_for("the popover to close", lambda: not popover())
 
 
+def start_tray():
+    return under_test.start("trayer", "--edge", "bottom", "--widthtype", "request", "--height", "24",
+                            stderr=subprocess.DEVNULL)
+
+
+def the_item_comes_back_with_the_tray():
+    global tray
+    session.Session.end(tray)
+    session.wait_for("no icon", lambda: not icons())
+    assert running.poll() is None
+    tray = start_tray()
+    session.wait_for("the icon", icons)
+
+
+def the_popover_opens_again():
+    time.sleep(0.3)
+    click_the_item()
+    session.wait_for("the popover", popover)
+    escape_closes_it()
+
+
 with session.Session() as under_test:
-    under_test.start("trayer", "--edge", "bottom", "--widthtype", "request", "--height", "24",
-                     stderr=subprocess.DEVNULL)
+    # The tray turns up after the program.
     running = under_test.start(session.program())
     session.wait_for("the window", under_test.main_window)
+    tray = start_tray()
     session.main([the_item_is_in_the_tray, a_click_opens_the_popover_beside_the_item, escape_closes_it,
-                  its_command_brings_the_closed_main_window_back])
+                  its_command_brings_the_closed_main_window_back, the_item_comes_back_with_the_tray,
+                  the_popover_opens_again])

@@ -104,6 +104,7 @@ class ScriptedDayFiles final : public platform::DayFileStorage {
   int writes = 0;                      // those that failed too
 
   std::optional<std::string> read(const std::string& name) override;
+  bool exists(const std::string& name) override { return files.contains(name); }
   std::optional<std::string> write(const std::string& name, const std::string& content) override;
 };
 
@@ -275,7 +276,9 @@ class ScriptedWorkspace final : public platform::Workspace {
   std::vector<std::string> opened;
 
   void openURL(const std::string& url) override { opened.push_back(url); }
-  void open(const platform::FileLocation& directory) override { opened.push_back("open " + directory.path()); }
+  void open(const platform::FileLocation& directory) override {
+    opened.push_back("open " + directory.path());
+  }
   void reveal(const platform::FileLocation& file) override { opened.push_back("reveal " + file.path()); }
 };
 

@@ -18,10 +18,12 @@ LinuxDayFiles::LinuxDayFiles(const std::string& dataDirectory)
     : folder_(dataDirectory.empty() ? dataDirectory : below(dataDirectory, "Kestrune/history")) {}
 
 std::optional<std::string> LinuxDayFiles::read(const std::string& name) {
-  const std::string path = below(folder_, name);
+  return exists(name) ? readFile(below(folder_, name), largestFile) : std::nullopt;
+}
+
+bool LinuxDayFiles::exists(const std::string& name) {
   std::error_code ignored;
-  if (folder_.empty() || !std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
-  return readFile(path, largestFile);
+  return !folder_.empty() && std::filesystem::is_regular_file(below(folder_, name), ignored);
 }
 
 std::optional<std::string> LinuxDayFiles::write(const std::string& name, const std::string& content) {

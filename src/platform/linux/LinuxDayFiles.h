@@ -12,6 +12,7 @@ class LinuxDayFiles final : public platform::DayFileStorage {
   explicit LinuxDayFiles(const std::string& dataDirectory);
 
   std::optional<std::string> read(const std::string& name) override;
+  bool exists(const std::string& name) override;
   std::optional<std::string> write(const std::string& name, const std::string& content) override;
 
  private:

@@ -46,8 +46,7 @@ std::optional<std::int64_t> LinuxSystemFacts::bootTime() {
 std::string LinuxSystemFacts::operatingSystemVersion() {
   std::string name;
   for (const char* path : {"etc/os-release", "usr/lib/os-release"}) {
-    if (name.empty())
-      name = valueOf("PRETTY_NAME", readFile(below(root_, path)).value_or(""));
+    if (name.empty()) name = valueOf("PRETTY_NAME", readFile(below(root_, path)).value_or(""));
   }
   std::string kernel = readFile(below(root_, "proc/sys/kernel/osrelease")).value_or("");
   kernel.resize(std::min(kernel.find('\n'), kernel.size()));

@@ -42,6 +42,7 @@ class KestruneApp final : public platform::Application {
 
   MainWindow& window() { return *window_; }
   NotificationCenter& notifications() { return notifications_; }
+  AppEnvironment& environment() { return env_; }
 
  private:
   void announceEnd();

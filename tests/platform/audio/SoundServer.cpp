@@ -125,6 +125,9 @@ PrivateSession::PrivateSession() {
     fs::permissions(path, fs::perms::owner_all);
     setenv(name, path.c_str(), 1);
   }
+  // Made by whichever of server and client comes first, and the server gives up where it comes second.
+  fs::create_directory(folder_ / "run/pulse");
+  fs::permissions(folder_ / "run/pulse", fs::perms::owner_all);
 }
 
 std::string PrivateSession::complaints() const {
