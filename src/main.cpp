@@ -11,6 +11,7 @@
 #include "platform/desktop/SessionBus.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/TerminationSignals.h"
+#include "ui/MainTab.h"
 #include "ui/qt/KestruneApp.h"
 #include "ui/qt/LoopDriver.h"
 #include "ui/qt/SingleInstance.h"
@@ -42,13 +43,16 @@ int run(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("kestrune"));
   QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
-  QApplication::setDesktopFileName(QStringLiteral("kestrune"));
+  QApplication::setDesktopFileName(QStringLiteral("org.kestrune.Kestrune"));
   QApplication::setQuitOnLastWindowClosed(false);
 
   ui::qt::KestruneApp* app = nullptr;
-  ui::qt::SingleInstance instance([&app](const QString& activationToken) {
+  using Request = ui::qt::SingleInstance::Request;
+  ui::qt::SingleInstance instance([&app](Request request, const QString& activationToken) {
     if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
-    if (app != nullptr) app->openMainWindow();
+    if (app == nullptr) return;
+    if (request == Request::settings) app->notifications().post(ui::openSettingsTabNotification);
+    app->openMainWindow();
   });
   switch (instance.claim()) {
     case ui::qt::SingleInstance::Outcome::first:

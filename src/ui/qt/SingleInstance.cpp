@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QFileInfo>
@@ -15,6 +16,8 @@ const auto serviceName = QStringLiteral("org.kestrune.Kestrune");
 const auto objectPath = QStringLiteral("/org/kestrune/Kestrune");
 const auto interfaceName = QStringLiteral("org.freedesktop.Application");
 const auto activateMethod = QStringLiteral("Activate");
+const auto activateActionMethod = QStringLiteral("ActivateAction");
+const auto settingsAction = QStringLiteral("settings");
 const auto tokenKey = QStringLiteral("activation-token");
 
 // Asking the library for a bus that isn't there would make it start one.
@@ -25,33 +28,40 @@ bool hasSessionBus() {
 
 }  // namespace
 
-// The freedesktop interface of a running application, as far as a program without files and actions has one.
+// The freedesktop interface of a running application, as far as a program without files has one.
 class SingleInstance::Service final : public QDBusVirtualObject {
  public:
-  explicit Service(std::function<void(const QString&)> activate) : activate_(std::move(activate)) {}
+  explicit Service(Activate activate) : activate_(std::move(activate)) {}
 
   QString introspect(const QString&) const override {
     return QStringLiteral(
         "<interface name=\"org.freedesktop.Application\">"
-        "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
+        "<method name=\"Activate\"><arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
+        "<method name=\"ActivateAction\"><arg type=\"s\" name=\"action_name\" direction=\"in\"/>"
+        "<arg type=\"av\" name=\"parameter\" direction=\"in\"/>"
+        "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
         "</interface>");
   }
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    if (message.member() != activateMethod) return false;
-    const auto data = message.arguments().isEmpty()
-                          ? QVariantMap()
-                          : qdbus_cast<QVariantMap>(message.arguments().constFirst());
+    const QVariantList arguments = message.arguments();
+    const bool isAction = message.member() == activateActionMethod;
+    if (!isAction && message.member() != activateMethod) return false;
+    if (isAction && arguments.value(0).toString() != settingsAction) {
+      connection.send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("No such action")));
+      return true;
+    }
     connection.send(message.createReply());
-    activate_(data.value(tokenKey).toString());
+    const auto data = qdbus_cast<QVariantMap>(arguments.value(isAction ? 2 : 0));
+    activate_(isAction ? Request::settings : Request::window, data.value(tokenKey).toString());
     return true;
   }
 
  private:
-  std::function<void(const QString&)> activate_;
+  Activate activate_;
 };
 
-SingleInstance::SingleInstance(std::function<void(const QString&)> activate)
+SingleInstance::SingleInstance(Activate activate)
     : service_(std::make_unique<Service>(std::move(activate))) {}
 
 SingleInstance::~SingleInstance() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -8,17 +9,24 @@
 namespace kestrune::ui::qt {
 
 // Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a
-// later one asks it to come forward. Without a session bus every copy counts as the first. Main thread.
+// later one asks it to come forward. The desktop may start the program under that name, and ask it for its
+// settings. Without a session bus every copy counts as the first. Main thread.
 class SingleInstance {
  public:
+  enum class Request : std::uint8_t {
+    window,
+    settings,
+  };
   enum class Outcome : std::uint8_t {
     first,
     otherCameForward,
     otherDoesNotAnswer,
   };
 
-  // `activate` is called, with the activation token of the desktop or nothing, when a later copy was started.
-  explicit SingleInstance(std::function<void(const QString& activationToken)> activate);
+  // Called with the activation token of the desktop, or nothing, when a later copy or the desktop asks.
+  using Activate = std::function<void(Request request, const QString& activationToken)>;
+
+  explicit SingleInstance(Activate activate);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
