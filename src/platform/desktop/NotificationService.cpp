@@ -83,13 +83,13 @@ void NotificationService::show(
     const platform::UserNotification& notification, Id replaced,
     const std::function<void(Id shown, std::optional<std::string> error)>& answer) {
   QVariantMap hints{{QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)},
-                    {QStringLiteral("desktop-entry"), QStringLiteral("kestrune")}};
+                    {QStringLiteral("desktop-entry"), QStringLiteral("org.kestrune.Kestrune")}};
   if (can(QStringLiteral("sound"))) {
     hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
   }
   const QString body = QString::fromStdString(notification.body);
   const auto message = toService(QStringLiteral("Notify"))
-                       << QStringLiteral("Kestrune") << replaced << QStringLiteral("kestrune")
+                       << QStringLiteral("Kestrune") << replaced << QStringLiteral("org.kestrune.Kestrune")
                        << QString::fromStdString(notification.title)
                        << (can(QStringLiteral("body-markup")) ? body.toHtmlEscaped() : body) << QStringList()
                        << hints << expiresByDefault;

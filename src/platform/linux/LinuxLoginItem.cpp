@@ -32,8 +32,8 @@ std::string quotedCommand(std::string_view path) {
 }
 
 std::string entryFor(const std::string& program) {
-  return "[Desktop Entry]\nType=Application\nName=Kestrune\nIcon=kestrune\nExec=" + quotedCommand(program) +
-         "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
+  return "[Desktop Entry]\nType=Application\nName=Kestrune\nIcon=org.kestrune.Kestrune\nExec=" +
+         quotedCommand(program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
 }
 
 bool hasLine(std::string_view text, std::string_view line) {

@@ -38,7 +38,7 @@ TEST_F(NotificationProtocolTest, saysWhoItIsAndHowItWantsToBeShown) {
   const auto& call = daemon.calls.front();
   EXPECT_EQ(call.application, "Kestrune");
   EXPECT_EQ(call.replaced, 0U);
-  EXPECT_EQ(call.icon, "kestrune");
+  EXPECT_EQ(call.icon, "org.kestrune.Kestrune");
   EXPECT_EQ(call.summary, "<Title>") << "a summary has no markup";
   EXPECT_THAT(call.body, testing::StartsWith("5 &lt; 6 &amp; "));
   EXPECT_THAT(call.body, testing::EndsWith(" – ñ"));
@@ -46,7 +46,7 @@ TEST_F(NotificationProtocolTest, saysWhoItIsAndHowItWantsToBeShown) {
   EXPECT_EQ(call.expires, -1);
   EXPECT_EQ(call.hints.value("urgency").typeId(), QMetaType::UChar);
   EXPECT_EQ(call.hints.value("urgency").toInt(), 1);
-  EXPECT_EQ(call.hints.value("desktop-entry").toString().toStdString(), "kestrune");
+  EXPECT_EQ(call.hints.value("desktop-entry").toString().toStdString(), "org.kestrune.Kestrune");
   EXPECT_EQ(call.hints.value("sound-name").toString().toStdString(), "message-new-instant");
 }
 
