@@ -74,7 +74,7 @@ void Surface::tap() {
   if (action && isEnabled()) action();
 }
 
-void Surface::openContextMenu(QPoint onScreen) {
+void Surface::openContextMenu(QPoint onScreen) const {
   const auto action = behaviour_.onContextMenu;
   if (action) action(onScreen);
 }

@@ -46,7 +46,7 @@ class Surface : public QWidget {
   // How far the widget reaches past the view's bounds, for a shadow.
   QMargins outset() const { return outset_; }
   void tap();
-  void openContextMenu(QPoint onScreen);
+  void openContextMenu(QPoint onScreen) const;
   // Shown as the one that the keyboard is at, without having the focus.
   void setMarked(bool isMarked);
   bool isMarked() const { return showsFocus_; }
