@@ -6,6 +6,7 @@
 #include "ui/Card.h"
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
+#include "ui/Fraction.h"
 #include "ui/Gauges.h"
 #include "ui/Sparkline.h"
 #include "ui/ViewList.h"
@@ -58,9 +59,8 @@ View DiskTab::history() const {
 
 View DiskTab::volumes() const {
   const DiskSnapshot& now = *disk().current;
-  const double fraction = now.volumeTotalBytes == 0 ? 0
-                                                    : static_cast<double>(now.volumeUsedBytes) /
-                                                          static_cast<double>(now.volumeTotalBytes);
+  const double fraction =
+      share(static_cast<double>(now.volumeUsedBytes), static_cast<double>(now.volumeTotalBytes));
   auto name = hstack(6, centered, views(symbol("internaldrive"), verbatim(now.volumeName).withLineLimit(1)))
                   .withFont(13);
   auto title =

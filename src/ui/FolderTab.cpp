@@ -190,9 +190,8 @@ View FolderTab::locationCard() const {
 
 View FolderTab::volumeCard() const {
   const DiskSnapshot& now = *context_.env.disk->current;
-  const double used = now.volumeTotalBytes == 0 ? 0
-                                                : static_cast<double>(now.volumeUsedBytes) /
-                                                      static_cast<double>(now.volumeTotalBytes);
+  const double used =
+      share(static_cast<double>(now.volumeUsedBytes), static_cast<double>(now.volumeTotalBytes));
   auto figures = hstack(24, VerticalAlignment::top,
                         views(figure("Used", now.volumeUsedBytes), figure("Free", now.volumeFreeBytes),
                               figure("Total", now.volumeTotalBytes)));
@@ -266,9 +265,9 @@ View FolderTab::list() const {
 
 View FolderTab::row(const FolderItem& item, std::uint64_t largest, bool hasDivider) const {
   const auto size = item.sizeBytes;
-  const double share = static_cast<double>(size.value_or(0)) / static_cast<double>(largest);
+  const double ofLargest = share(static_cast<double>(size.value_or(0)), static_cast<double>(largest));
   const Color fill = item.isDirectory ? Color(ColorRole::accent, 0.75) : Color(ColorRole::secondary, 0.45);
-  auto line = listLine(nameCell(item), shareBar(share, fill, barHeight),
+  auto line = listLine(nameCell(item), shareBar(ofLargest, fill, barHeight),
                        verbatim(size ? formatBytes(*size) : "").withMonospacedDigits(14))
                   .fillHeight(centered);
   std::vector<View> layers = views(std::move(line));

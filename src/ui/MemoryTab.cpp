@@ -19,10 +19,6 @@ namespace {
 constexpr auto centered = VerticalAlignment::center;
 constexpr double memoryColumnWidth = 80;
 
-double share(double part, double whole) {
-  return whole > 0 ? clampedFraction(part / whole) : 0;
-}
-
 View usageBar(double fraction, Color fill, double height, double cornerRadius) {
   return View(BarContent{.fraction = fraction,
                          .track = ColorRole::quaternary,
@@ -43,7 +39,7 @@ View breakdownRow(std::string caption, double gigabytes, double totalGigabytes, 
                           .withFont(11)
                           .withForeground(ColorRole::secondary)
                           .width(110, HorizontalAlignment::leading),
-                      usageBar(share(gigabytes, totalGigabytes), color, 8, 4),
+                      usageBar(clampedFraction(share(gigabytes, totalGigabytes)), color, 8, 4),
                       verbatim(formatGibibytes(gigabytes, 1))
                           .withMonospacedDigits(11)
                           .width(60, HorizontalAlignment::trailing)));
@@ -81,7 +77,8 @@ View MemoryTab::usedCard() const {
                                  .withFont(11)
                                  .withForeground(ColorRole::secondary)));
   return Card{section(views(sectionHeader(label("Memory Used", "memorychip")), std::move(amount),
-                            usageBar(share(used, total), pressureColor(now.pressure).withOpacity(0.8), 8, 4)))
+                            usageBar(clampedFraction(share(used, total)),
+                                     pressureColor(now.pressure).withOpacity(0.8), 8, 4)))
                   .fillHeight()};
 }
 

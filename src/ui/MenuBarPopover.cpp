@@ -6,6 +6,7 @@
 #include "ui/AudioParts.h"
 #include "ui/Effects.h"
 #include "ui/Formatters.h"
+#include "ui/Fraction.h"
 #include "ui/MainTab.h"
 #include "ui/Series.h"
 #include "ui/Sparkline.h"
@@ -42,8 +43,8 @@ std::string twoRates(double first, double second) {
 }
 
 Color fillColor(const DiskSnapshot& disk) {
-  if (disk.volumeTotalBytes == 0) return ColorRole::primary;
-  const double used = static_cast<double>(disk.volumeUsedBytes) / static_cast<double>(disk.volumeTotalBytes);
+  const double used =
+      share(static_cast<double>(disk.volumeUsedBytes), static_cast<double>(disk.volumeTotalBytes));
   if (used > 0.9) return statusCriticalColor;
   return used > 0.8 ? statusWarningColor : Color(ColorRole::primary);
 }
@@ -126,9 +127,8 @@ View MenuBarPopover::memoryRow() const {
   auto used = verbatim(formatGibibytes(gibibytes(static_cast<double>(now.usedBytes)), 1))
                   .withForeground(pressureColor(now.pressure));
   return metricRow("Memory", std::move(used), trend(*memory.history, [](const MemorySnapshot& each) {
-                     return each.totalBytes == 0 ? 0
-                                                 : static_cast<double>(each.usedBytes) /
-                                                       static_cast<double>(each.totalBytes) * 100;
+                     return share(static_cast<double>(each.usedBytes), static_cast<double>(each.totalBytes)) *
+                            100;
                    }));
 }
 

@@ -7,6 +7,7 @@
 #include "ui/Card.h"
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
+#include "ui/Fraction.h"
 #include "ui/Gauges.h"
 #include "ui/NetworkParts.h"
 #include "ui/SandboxFeatureBanner.h"
@@ -53,10 +54,6 @@ std::string wholePercentText(double percent) {
 
 std::string gigabyteText(std::uint64_t bytes) {
   return formatGibibytes(gibibytes(static_cast<double>(bytes)), 1);
-}
-
-double share(double part, double whole) {
-  return whole > 0 ? part / whole : 0;
 }
 
 Color storageColor(double fraction) {

@@ -40,13 +40,17 @@ View hint(View words, Color color = ColorRole::secondary) {
   return under(std::move(words).withFont(11).withForeground(color).fillWidth());
 }
 
+// The look of what can be pressed.
+View bordered(View words) {
+  return std::move(words).paddingHorizontal(10).paddingVertical(3).background(
+      {.fill = Color(ColorRole::primary, 0.06),
+       .cornerRadius = 5,
+       .border = Color(ColorRole::primary, 0.14),
+       .borderWidth = 1});
+}
+
 View borderedButton(View words, std::function<void()> action) {
-  BackgroundContent border{.fill = Color(ColorRole::primary, 0.06),
-                           .cornerRadius = 5,
-                           .border = Color(ColorRole::primary, 0.14),
-                           .borderWidth = 1};
-  return button(std::move(words).withFont(12).paddingHorizontal(10).paddingVertical(3).background(border),
-                std::move(action));
+  return button(bordered(std::move(words).withFont(12)), std::move(action));
 }
 
 View switchFor(const std::string& title, const Preference<bool>& preference) {
@@ -92,15 +96,9 @@ View menuFor(const Preference<T>& preference, const std::array<Choice<T>, count>
                      .action = [preference, value = choice.value] { preference.set(value); }});
   }
   auto shown = found == choices.end() ? verbatim("—") : text(found->title);
-  BackgroundContent border{.fill = Color(ColorRole::primary, 0.06),
-                           .cornerRadius = 5,
-                           .border = Color(ColorRole::primary, 0.14),
-                           .borderWidth = 1};
-  return menu(hstack(6, centered, views(std::move(shown).withFont(12), symbol("chevron.down").withFont(9)))
-                  .paddingHorizontal(10)
-                  .paddingVertical(3)
-                  .background(border),
-              std::move(items));
+  return menu(
+      bordered(hstack(6, centered, views(std::move(shown).withFont(12), symbol("chevron.down").withFont(9)))),
+      std::move(items));
 }
 
 // A title above a card of rows.

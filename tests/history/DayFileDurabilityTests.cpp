@@ -21,6 +21,7 @@
 #include "platform/linux/LinuxDayFiles.h"
 #include "platform/linux/TemporaryFolder.h"
 #include "platform/linux/UniqueFd.h"
+#include "support/LeaveMachine.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {
@@ -31,25 +32,11 @@ namespace fs = std::filesystem;
 constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
 constexpr const char* fileName = "Kestrune/history/2026-05-09.json";
 
-// Lets this process mount what no other sees: once, for good.
-bool leaveMachine() {
-  const uid_t user = geteuid();
-  const gid_t group = getegid();
-  if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0) return false;
-  if (user != 0) {
-    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1\n";
-    std::ofstream("/proc/self/setgroups") << "deny\n";
-    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1\n";
-  }
-  return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
 // A file system of its own in a folder, for this process alone.
 class Mount {
  public:
   Mount(std::string folder, const char* options) : folder_(std::move(folder)) {
-    static const bool hasLeft = leaveMachine();
-    isThere_ = hasLeft && mount("tmpfs", folder_.c_str(), "tmpfs", 0, options) == 0;
+    isThere_ = test::hasLeftMachine() && mount("tmpfs", folder_.c_str(), "tmpfs", 0, options) == 0;
   }
   ~Mount() {
     if (isThere_) umount2(folder_.c_str(), MNT_DETACH);

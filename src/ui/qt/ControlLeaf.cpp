@@ -12,7 +12,6 @@ namespace kestrune::ui::qt {
 ControlLeaf::ControlLeaf(Theme& theme, QWidget* parent, QAccessible::Role role)
     : PaintedLeaf(theme, parent, role) {
   setFocusPolicy(Qt::StrongFocus);
-  setAttribute(Qt::WA_Hover);
 }
 
 void ControlLeaf::paintFocus(QPainter& painter, const QRectF& bounds, double radius) const {
@@ -22,14 +21,20 @@ void ControlLeaf::paintFocus(QPainter& painter, const QRectF& bounds, double rad
   painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), radius, radius);
 }
 
+void ControlLeaf::paintKnob(QPainter& painter, const QRectF& knob, double rimOpacity) const {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color(Color(ColorRole::black, rimOpacity)));
+  painter.drawEllipse(knob.adjusted(-0.25, 0.25, 0.25, 0.75));
+  painter.setBrush(color(Color::rgb(1, 1, 1)));
+  painter.drawEllipse(knob);
+}
+
 void ControlLeaf::showFocus() {
   if (!std::exchange(showsFocus_, true)) update();
 }
 
 bool ControlLeaf::event(QEvent* event) {
-  const auto type = event->type();
-  if (type == QEvent::HoverEnter || type == QEvent::HoverLeave) isHovered_ = type == QEvent::HoverEnter;
-  if (type == QEvent::EnabledChange) update();
+  if (event->type() == QEvent::EnabledChange) update();
   return PaintedLeaf::event(event);
 }
 

@@ -12,7 +12,8 @@ class ControlLeaf : public PaintedLeaf {
   // Around the control, if it is to be shown.
   void paintFocus(QPainter& painter, const QRectF& bounds, double radius) const;
   void showFocus();
-  bool isHovered() const { return isHovered_; }
+  // The round piece that the user moves, with a rim of that strength below it.
+  void paintKnob(QPainter& painter, const QRectF& knob, double rimOpacity) const;
 
   bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -20,7 +21,6 @@ class ControlLeaf : public PaintedLeaf {
 
  private:
   bool showsFocus_ = false;
-  bool isHovered_ = false;
 };
 
 }  // namespace kestrune::ui::qt

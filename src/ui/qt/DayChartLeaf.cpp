@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
-#include <QToolTip>
 
 #include "ui/qt/Theme.h"
-#include "ui/qt/ToolTip.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -61,15 +57,14 @@ std::vector<double> roundScale(double highest, double unit) {
   return scale;
 }
 
-DayChartLeaf::DayChartLeaf(Theme& theme, QWidget* parent) : FillingLeaf(theme, parent, QAccessible::Graphic) {
-  setMouseTracking(true);
-}
+DayChartLeaf::DayChartLeaf(Theme& theme, QWidget* parent) : ChartLeaf(theme, parent) {}
 
 bool DayChartLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);
   const auto& next = std::get<DayChartContent>(content);
   const bool looksTheSame = next == content_ && !scale_.empty();
   content_ = next;
+  setReadOut(content_.readOut);
   if (looksTheSame) return false;
   scale_ = roundScale(highestOf(content_), content_.scaleUnit);
   scaleWidth_ = 0;
@@ -102,42 +97,11 @@ double DayChartLeaf::heightOf(double figure) const {
 }
 
 std::optional<std::size_t> DayChartLeaf::pointedAt() const {
-  if (!pointer_ || content_.days.empty() || pointer_->x() < 0 || pointer_->x() >= plot().right()) {
+  if (!pointer() || content_.days.empty() || pointer()->x() < 0 || pointer()->x() >= plot().right()) {
     return std::nullopt;
   }
-  const auto day = static_cast<std::size_t>(pointer_->x() / dayWidth());
+  const auto day = static_cast<std::size_t>(pointer()->x() / dayWidth());
   return std::min(day, content_.days.size() - 1);
-}
-
-void DayChartLeaf::mouseMoveEvent(QMouseEvent* event) {
-  event->ignore();
-  const auto before = pointedAt();
-  pointer_ = event->position().toPoint();
-  if (pointedAt() == before) return;
-  update();
-  sayDay();
-}
-
-void DayChartLeaf::leaveEvent(QEvent* event) {
-  if (pointer_) {
-    pointer_.reset();
-    update();
-    QToolTip::hideText();
-  }
-  FillingLeaf::leaveEvent(event);
-}
-
-void DayChartLeaf::sayDay() {
-  const auto day = pointedAt();
-  QString said;
-  if (day && content_.readOut) {
-    for (const TextContent& part : content_.readOut(*day)) said += theme().text(part);
-  }
-  if (said.isEmpty()) {
-    QToolTip::hideText();
-  } else {
-    QToolTip::showText(mapToGlobal(*pointer_), plainToolTip(said), this);
-  }
 }
 
 void DayChartLeaf::paint(QPainter& painter) {

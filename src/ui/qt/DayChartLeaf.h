@@ -4,15 +4,13 @@
 #include <optional>
 #include <vector>
 
-#include <QPoint>
-
-#include "ui/qt/PaintedLeaf.h"
+#include "ui/qt/ChartLeaf.h"
 
 namespace kestrune::ui::qt {
 
-// Figures of a row of days with a scale at the right and the days below. Days without a figure are gaps.
-// While the pointer is over it, the day is marked, and a tooltip says what the chart knows of it.
-class DayChartLeaf final : public FillingLeaf {
+// Figures of a row of days with a scale at the right and the days below. Days without a figure are gaps. The
+// pointer marks the day.
+class DayChartLeaf final : public ChartLeaf {
  public:
   DayChartLeaf(Theme& theme, QWidget* parent);
 
@@ -20,16 +18,13 @@ class DayChartLeaf final : public FillingLeaf {
 
  protected:
   void paint(QPainter& painter) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void leaveEvent(QEvent* event) override;
+  std::optional<std::size_t> pointedAt() const override;
 
  private:
   QRectF plot() const;
   double dayWidth() const;
   double middleOf(std::size_t day) const;
   double heightOf(double figure) const;
-  std::optional<std::size_t> pointedAt() const;
-  void sayDay();
   void paintScale(QPainter& painter);
   void paintDays(QPainter& painter);
   void paintMark(QPainter& painter, std::size_t day) const;
@@ -39,9 +34,8 @@ class DayChartLeaf final : public FillingLeaf {
                 std::size_t last) const;
 
   DayChartContent content_;
-  std::vector<double> scale_;      // where its lines lie, from 0 up
-  double scaleWidth_ = 0;          // of its widest text
-  std::optional<QPoint> pointer_;  // while it is over the chart
+  std::vector<double> scale_;  // where its lines lie, from 0 up
+  double scaleWidth_ = 0;      // of its widest text
 };
 
 // Round figures from 0 to at least `highest`, at least two and in at most five steps. A step is `unit` times

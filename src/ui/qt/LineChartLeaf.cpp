@@ -4,13 +4,10 @@
 #include <cmath>
 #include <vector>
 
-#include <QMouseEvent>
 #include <QPainter>
-#include <QToolTip>
 
 #include "ui/qt/LinePainter.h"
 #include "ui/qt/Theme.h"
-#include "ui/qt/ToolTip.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -30,19 +27,17 @@ std::vector<LinePoint> pointsOf(const std::vector<double>& heights, double width
 
 }  // namespace
 
-LineChartLeaf::LineChartLeaf(Theme& theme, QWidget* parent)
-    : FillingLeaf(theme, parent, QAccessible::Graphic) {}
+LineChartLeaf::LineChartLeaf(Theme& theme, QWidget* parent) : ChartLeaf(theme, parent) {}
 
 bool LineChartLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);
   const auto& next = std::get<LineChartContent>(content);
   const bool looksTheSame = next == content_;
   content_ = next;
-  setMouseTracking(content_.readOut != nullptr);
-  if (!content_.readOut) pointer_.reset();
+  setReadOut(content_.readOut);
   if (looksTheSame) return false;
   update();
-  if (pointer_ && QToolTip::isVisible()) sayPoint();
+  refreshReadOut();
   return false;
 }
 
@@ -54,41 +49,9 @@ std::size_t LineChartLeaf::pointCount() const {
 
 std::optional<std::size_t> LineChartLeaf::pointedAt() const {
   const std::size_t count = pointCount();
-  if (!pointer_ || count < 2 || width() <= 0) return std::nullopt;
-  const double place = static_cast<double>(std::clamp(pointer_->x(), 0, width())) / width();
+  if (!pointer() || count < 2 || width() <= 0) return std::nullopt;
+  const double place = static_cast<double>(std::clamp(pointer()->x(), 0, width())) / width();
   return static_cast<std::size_t>(std::lround(place * static_cast<double>(count - 1)));
-}
-
-void LineChartLeaf::mouseMoveEvent(QMouseEvent* event) {
-  event->ignore();
-  if (!content_.readOut) return;
-  const auto before = pointedAt();
-  pointer_ = event->position().toPoint();
-  if (pointedAt() == before) return;
-  update();
-  sayPoint();
-}
-
-void LineChartLeaf::leaveEvent(QEvent* event) {
-  if (pointer_) {
-    pointer_.reset();
-    update();
-    QToolTip::hideText();
-  }
-  FillingLeaf::leaveEvent(event);
-}
-
-void LineChartLeaf::sayPoint() {
-  const auto point = pointedAt();
-  QString said;
-  if (point) {
-    for (const TextContent& part : content_.readOut(*point)) said += theme().text(part);
-  }
-  if (said.isEmpty()) {
-    QToolTip::hideText();
-    return;
-  }
-  QToolTip::showText(mapToGlobal(*pointer_), plainToolTip(said), this);
 }
 
 void LineChartLeaf::paint(QPainter& painter) {

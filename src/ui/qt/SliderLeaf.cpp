@@ -116,10 +116,7 @@ void SliderLeaf::paint(QPainter& painter) {
   painter.drawRoundedRect(QRectF(0, track.top(), place, trackThickness), trackThickness / 2,
                           trackThickness / 2);
   const QRectF knob(place - knobSide / 2, middle - knobSide / 2, knobSide, knobSide);
-  painter.setBrush(color(Color(ColorRole::black, 0.22)));  // its lower rim
-  painter.drawEllipse(knob.adjusted(-0.25, 0.25, 0.25, 0.75));
-  painter.setBrush(color(Color::rgb(1, 1, 1)));
-  painter.drawEllipse(knob);
+  paintKnob(painter, knob, 0.22);
   paintFocus(painter, rect(), controlHeight / 2);
 }
 

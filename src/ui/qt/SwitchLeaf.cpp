@@ -92,10 +92,7 @@ void SwitchLeaf::paint(QPainter& painter) {
   const double side = trackHeight - 2 * knobInset;
   const double travel = trackWidth - trackHeight;
   const QRectF knob(track.left() + knobInset + knob_.value() * travel, track.top() + knobInset, side, side);
-  painter.setBrush(color(Color(ColorRole::black, 0.16)));  // its lower rim
-  painter.drawEllipse(knob.adjusted(-0.25, 0.25, 0.25, 0.75));
-  painter.setBrush(color(Color::rgb(1, 1, 1)));
-  painter.drawEllipse(knob);
+  paintKnob(painter, knob, 0.16);
   paintFocus(painter, rect(), trackHeight / 2);
 }
 

@@ -12,6 +12,7 @@
 #include "platform/folders/FolderTree.h"
 #include "platform/linux/LinuxFolders.h"
 #include "platform/linux/MeasurePool.h"
+#include "support/LeaveMachine.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune::linux_platform {
@@ -22,24 +23,10 @@ using platform::FileLocation;
 using platform::FolderMeasure;
 using test::measured;
 
-// Lets the process mount without touching the machine: once, for good.
-bool leaveMachine() {
-  const uid_t user = geteuid();
-  const gid_t group = getegid();
-  if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0) return false;
-  if (user != 0) {
-    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1\n";
-    std::ofstream("/proc/self/setgroups") << "deny\n";
-    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1\n";
-  }
-  return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
 class FolderMountTest : public testing::Test {
  protected:
   void SetUp() override {
-    static const bool hasLeft = leaveMachine();
-    if (!hasLeft) GTEST_SKIP() << "the kernel grants no mounts of its own";
+    if (!test::hasLeftMachine()) GTEST_SKIP() << "the kernel grants no mounts of its own";
   }
   ~FolderMountTest() override {
     for (auto target = mounted_.rbegin(); target != mounted_.rend(); ++target) {

@@ -15,6 +15,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "support/LeaveMachine.h"
+
 namespace kestrune::test {
 namespace {
 
@@ -28,24 +30,6 @@ bool run(const std::string& command) {
 
 UniqueFd ownNamespace() {
   return UniqueFd(open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC));
-}
-
-// Lets the process mount and make networks without touching those of the machine: once, for good.
-bool leaveMachine() {
-  const uid_t user = geteuid();
-  const gid_t group = getegid();
-  if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0) return false;
-  if (user != 0) {
-    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1\n";
-    std::ofstream("/proc/self/setgroups") << "deny\n";
-    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1\n";
-  }
-  return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
-bool hasLeftMachine() {
-  static const bool hasLeft = leaveMachine();
-  return hasLeft;
 }
 
 // Frames that nobody asked for would blur the counts.
@@ -111,7 +95,7 @@ NetworkNamespaces::~NetworkNamespaces() {
 }
 
 bool NetworkNamespaces::make() {
-  if (!hasLeftMachine() || unshare(CLONE_NEWNET) != 0) return false;
+  if (!test::hasLeftMachine() || unshare(CLONE_NEWNET) != 0) return false;
   far_ = ownNamespace();
   silenceIpv6();
   if (unshare(CLONE_NEWNET) != 0) return false;
