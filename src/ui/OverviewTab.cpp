@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/AudioParts.h"
 #include "ui/Card.h"
 #include "ui/Dashboard.h"
 #include "ui/Formatters.h"
 #include "ui/Fraction.h"
 #include "ui/Gauges.h"
 #include "ui/NetworkParts.h"
+#include "ui/OverviewAudio.h"
 #include "ui/SandboxFeatureBanner.h"
 #include "ui/Series.h"
 #include "ui/Sparkline.h"
@@ -18,8 +18,6 @@
 
 namespace kestrune::ui {
 namespace {
-
-using Device = AudioSnapshot::Device;
 
 constexpr auto leading = HorizontalAlignment::leading;
 constexpr auto trailing = HorizontalAlignment::trailing;
@@ -79,68 +77,6 @@ View blockDivider() {
   return divider();
 }
 
-std::string outputSymbol(const std::optional<Device>& device) {
-  return !device || device->isMuted ? "speaker.slash.fill" : transportSymbol(device->transport);
-}
-
-View audioBlock(View icon, std::string label, View value, View level = {}) {
-  auto words = vstack(
-      2, leading,
-      views(text(std::move(label)).withFont(9, FontWeight::semibold).withForeground(ColorRole::tertiary),
-            std::move(value).withMonospacedDigits(14, FontWeight::medium).withLineLimit(1)));
-  return hstack(10, centered,
-                views(std::move(icon).withFont(14, FontWeight::medium).width(20), std::move(words),
-                      std::move(level)))
-      .fillWidth();
-}
-
-View nameOrNone(const std::optional<Device>& device) {
-  return device ? verbatim(device->name) : text("None");
-}
-
-View outputLevel(const std::optional<Device>& device) {
-  if (!device || device->volume < 0) return {};
-  auto level = device->isMuted ? text("Muted").withForeground(statusCriticalColor)
-                               : verbatim(volumeText(device->volume)).withForeground(ColorRole::secondary);
-  return std::move(level)
-      .withMonospacedDigits(11, FontWeight::medium)
-      .padding({.top = 0, .leading = 4, .bottom = 0, .trailing = 0});
-}
-
-View outputBlock(const AudioSnapshot& audio) {
-  const auto& device = audio.defaultOutput;
-  const Color color = device && device->isMuted ? statusCriticalColor : Color(ColorRole::accent);
-  return audioBlock(symbol(outputSymbol(device)).withForeground(color), "OUTPUT", nameOrNone(device),
-                    outputLevel(device));
-}
-
-View inputBlock(const AudioSnapshot& audio) {
-  const auto& device = audio.defaultInput;
-  return audioBlock(symbol("mic.fill").withForeground(device ? ColorRole::orange : ColorRole::secondary),
-                    "INPUT", nameOrNone(device));
-}
-
-View activeNames(const std::vector<AudioSnapshot::AudioProcess>& active) {
-  switch (active.size()) {
-    case 0:
-      return text("No audio at this moment.").withForeground(ColorRole::tertiary);
-    case 1:
-      return verbatim(active[0].name);
-    case 2:
-      return verbatim(active[0].name + " · " + active[1].name);
-    default:
-      return hstack(0, baseline, views(verbatim(std::to_string(active.size())), text(" apps using audio")));
-  }
-}
-
-View activeBlock(const AudioSnapshot& audio) {
-  const bool isActive = !audio.activeProcesses.empty();
-  auto icon = symbol(isActive ? "waveform.badge.mic" : "waveform")
-                  .withForeground(isActive ? ColorRole::green : ColorRole::secondary);
-  if (isActive) icon = std::move(icon).pulse({.from = 0.45, .to = 1, .seconds = 0.85});
-  return audioBlock(std::move(icon), "ACTIVE", activeNames(audio.activeProcesses));
-}
-
 View processLine(View name, View cpu, View memory) {
   return hstack(innerSpacing, centered,
                 views(std::move(name).fillWidth(), std::move(cpu).width(56, trailing),
@@ -178,7 +114,7 @@ View OverviewTab::body() {
     parts.push_back(columns(3, gridSpacing,
                             views(cpuCard(), memoryCard(), batteryCard(), systemCard(), networkCard()),
                             {1, 1, 1, 2, 1}));
-    parts.push_back(audioCard());
+    parts.push_back(audioSection());
     parts.push_back(topProcesses());
   }
   return scroll(vstack(12, leading, std::move(parts)).padding(16));
@@ -508,7 +444,7 @@ View OverviewTab::throughput() const {
 
 // ---- below the grid
 
-View OverviewTab::audioCard() const {
+View OverviewTab::audioSection() const {
   if (record_) {
     return Card{hstack(10, centered,
                        views(symbol("waveform.slash").withFont(13, FontWeight::medium),
@@ -517,11 +453,7 @@ View OverviewTab::audioCard() const {
                     .paddingVertical(6)
                     .fillWidth()};
   }
-  const AudioSnapshot& audio = *env().audio->current;
-  const auto line = [] { return hstack(0, centered, views(divider())).height(34).paddingHorizontal(16); };
-  return Card{
-      hstack(0, centered, views(outputBlock(audio), line(), inputBlock(audio), line(), activeBlock(audio)))
-          .paddingVertical(2)};
+  return audioCard(*env().audio->current);
 }
 
 View OverviewTab::topProcesses() const {

@@ -43,7 +43,7 @@ class OverviewTab final : public Component {
   View liveConnectionDetail() const;
   View trafficFigures(const SSIDTraffic& networks) const;
   View throughput() const;
-  View audioCard() const;
+  View audioSection() const;
   View topProcesses() const;
 
   ViewContext context_;
