@@ -26,8 +26,8 @@ bool BarLeaf::show(const Content& content, const LeafStyle& style) {
   return false;
 }
 
-int BarLeaf::end() const {
-  return static_cast<int>(std::lround(fraction() * width() * devicePixelRatioF()));
+int BarLeaf::endOf(double fraction) const {
+  return static_cast<int>(std::lround(fraction * width() * devicePixelRatioF()));
 }
 
 void BarLeaf::paintGauge(QPainter& painter) {

@@ -15,13 +15,18 @@ GaugeLeaf::GaugeLeaf(Theme& theme, QWidget* parent)
 
 void GaugeLeaf::setFraction(double fraction, double seconds, bool hasNewLook) {
   const double target = std::isnan(fraction) ? 0 : std::clamp(fraction, 0.0, 1.0);
-  if (target != fraction_.target()) fraction_.set(target, isShown_ && canAnimate(*this) ? seconds : 0);
+  if (target != fraction_.target()) fraction_.set(target, wouldMove(target) ? seconds : 0);
   isShown_ = true;
   if (hasNewLook) {
     update();
   } else {
     followFraction();
   }
+}
+
+// A single step has nothing between its ends, and no frames are spent on it.
+bool GaugeLeaf::wouldMove(double target) const {
+  return isShown_ && std::abs(endOf(target) - end()) > 1 && canAnimate(*this);
 }
 
 void GaugeLeaf::followFraction() {

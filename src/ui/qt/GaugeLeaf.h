@@ -15,15 +15,17 @@ class GaugeLeaf : public FillingLeaf {
   // Takes a fraction, cut to 0 to 1, and moves there in that time; at once the first time, and where no
   // movement is to be seen. `hasNewLook`: something else is to be shown differently too.
   void setFraction(double fraction, double seconds, bool hasNewLook);
-  double fraction() const { return fraction_.value(); }
+  // Where the part that is shown now ends.
+  int end() const { return endOf(fraction_.value()); }
 
-  // Where the shown part ends, in steps that can be told apart.
-  virtual int end() const = 0;
+  // Where a part of that size ends, in the smallest steps that can be told apart.
+  virtual int endOf(double fraction) const = 0;
   virtual void paintGauge(QPainter& painter) = 0;
 
  private:
   void paint(QPainter& painter) final;
   void followFraction();
+  bool wouldMove(double target) const;
 
   EasedValue fraction_;
   bool isShown_ = false;

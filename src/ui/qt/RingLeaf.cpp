@@ -11,7 +11,8 @@ namespace {
 // As QPainter counts angles.
 constexpr int unitsPerTurn = 360 * 16;
 constexpr int twelveOClock = unitsPerTurn / 4;
-constexpr int step = 8;  // half a degree, a pixel on a ring of 114 pixels' radius
+constexpr int stepsPerTurn = 720;  // of half a degree, a pixel on a ring of 114 pixels' radius
+constexpr int unitsPerStep = unitsPerTurn / stepsPerTurn;
 
 }  // namespace
 
@@ -25,10 +26,9 @@ bool RingLeaf::show(const Content& content, const LeafStyle& style) {
   return false;
 }
 
-int RingLeaf::end() const {
-  const double exact = fraction() * unitsPerTurn;
-  if (exact <= 0) return 0;
-  return std::clamp(static_cast<int>(std::lround(exact / step)) * step, 1, unitsPerTurn);
+int RingLeaf::endOf(double fraction) const {
+  if (fraction <= 0) return 0;
+  return std::clamp(static_cast<int>(std::lround(fraction * stepsPerTurn)), 1, stepsPerTurn);
 }
 
 void RingLeaf::paintGauge(QPainter& painter) {
@@ -40,10 +40,10 @@ void RingLeaf::paintGauge(QPainter& painter) {
   const int length = end();
   if (length == 0) return;
   painter.setPen(QPen(color(content_.arc), content_.lineWidth, Qt::SolidLine, Qt::RoundCap));
-  if (length == unitsPerTurn) {
+  if (length == stepsPerTurn) {
     painter.drawEllipse(circle);
   } else {
-    painter.drawArc(circle, twelveOClock, -length);
+    painter.drawArc(circle, twelveOClock, -length * unitsPerStep);
   }
 }
 

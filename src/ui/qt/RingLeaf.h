@@ -12,7 +12,7 @@ class RingLeaf final : public GaugeLeaf {
   bool show(const Content& content, const LeafStyle& style) override;
 
  protected:
-  int end() const override;
+  int endOf(double fraction) const override;
   void paintGauge(QPainter& painter) override;
 
  private:

@@ -71,7 +71,7 @@ class Surface : public QWidget {
   // The surface itself, drawn by paths.
   void paintLook(QPainter& painter, const QRectF& bounds) const;
   // The same by pieces of a small picture of it, whatever the size: all but the corners is stretched.
-  void paintPieces(QPainter& painter);
+  void paintPieces(QPainter& painter, const QRegion& damage);
 
   Theme& theme_;
   Look look_;
