@@ -42,15 +42,19 @@ def day(date):
             "batteryHealthPercent": 91 + (date.toordinal() // 3) % 3}
 
 
-def write_days(data_folder, count, gaps=()):
-    """Files of the `count` days before today, but for those so many days ago that are in `gaps`."""
+def write_day(data_folder, date):
+    """The file of that day below a data folder."""
     folder = os.path.join(data_folder, "Kestrune", "history")
     os.makedirs(folder, mode=0o700, exist_ok=True)
+    with open(os.path.join(folder, date.isoformat() + ".json"), "w") as file:
+        json.dump(day(date), file)
+
+
+def write_days(data_folder, count, gaps=()):
+    """Files of the `count` days before today, but for those so many days ago that are in `gaps`."""
     for ago in range(1, count + 1):
-        date = datetime.date.today() - datetime.timedelta(days=ago)
         if ago not in gaps:
-            with open(os.path.join(folder, date.isoformat() + ".json"), "w") as file:
-                json.dump(day(date), file)
+            write_day(data_folder, datetime.date.today() - datetime.timedelta(days=ago))
 
 
 if __name__ == "__main__":

@@ -70,11 +70,48 @@ def the_disk_and_network_pages_agree_with_the_samplers():
     reader.press("push button", "Reload")
 
 
+def a_chart_shows_another_span_when_asked():
+    for page in ("Memory", "Network"):
+        reader.show(page)
+        reader.press("radio button", "5m")
+        session.wait_for("five minutes", lambda: reader.is_checked("radio button", "5m"))
+    reader.wait("5m ago")
+    assert "60s ago" not in reader.names()
+
+
+def the_network_page_shows_one_network_or_all():
+    reader.show("Network")
+    reader.wait("Throughput history")
+    session.wait_for("both", lambda: {"Home", "Ethernet"} <= networks_of_today())
+    choose("All", "Home")
+    session.wait_for("one", lambda: "Ethernet" not in networks_of_today())
+    assert "Home" in networks_of_today()
+    choose("Home", "All")
+    session.wait_for("both again", lambda: {"Home", "Ethernet"} <= networks_of_today())
+
+
+def networks_of_today():
+    names = reader.names()
+    return set(names[names.index("Today's Networks"):names.index("Throughput history")])
+
+
+def choose(face, item):
+    """Opens the menu that shows so, and takes one of its items."""
+    reader.press("push button", face)
+    reader.press("menu item", item)
+
+
 def past_days_are_a_press_away():
     reader.show("Overview")
     reader.press("push button", "Previous day")
     reader.wait("Yesterday")
     reader.wait("Multiple Networks")
+    of_all = reader.after("Sent")
+    choose("Filter by network", "Home")
+    session.wait_for("the figures of one network", lambda: reader.after("Sent") != of_all)
+    assert "Multiple Networks" not in reader.names()
+    choose("Filter by network", "All Networks")
+    session.wait_for("those of all", lambda: reader.after("Sent") == of_all)
     reader.wait("Audio activity is not recorded in history")
     reader.press("push button", "Previous day")
     # Three days ago there was no file, so that the way ends here.
@@ -200,6 +237,7 @@ with tempfile.TemporaryDirectory() as folder, session.Session() as under_test:
         deep.write("deep")
     under_test.environment["HOME"] = os.environ["HOME"] = home
     days.write_days(under_test.environment["XDG_DATA_HOME"], 20, gaps=set(range(3, 21)) - {10, 20})
+    days.write_day(under_test.environment["XDG_DATA_HOME"], days.datetime.date.today())
     running = under_test.start(session.program())
     session.wait_for("the window", under_test.main_window)
     reader = accessible.Reader()
@@ -207,6 +245,8 @@ with tempfile.TemporaryDirectory() as folder, session.Session() as under_test:
         the_overview_agrees_with_the_samplers,
         the_memory_page_agrees_with_the_samplers,
         the_disk_and_network_pages_agree_with_the_samplers,
+        a_chart_shows_another_span_when_asked,
+        the_network_page_shows_one_network_or_all,
         past_days_are_a_press_away,
         the_statistics_can_be_exported_and_read_back,
         every_setting_reaches_the_store,

@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QMenu>
 
 #include "ui/qt/Surface.h"
 
@@ -26,11 +29,16 @@ class AccessibleSurface final : public QAccessibleWidget {
   explicit AccessibleSurface(Surface* surface)
       : QAccessibleWidget(surface, roleOf(*surface)), surface_(surface) {}
 
-  int childCount() const override {
-    return surface_->behaviour().hidesChildren ? 0 : QAccessibleWidget::childCount();
-  }
+  // The menu that it has opened comes last; as a window of its own it would be in no one's list.
+  int childCount() const override { return ownChildCount() + (openMenu() == nullptr ? 0 : 1); }
   QAccessibleInterface* child(int index) const override {
-    return surface_->behaviour().hidesChildren ? nullptr : QAccessibleWidget::child(index);
+    if (index < ownChildCount()) return QAccessibleWidget::child(index);
+    return index == ownChildCount() ? QAccessible::queryAccessibleInterface(openMenu()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    if (child != nullptr && child->object() != nullptr && child->object() == openMenu())
+      return ownChildCount();
+    return QAccessibleWidget::indexOfChild(child);
   }
   QAccessible::Role role() const override { return roleOf(*surface_); }
   QAccessible::State state() const override {
@@ -55,6 +63,15 @@ class AccessibleSurface final : public QAccessibleWidget {
   }
 
  private:
+  int ownChildCount() const {
+    return surface_->behaviour().hidesChildren ? 0 : QAccessibleWidget::childCount();
+  }
+  QMenu* openMenu() const {
+    const auto menus = surface_->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto open = std::ranges::find_if(menus, &QMenu::isVisible);
+    return open == menus.end() ? nullptr : *open;
+  }
+
   Surface* surface_;
 };
 
