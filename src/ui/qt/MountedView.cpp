@@ -268,6 +268,8 @@ void MountedView::openMenu(QPoint place) {
                      context_.theme.text(item.title).replace(u'&', QStringLiteral("&&")), surface_,
                      [this, title = item.title] { chooseMenuItem(title); });
   }
+  // An assistive tool chooses without a click, and the menu would stay.
+  QObject::connect(menu_, &QMenu::triggered, menu_, &QMenu::close);
   menu_->popup(place);
 }
 
