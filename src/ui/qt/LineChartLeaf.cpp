@@ -12,15 +12,21 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// In device pixels; a height that is no number lies at the bottom.
-std::vector<LinePoint> pointsOf(const std::vector<double>& heights, double width, double height) {
+// The centre of a line of that thickness where its value is `value`: all of the line is within the bounds. A
+// value that is no number lies at the bottom.
+double lineY(double value, double height, double thickness) {
+  const double known = std::isnan(value) ? 0 : value;
+  return thickness / 2 + (height - thickness) * (1 - known);
+}
+
+std::vector<LinePoint> pointsOf(const std::vector<double>& heights, double width, double height,
+                                double thickness) {
   std::vector<LinePoint> points;
   points.reserve(heights.size());
   const double step = heights.size() > 1 ? width / static_cast<double>(heights.size() - 1) : 0;
   for (const double value : heights) {
-    const double known = std::isnan(value) ? 0 : value;
     const double x = step * static_cast<double>(points.size());
-    points.push_back({static_cast<float>(x), static_cast<float>(height - height * known)});
+    points.push_back({static_cast<float>(x), static_cast<float>(lineY(value, height, thickness))});
   }
   return points;
 }
@@ -64,8 +70,8 @@ void LineChartLeaf::paint(QPainter& painter) {
   if (image.isNull()) return;
   image.fill(0);
   for (const auto& line : content_.lines) {
-    paintAscendingLine(image, pointsOf(line.heights, width, height),
-                       static_cast<float>(content_.lineWidth * scale),
+    const double thickness = content_.lineWidth * scale;
+    paintAscendingLine(image, pointsOf(line.heights, width, height, thickness), static_cast<float>(thickness),
                        qPremultiply(color(line.color).rgba()));
   }
   image.setDevicePixelRatio(scale);
@@ -83,9 +89,9 @@ void LineChartLeaf::paintMark(QPainter& painter, std::size_t point) const {
   painter.setPen(Qt::NoPen);
   for (const auto& line : content_.lines) {
     if (line.heights.size() != pointCount()) continue;
-    const double value = line.heights[point];
+    const double y = lineY(line.heights[point], height(), content_.lineWidth);
     painter.setBrush(color(line.color));
-    painter.drawEllipse(QPointF(x, height() * (1 - (std::isnan(value) ? 0 : value))), dotRadius, dotRadius);
+    painter.drawEllipse(QPointF(x, y), dotRadius, dotRadius);
   }
 }
 

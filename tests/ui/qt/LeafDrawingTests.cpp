@@ -161,6 +161,9 @@ TEST(LeafLineChart, DrawsFromEdgeToEdgeAndRepaintsOnlyForAChange) {
   EXPECT_EQ(paints.count, 1);
   EXPECT_TRUE(isBlue(stage.picture().pixelColor(0, 19)));
   EXPECT_TRUE(isBlue(stage.picture().pixelColor(49, 0)));
+  leaf.show(LineChartContent{{{{1, 1}, blue}}, 4}, {});
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(25, 0)));
+  EXPECT_TRUE(isBlue(stage.picture().pixelColor(25, 3))) << "as thick at the top as anywhere";
 
   stage.put(level, 50, 20, styled([](LeafStyle& style) { style.opacity = 0.5; }));
   EXPECT_NEAR(stage.picture().pixelColor(25, 10).red(), 127, 2);
