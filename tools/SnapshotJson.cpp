@@ -128,6 +128,7 @@ Json audioJson(const AudioSnapshot& audio) {
                          {"name", row.name},
                          {"bundleID", optional(row.bundleID)},
                          {"pid", optional(row.pid)},
+                         {"iconName", optional(row.iconName)},
                          {"usesInput", row.usesInput},
                          {"usesOutput", row.usesOutput}};
            })}};

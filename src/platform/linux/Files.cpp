@@ -1,6 +1,8 @@
 #include "platform/linux/Files.h"
 
+#include <array>
 #include <cerrno>
+#include <climits>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -42,6 +44,12 @@ std::optional<std::string> readFile(const std::string& path, std::size_t limit) 
 std::string readText(const std::string& path) {
   const std::string text = readFile(path).value_or(std::string());
   return std::string(trimmed(std::string_view(text).substr(0, text.find('\0'))));
+}
+
+std::string readLink(const std::string& path) {
+  std::array<char, PATH_MAX> target{};
+  const ssize_t size = readlink(path.c_str(), target.data(), target.size());
+  return size <= 0 ? std::string() : std::string(target.data(), static_cast<std::size_t>(size));
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -23,6 +23,9 @@ std::optional<std::string> readFile(const std::string& path, std::size_t limit =
 // The file's text up to the first zero byte, without blanks at either end; empty where it can't be read.
 std::string readText(const std::string& path);
 
+// Where the symbolic link leads, as it is written there; empty where it can't be read.
+std::string readLink(const std::string& path);
+
 // Without blanks, tabs and line ends at either end.
 std::string_view trimmed(std::string_view text);
 

@@ -1,11 +1,5 @@
 #include "platform/linux/ProcessFiles.h"
 
-#include <array>
-#include <climits>
-#include <cstddef>
-
-#include <unistd.h>
-
 #include "platform/linux/Files.h"
 
 namespace kestrune::linux_platform {
@@ -15,10 +9,7 @@ std::string processFile(const std::string& root, std::int32_t pid, std::string_v
 }
 
 std::string executableOf(const std::string& root, std::int32_t pid) {
-  std::array<char, PATH_MAX> target{};
-  const ssize_t size = readlink(processFile(root, pid, "exe").c_str(), target.data(), target.size());
-  if (size <= 0) return {};
-  return std::string(withoutDeleted({target.data(), static_cast<std::size_t>(size)}));
+  return std::string(withoutDeleted(readLink(processFile(root, pid, "exe"))));
 }
 
 std::string_view withoutDeleted(std::string_view path) {

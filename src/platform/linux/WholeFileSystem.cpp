@@ -1,11 +1,5 @@
 #include "platform/linux/WholeFileSystem.h"
 
-#include <array>
-#include <climits>
-#include <cstddef>
-
-#include <unistd.h>
-
 #include "platform/linux/Directory.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/MountInfo.h"
@@ -16,16 +10,10 @@ namespace {
 // The machine's own namespace of processes; the kernel gives it this number at all times.
 constexpr const char* machinesProcesses = "pid:[4026531836]";
 
-std::string linkTarget(const std::string& path) {
-  std::array<char, PATH_MAX> target{};
-  const ssize_t size = readlink(path.c_str(), target.data(), target.size());
-  return size <= 0 ? std::string() : std::string(target.data(), static_cast<std::size_t>(size));
-}
-
 // Programs that a Snap starts inherit its variable; only what lies in the Snap is confined to it.
 bool isSnap(const std::string& root, platform::ProcessEnvironment& environment) {
   const auto snap = environment.variable("SNAP");
-  return snap && snap->starts_with('/') && linkTarget(below(root, "proc/self/exe")).starts_with(*snap + "/");
+  return snap && snap->starts_with('/') && readLink(below(root, "proc/self/exe")).starts_with(*snap + "/");
 }
 
 }  // namespace
@@ -33,7 +21,7 @@ bool isSnap(const std::string& root, platform::ProcessEnvironment& environment) 
 bool seesWholeFileSystem(const std::string& root, platform::ProcessEnvironment& environment) {
   if (exists(below(root, ".flatpak-info")) || exists(below(root, "run/.containerenv"))) return false;
   if (isSnap(root, environment)) return false;
-  const std::string processes = linkTarget(below(root, "proc/self/ns/pid"));
+  const std::string processes = readLink(below(root, "proc/self/ns/pid"));
   if (!processes.empty() && processes != machinesProcesses) return false;
   const auto mounts = readFile(below(root, "proc/self/mountinfo"));
   return !mounts || findMount(*mounts, "/").has_value();
