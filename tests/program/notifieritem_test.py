@@ -50,10 +50,24 @@ def the_item_comes_back_with_the_panel():
     assert running.poll() is None
 
 
+def a_panel_that_turns_up_later_shows_the_item_too():
+    global panel
+    session.Session.end(running)
+    session.Session.end(panel)
+    session.wait_for("no panel", lambda: not items())
+    again = under_test.start(session.program())
+    session.wait_for("the window", under_test.main_window)
+    panel = start_panel()
+    session.wait_for("the item", items)
+    its_activation_opens_the_popover()
+    assert again.poll() is None
+
+
 with session.Session() as under_test:
     panel = start_panel()
     session.wait_for("the panel", lambda: "Registered" in call(WATCHER, "/StatusNotifierWatcher",
                                                                "org.freedesktop.DBus.Introspectable.Introspect"))
     running = under_test.start(session.program())
     session.wait_for("the window", under_test.main_window)
-    session.main([the_panel_shows_the_item, its_activation_opens_the_popover, the_item_comes_back_with_the_panel])
+    session.main([the_panel_shows_the_item, its_activation_opens_the_popover, the_item_comes_back_with_the_panel,
+                  a_panel_that_turns_up_later_shows_the_item_too])

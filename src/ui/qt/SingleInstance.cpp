@@ -5,8 +5,9 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QFileInfo>
 #include <QVariantMap>
+
+#include "platform/desktop/SessionBus.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -19,12 +20,6 @@ const auto activateMethod = QStringLiteral("Activate");
 const auto activateActionMethod = QStringLiteral("ActivateAction");
 const auto settingsAction = QStringLiteral("settings");
 const auto tokenKey = QStringLiteral("activation-token");
-
-// Asking the library for a bus that isn't there would make it start one.
-bool hasSessionBus() {
-  return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-         QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
-}
 
 }  // namespace
 
@@ -67,25 +62,24 @@ SingleInstance::SingleInstance(Activate activate)
 SingleInstance::~SingleInstance() = default;
 
 SingleInstance::Outcome SingleInstance::claim() {
-  if (!hasSessionBus()) return Outcome::first;
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return Outcome::first;
+  auto bus = desktop::sessionBus();
+  if (!bus) return Outcome::first;
   // The object is there before the name, so that nobody finds the name without it.
-  bus.registerVirtualObject(objectPath, service_.get());
-  if (bus.registerService(serviceName)) return Outcome::first;
+  bus->registerVirtualObject(objectPath, service_.get());
+  if (bus->registerService(serviceName)) return Outcome::first;
 
   auto call = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, activateMethod);
   QVariantMap data;
   const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
   if (!token.isEmpty()) data.insert(tokenKey, token);
   call << data;
-  const QDBusMessage answer = bus.call(call, QDBus::Block, answerMilliseconds);
+  const QDBusMessage answer = bus->call(call, QDBus::Block, answerMilliseconds);
   return answer.type() == QDBusMessage::ReplyMessage ? Outcome::otherCameForward
                                                      : Outcome::otherDoesNotAnswer;
 }
 
 void SingleInstance::release() {
-  if (hasSessionBus()) QDBusConnection::sessionBus().unregisterService(serviceName);
+  if (auto bus = desktop::sessionBus()) bus->unregisterService(serviceName);
 }
 
 }  // namespace kestrune::ui::qt

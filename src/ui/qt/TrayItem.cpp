@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "platform/desktop/SessionBus.h"
 #include "ui/MenuBarLabel.h"
 
 namespace kestrune::ui::qt {
@@ -52,22 +53,35 @@ QIcon trayPicture(int percent) {
 
 TrayItem::TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
                    std::function<void(const QRect& item)> onClick)
-    : loop_(loop), cpu_(cpu), formats_(formats), dependencies_([this] { loop_.post([this] { show(); }); }) {
-  icon_.setContextMenu(menu);
-  QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
-                   [this, onClick = std::move(onClick)](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason == QSystemTrayIcon::Trigger) onClick(icon_.geometry());
+    : loop_(loop),
+      cpu_(cpu),
+      formats_(formats),
+      menu_(menu),
+      onClick_(std::move(onClick)),
+      embedding_([this] { comeUp(); }),
+      dependencies_([this] { loop_.post([this] { show(); }); }) {
+  if (auto bus = desktop::sessionBus()) hosts_.emplace(std::move(*bus), [this] { comeUp(); });
+  if (embedding_.isPresent()) comeUp();
+}
+
+void TrayItem::comeUp() {
+  if (icon_) return;
+  icon_.emplace();
+  icon_->setContextMenu(menu_);
+  QObject::connect(&*icon_, &QSystemTrayIcon::activated, &*icon_,
+                   [this](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger) onClick_(icon_->geometry());
                    });
   show();
-  icon_.show();
+  icon_->show();
 }
 
 void TrayItem::show() {
   const std::string load = dependencies_.track([this] { return MenuBarLabel{cpu_}.load(formats_); });
   const double usage = std::clamp(cpu_.menuBarUsagePercent.get(), 0.0, 100.0);
   if (std::exchange(shownLoad_, load) == load) return;
-  icon_.setIcon(trayPicture(static_cast<int>(std::nearbyint(usage))));
-  icon_.setToolTip(QStringLiteral("Kestrune · CPU ") + QString::fromStdString(load));
+  icon_->setIcon(trayPicture(static_cast<int>(std::nearbyint(usage))));
+  icon_->setToolTip(QStringLiteral("Kestrune · CPU ") + QString::fromStdString(load));
 }
 
 }  // namespace kestrune::ui::qt

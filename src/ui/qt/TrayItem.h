@@ -1,20 +1,23 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QSystemTrayIcon>
 
+#include "platform/desktop/StatusNotifierHosts.h"
 #include "providers/CPUProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
 #include "texts/LocaleFormats.h"
+#include "ui/qt/EmbeddingTray.h"
 
 class QMenu;
 
 namespace kestrune::ui::qt {
 
-// The program's item in the desktop's tray: a picture of the load that the menu bar label shows. Where the
-// desktop has no tray, nothing is shown. Main thread.
+// The program's item in the desktop's tray: a picture of the load that the menu bar label shows. It comes
+// with the first tray, which may turn up at any time. Main thread.
 class TrayItem {
  public:
   // `menu` opens at the secondary click, `onClick` is called at the primary one, with the place of the item
@@ -24,13 +27,22 @@ class TrayItem {
   TrayItem(const TrayItem&) = delete;
   TrayItem& operator=(const TrayItem&) = delete;
 
+  // A tray has turned up. It may be gone by now.
+  bool hasComeUp() const { return icon_.has_value(); }
+
  private:
+  void comeUp();
   void show();
 
   MainLoop& loop_;
   const CPUProvider& cpu_;
   LocaleFormats& formats_;
-  QSystemTrayIcon icon_;
+  QMenu* menu_;
+  std::function<void(const QRect& item)> onClick_;
+  // Its protocol is settled for good when the first one is made, by what trays there are then.
+  std::optional<QSystemTrayIcon> icon_;
+  EmbeddingTray embedding_;
+  std::optional<desktop::StatusNotifierHosts> hosts_;
   std::string shownLoad_;
   Dependencies dependencies_;
 };
