@@ -28,6 +28,14 @@ void chooseQtPlatform() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+// The session started it, not a person. What comes after, be it the next run or a program that is opened from
+// here, doesn't inherit that.
+bool startsQuietly() {
+  const bool isQuiet = qEnvironmentVariable("KESTRUNE_START") == QLatin1String("quiet");
+  qunsetenv("KESTRUNE_START");
+  return isQuiet;
+}
+
 // This process becomes the next run, with the same arguments and environment. Where the program's file is
 // gone, as after an upgrade, the one that is still open serves.
 void startAnew(char** argv) {
@@ -40,6 +48,7 @@ int run(int argc, char** argv) {
   // Blocks the signals, and must do so before any thread is started.
   linux_platform::TerminationSignals signals;
   chooseQtPlatform();
+  const bool isQuiet = startsQuietly();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("kestrune"));
   QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
@@ -78,7 +87,11 @@ int run(int argc, char** argv) {
     if (signals.consume()) kestrune.terminate();
   });
 
-  if (ui::qt::KestruneApp::hasDisplay()) kestrune.openMainWindow();
+  if (isQuiet) {
+    kestrune.openQuietly();
+  } else if (ui::qt::KestruneApp::hasDisplay()) {
+    kestrune.openMainWindow();
+  }
   const int code = QApplication::exec();
   // All that is worth keeping has been saved; a reading that hangs in some lane must not keep the process.
   std::fflush(nullptr);

@@ -9,11 +9,11 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include "DarkPalette.h"
 #include "platform/desktop/DBusNotifications.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "ui/qt/DesktopPalette.h"
 #include "ui/qt/KestruneApp.h"
 #include "ui/qt/LoopDriver.h"
 #include "ui/qt/ViewHost.h"
@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
     std::fputs("shots: no such size, or the folder can't be made\n", stderr);
     return EXIT_FAILURE;
   }
-  if (options.dark) QApplication::setPalette(tools::darkPalette());
+  if (options.dark) QApplication::setPalette(ui::qt::darkPalette());
 
   linux_platform::LinuxPlatform computer;
   desktop::DBusNotifications notifications(desktop::sessionBus());

@@ -3,6 +3,7 @@
 import contextlib
 import os
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -40,8 +41,9 @@ class Session:
             self.environment["XDG_" + name] = path
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self.environment["LC_ALL"] = "C.UTF-8"
-        self.start_display()
-        self.start_bus()
+        self.screen_file = os.path.join(folder, "Xvfb_screen0")
+        self.display = self.start_display(folder)
+        self.bus = self.start_bus()
         os.environ.clear()
         os.environ.update(self.environment)
         return self
@@ -60,22 +62,41 @@ class Session:
             process.send_signal(signal.SIGKILL)
         process.wait()
 
-    def start_display(self):
+    def start_display(self, folder):
         read, write = os.pipe()
-        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset",
-                   pass_fds=[write], stderr=subprocess.DEVNULL)
+        display = self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp",
+                             "-noreset", "-fbdir", folder, pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as number:
             self.environment["DISPLAY"] = ":" + number.readline().strip()
+        return display
 
     def start_bus(self):
         bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE,
                          stderr=subprocess.DEVNULL, text=True)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        return bus
 
     def xdotool(self, *arguments):
         done = subprocess.run(["xdotool", *arguments], env=self.environment, text=True, capture_output=True, check=False)
         return done.stdout.strip()
+
+    def screen(self):
+        """What is on the screen: its pixels as blue, green, red and nothing, and how many bytes a row takes."""
+        with open(self.screen_file, "rb") as file:
+            picture = file.read()
+        header, *_ = fields = struct.unpack(">25I", picture[:100])
+        return picture[header + 12 * fields[19]:], fields[12]
+
+    def pixel(self, x, y):
+        pixels, row = self.screen()
+        blue, green, red = pixels[y * row + 4 * x:y * row + 4 * x + 3]
+        return red, green, blue
+
+    def shows(self, color):
+        """Whether the colour is anywhere on the screen."""
+        red, green, blue = color
+        return bytes([blue, green, red]) in self.screen()[0]
 
     def main_window(self):
         """The id of the program's main window if it is on screen; the tray's item is smaller."""

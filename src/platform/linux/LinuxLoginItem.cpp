@@ -31,9 +31,14 @@ std::string quotedCommand(std::string_view path) {
   return quoted + '"';
 }
 
+// The program takes no options; a variable tells it that nobody is waiting for its window.
+std::string commandLine(const std::string& program) {
+  return "Exec=env KESTRUNE_START=quiet " + quotedCommand(program);
+}
+
 std::string entryFor(const std::string& program) {
-  return "[Desktop Entry]\nType=Application\nName=Kestrune\nIcon=org.kestrune.Kestrune\nExec=" +
-         quotedCommand(program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
+  return "[Desktop Entry]\nType=Application\nName=Kestrune\nIcon=org.kestrune.Kestrune\n" +
+         commandLine(program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
 }
 
 bool hasLine(std::string_view text, std::string_view line) {
@@ -58,7 +63,7 @@ LinuxLoginItem::LinuxLoginItem(const std::string& configDirectory, std::string p
 bool LinuxLoginItem::isEnabled() {
   const auto entry = path_.empty() ? std::nullopt : readFile(path_);
   if (!entry || isOff(*entry)) return false;
-  if (!hasLine(*entry, "Exec=" + quotedCommand(program_))) registerItem();
+  if (!hasLine(*entry, commandLine(program_))) registerItem();
   return true;
 }
 

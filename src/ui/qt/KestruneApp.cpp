@@ -1,10 +1,15 @@
 #include "ui/qt/KestruneApp.h"
 
+#include <chrono>
+
 #include <QApplication>
 #include <QSessionManager>
+#include <QTimer>
 
 #include "core/Language.h"
 #include "core/Sandbox.h"
+#include "platform/desktop/SessionBus.h"
+#include "ui/qt/DesktopPalette.h"
 #include "ui/qt/LeafAccessibility.h"
 #include "ui/qt/Surface.h"
 
@@ -55,6 +60,11 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
       onTerminate_(notifications_.observe(std::string(willTerminateNotification), [this](const std::any&) {
         env_.recorder->save(env_.recorder->current);
       })) {
+  if (auto bus = desktop::sessionBus()) {
+    appearance_.emplace(std::move(*bus), [this] { followAppearance(); });
+    followAppearance();
+    theme_.refresh();
+  }
   installSurfaceAccessibility();
   installLeafAccessibility();
   QApplication::setWindowIcon(programIcon(theme_));
@@ -92,6 +102,25 @@ Popover& KestruneApp::popover() {
     popover_ = std::make_unique<Popover>(context(), theme_, std::move(commands));
   }
   return *popover_;
+}
+
+void KestruneApp::openQuietly() {
+  // At the start of a session the panel comes up along with everything else.
+  constexpr std::chrono::seconds patience{10};
+  if (!hasDisplay()) return;
+  QTimer::singleShot(patience, &connections_, [this] {
+    if (!tray_->hasComeUp() && !window_->isVisible()) window_->showMinimized();
+  });
+}
+
+void KestruneApp::followAppearance() {
+  if (appearance_->current() == desktop::Appearance() && !hasOwnPalette_) return;
+  hasOwnPalette_ = appearance_->current() != desktop::Appearance();
+  // Without a palette of the program's own the theme's shows again.
+  QApplication::setPalette(QPalette());
+  if (hasOwnPalette_) {
+    QApplication::setPalette(desktopPalette(QApplication::palette(), appearance_->current()));
+  }
 }
 
 bool KestruneApp::hasDisplay() {

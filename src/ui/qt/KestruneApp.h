@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <QMenu>
 
 #include "platform/Application.h"
 #include "platform/Platform.h"
+#include "platform/desktop/DesktopAppearance.h"
 #include "texts/Catalogue.h"
 #include "ui/qt/Clipboard.h"
 #include "ui/qt/MainWindow.h"
@@ -32,6 +34,9 @@ class KestruneApp final : public platform::Application {
   static bool hasDisplay();
 
   void openMainWindow() { window_->bringForward(); }
+  // Without a window in the way: in the tray, or else, when none has turned up within some seconds, with the
+  // main window minimised.
+  void openQuietly();
   // The popover, made at its first use.
   Popover& popover();
   // Ends the program at the next turn of Qt's event loop.
@@ -46,6 +51,7 @@ class KestruneApp final : public platform::Application {
 
  private:
   void announceEnd();
+  void followAppearance();
   ViewContext context();
 
   NotificationCenter notifications_;
@@ -55,6 +61,7 @@ class KestruneApp final : public platform::Application {
   LocaleFormats formats_;
   Catalogue catalogue_;
   AppEnvironment env_;
+  std::optional<desktop::DesktopAppearance> appearance_;
   Theme theme_;
   const bool isSandboxed_;
   MainLoop& loop_;
@@ -64,6 +71,7 @@ class KestruneApp final : public platform::Application {
   std::unique_ptr<Popover> popover_;
   QMenu trayMenu_;
   std::unique_ptr<TrayItem> tray_;
+  bool hasOwnPalette_ = false;
   bool hasAnnouncedEnd_ = false;
   bool wantsNewInstance_ = false;
   QObject connections_;  // ends the connections to the application with it

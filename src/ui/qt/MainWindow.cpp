@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenuBar>
+#include <QScreen>
 
 #include "ui/ShellCommands.h"
 #include "ui/qt/AboutDialog.h"
@@ -31,7 +32,8 @@ MainWindow::MainWindow(const ViewContext& context, Theme& theme, std::function<v
   makeMenus(std::move(quit));
   followTitle();
   host_->setMinimumSize(qRound(MainWindowView::minimumWidth), qRound(MainWindowView::minimumHeight));
-  resize(defaultSize);
+  // A screen may be smaller, above all where one of the desktop's pixels takes several of the screen's.
+  resize(defaultSize.boundedTo(screen()->availableSize()));
 }
 
 MainWindow::~MainWindow() = default;

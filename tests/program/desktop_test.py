@@ -1,0 +1,152 @@
+"""How the program lives with a session: how it is started and ended with it, and what of it may go or change."""
+
+import json
+import os
+import re
+import shlex
+import signal
+import subprocess
+import sys
+import time
+
+import accessible
+import session
+
+HISTORY = os.path.join("Kestrune", "history", time.strftime("%Y-%m-%d") + ".json")
+
+
+def login_command(own):
+    """What the session runs once “launch at login” is on."""
+    running = own.start(session.program())
+    session.wait_for("the window", own.main_window)
+    reader = accessible.Reader()
+    reader.show("Settings")
+    reader.press("check box", "Launch at login")
+    path = os.path.join(own.environment["XDG_CONFIG_HOME"], "autostart", "kestrune.desktop")
+    session.wait_for("the login item", lambda: os.path.exists(path))
+    running.terminate()
+    assert running.wait(session.PATIENCE) == 0
+    with open(path) as entry:
+        return next(shlex.split(line[5:]) for line in entry if line.startswith("Exec="))
+
+
+def icons(own):
+    tree = subprocess.run(["xwininfo", "-root", "-tree"], env=own.environment, text=True, capture_output=True, check=True)
+    return [line for line in tree.stdout.splitlines() if '"kestrune"' in line and re.search(r" (\d\d)x\1\+", line)]
+
+
+def with_a_tray_it_starts_there_alone():
+    with session.Session() as own:
+        command = login_command(own)
+        running = own.start(*command)
+        time.sleep(1)
+        own.start("trayer", "--edge", "bottom", "--widthtype", "request", "--height", "24", stderr=subprocess.DEVNULL)
+        session.wait_for("the icon", lambda: icons(own))
+        end = time.monotonic() + 11  # as long as it waits for a tray
+        while time.monotonic() < end:
+            assert not own.main_window(), "there is a tray, so no window comes up"
+            time.sleep(0.5)
+        again = own.start(session.program())
+        session.wait_for("the window", own.main_window)
+        assert again.wait(session.PATIENCE) == 0 and running.poll() is None
+
+
+def without_a_tray_it_starts_minimised():
+    with session.Session() as own:
+        own.start("openbox", stderr=subprocess.DEVNULL)
+        own.start("env", "KESTRUNE_START=quiet", session.program())
+        session.wait_for("a minimised window", lambda: "Iconic" in states(own))
+        assert not own.main_window()
+        own.start(session.program())
+        session.wait_for("the window", own.main_window)
+
+
+def states(own):
+    """What the window manager says of the program's windows."""
+    windows = own.xdotool("search", "--class", "kestrune").split()
+    said = [subprocess.run(["xprop", "-id", window, "WM_STATE"], env=own.environment, text=True, capture_output=True,
+                           check=False).stdout for window in windows]
+    return " ".join(said)
+
+
+def it_outlives_its_session_bus():
+    with session.Session() as own:
+        running = own.start(session.program())
+        window = session.wait_for("the window", own.main_window)
+        own.end(own.bus)
+        for shortcut, title in (("ctrl+3", "Memory"), ("ctrl+2", "CPU")):
+            own.xdotool("windowfocus", window, "key", "--window", window, shortcut)
+            session.wait_for(title, lambda: own.xdotool("getwindowname", window) == title)
+        assert running.poll() is None
+        running.terminate()
+        assert running.wait(2) == 0
+
+
+def every_word_to_end_is_obeyed_in_time_and_saves_the_day():
+    for word in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+        with session.Session() as own:
+            running = own.start(session.program())
+            session.wait_for("the window", own.main_window)
+            running.send_signal(word)
+            assert running.wait(2) == 0, word
+            with open(os.path.join(own.environment["XDG_DATA_HOME"], HISTORY)) as file:
+                json.load(file)
+
+
+def it_ends_with_its_display():
+    with session.Session() as own:
+        running = own.start(session.program(), stderr=subprocess.DEVNULL)
+        session.wait_for("the window", own.main_window)
+        own.end(own.display)
+        assert running.wait(session.PATIENCE) in (0, 1), "no crash"
+        assert not core_files(), core_files()
+
+
+def core_files():
+    return [name for name in os.listdir(".") if name.startswith("core")]
+
+
+def it_follows_dark_mode_and_accent_as_they_change():
+    with session.Session() as own:
+        portal = own.start(sys.executable, os.path.join(os.path.dirname(__file__), "portal.py"), stdin=subprocess.PIPE,
+                           stdout=subprocess.PIPE, text=True)
+        assert portal.stdout.readline() == "ready\n"
+
+        def tell(line):
+            portal.stdin.write(line + "\n")
+            portal.stdin.flush()
+
+        own.start(session.program())
+        session.wait_for("the window", own.main_window)
+        session.wait_for("a light window", lambda: sum(own.pixel(700, 12)) > 600)
+        tell("dark")
+        session.wait_for("a dark window", lambda: 0 < sum(own.pixel(700, 12)) < 200)
+        tell("accent 0.9 0.3 0.7")
+        pink = (230, 77, 179)
+        session.wait_for("the accent", lambda: own.shows(pink))
+        tell("light")
+        session.wait_for("a light window", lambda: sum(own.pixel(700, 12)) > 600)
+
+
+def it_fits_the_screen_at_every_scale():
+    for scale, size in (("1", "1280x800"), ("1.25", "1366x900"), ("1.5", "1920x1080"), ("2", "2560x1440"),
+                        ("3", "3840x2160")):
+        with session.Session(size) as own:
+            own.environment["QT_SCALE_FACTOR"] = scale
+            own.start(session.program())
+            window = session.wait_for("the window", own.main_window)
+            said = dict(line.split("=") for line in own.xdotool("getwindowgeometry", "--shell", window).split())
+            most = [int(side) for side in size.split("x")]
+            reach = [int(said["X"]) + int(said["WIDTH"]), int(said["Y"]) + int(said["HEIGHT"])]
+            assert reach[0] <= most[0] and reach[1] <= most[1], (scale, size, said)
+
+
+session.main([
+    with_a_tray_it_starts_there_alone,
+    without_a_tray_it_starts_minimised,
+    it_outlives_its_session_bus,
+    every_word_to_end_is_obeyed_in_time_and_saves_the_day,
+    it_ends_with_its_display,
+    it_follows_dark_mode_and_accent_as_they_change,
+    it_fits_the_screen_at_every_scale,
+])
