@@ -1,0 +1,73 @@
+"""The program on a Wayland compositor that has no screen."""
+
+import os
+import subprocess
+import sys
+
+import accessible
+import session
+
+
+def call(service, path, method, *arguments):
+    done = subprocess.run(["gdbus", "call", "--session", "-d", service, "-o", path, "-m", method, *arguments],
+                          env=own.environment, capture_output=True, text=True, check=False)
+    return done.stdout
+
+
+def the_window_is_there_and_runs_on_wayland():
+    reader.wait("Top processes")
+    assert connected_to(os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test"))
+    reader.show("Memory")
+    reader.wait("Memory Used")
+
+
+def connected_to(path):
+    """Whether the program talks over the socket: the socket's other end has the same inode's peer."""
+    listed = subprocess.run(["ss", "-xpH"], capture_output=True, text=True, check=True).stdout
+    mine = {line.split()[7] for line in listed.splitlines() if f"pid={running.pid}," in line}
+    return any(path in line and line.split()[5] in mine for line in listed.splitlines())
+
+
+def a_panel_shows_the_item_and_it_opens_the_popover():
+    panel = own.start(sys.executable, os.path.join(os.path.dirname(__file__), "panel.py"), stdout=subprocess.PIPE, text=True)
+    item = panel.stdout.readline().strip()
+    assert item.startswith(":") or item.startswith("org.kde.StatusNotifierItem"), item
+    call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
+    reader.wait("Open main window")
+    reader.press("push button", "Open main window")
+    session.wait_for("the popover to close", lambda: "Open main window" not in shown())
+
+
+def shown():
+    """The names of what is on screen."""
+    import pyatspi
+
+    return [node.name for node in reader.everything()
+            if accessible.said(node)[0] and node.getState().contains(pyatspi.STATE_SHOWING)]
+
+
+def a_second_start_finds_the_first():
+    again = own.start(session.program())
+    assert again.wait(session.PATIENCE) == 0 and running.poll() is None
+
+
+def it_ends_when_told():
+    running.terminate()
+    assert running.wait(2) == 0
+
+
+with session.Session() as own:
+    own.environment.pop("DISPLAY")
+    own.environment.update(WAYLAND_DISPLAY="wayland-test", XDG_SESSION_TYPE="wayland")
+    own.start("weston", "--backend=headless-backend.so", "--socket=wayland-test", "--idle-time=0",
+              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    session.wait_for("the compositor",
+                     lambda: os.path.exists(os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test")))
+    running = own.start(session.program())
+    reader = accessible.Reader()
+    session.main([
+        the_window_is_there_and_runs_on_wayland,
+        a_panel_shows_the_item_and_it_opens_the_popover,
+        a_second_start_finds_the_first,
+        it_ends_when_told,
+    ])
