@@ -4,7 +4,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
+#include <random>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -53,6 +56,44 @@ bool renameUnlessTaken(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
+// A file beside the one that it is to replace.
+struct Temporary {
+  std::string name;  // empty: it has none
+  std::error_code error;
+};
+
+bool isOnDisk(int fd, std::string_view content) {
+  return writeAll(fd, content) && fsync(fd) == 0;
+}
+
+// The file gets its name when it is whole, so that a program that is killed in between leaves nothing behind.
+// Absent: the file system can't do that.
+std::optional<Temporary> writtenBeforeNamed(const fs::path& folder, const std::string& path,
+                                            std::string_view content) {
+  constexpr int mostTries = 16;
+  const UniqueFd file(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
+  if (!file) return std::nullopt;
+  if (!isOnDisk(file.get(), content)) return Temporary{.name = {}, .error = lastError()};
+  const std::string unnamed = "/proc/self/fd/" + std::to_string(file.get());
+  std::random_device random;
+  for (int i = 0; i < mostTries; ++i) {
+    std::string name = path + "." + std::to_string(random());
+    if (linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+      return Temporary{.name = std::move(name), .error = {}};
+    }
+    if (errno != EEXIST) break;
+  }
+  return std::nullopt;
+}
+
+Temporary writtenUnderName(const std::string& path, std::string_view content) {
+  std::string name = path + ".XXXXXX";
+  const UniqueFd file(mkostemp(name.data(), O_CLOEXEC));  // with mode 0600
+  if (!file) return {.name = {}, .error = lastError()};
+  const auto error = isOnDisk(file.get(), content) ? std::error_code() : lastError();
+  return {.name = std::move(name), .error = error};
+}
+
 void syncFolder(const fs::path& folder) {
   const UniqueFd opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened) fsync(opened.get());
@@ -63,15 +104,14 @@ void syncFolder(const fs::path& folder) {
 std::error_code replaceFile(const std::string& path, std::string_view content) {
   const fs::path folder = fs::path(path).parent_path();
   if (const auto error = makeFolders(folder)) return error;
-  std::string temporary = path + ".XXXXXX";
-  const UniqueFd file(mkostemp(temporary.data(), O_CLOEXEC));  // with mode 0600
-  if (!file) return lastError();
-  const bool isReplaced = writeAll(file.get(), content) && fsync(file.get()) == 0 &&
-                          std::rename(temporary.c_str(), path.c_str()) == 0;
-  if (!isReplaced) {
-    const auto error = lastError();
-    unlink(temporary.c_str());
-    return error;
+  auto temporary = writtenBeforeNamed(folder, path, content);
+  if (!temporary) temporary = writtenUnderName(path, content);
+  if (!temporary->error && std::rename(temporary->name.c_str(), path.c_str()) != 0) {
+    temporary->error = lastError();
+  }
+  if (temporary->error) {
+    if (!temporary->name.empty()) unlink(temporary->name.c_str());
+    return temporary->error;
   }
   syncFolder(folder);
   return {};
