@@ -1,0 +1,139 @@
+"""Kestrune beside other monitors that are installed here: CPU, memory and start, on one display in one run."""
+
+import os
+import pty
+import statistics
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "tests", "program"))
+import session  # noqa: E402
+
+PROCESSES = 300
+WINDOWS = 5  # each of so many seconds; the median counts, as other things run on a machine too
+SECONDS = 10
+STARTS = 5
+# What stands on each program's first page is left as it comes; its window is the size that it chooses.
+PEERS = ("gnome-system-monitor", "plasma-systemmonitor", "xfce4-taskmanager", "btop")
+
+
+def family(pid):
+    """The process and all that come from it."""
+    found = [pid]
+    for parent in found:
+        for thread in os.listdir(f"/proc/{parent}/task"):
+            with open(f"/proc/{parent}/task/{thread}/children") as children:
+                found += [int(child) for child in children.read().split()]
+    return found
+
+
+def run_time(pids):
+    total = 0
+    for pid in pids:
+        for thread in os.listdir(f"/proc/{pid}/task"):
+            with open(f"/proc/{pid}/task/{thread}/schedstat") as stat:
+                total += int(stat.read().split()[0])
+    return total / 1e9
+
+
+def load(pid):
+    """CPU in percent of one core, the median of some windows of time."""
+    loads = []
+    for _ in range(WINDOWS):
+        pids = family(pid)
+        before, begun = run_time(pids), time.monotonic()
+        time.sleep(SECONDS)
+        loads.append((run_time(pids) - before) / (time.monotonic() - begun) * 100)
+    return statistics.median(loads)
+
+
+def memory(pid):
+    """PSS in MB."""
+    total = 0
+    for each in family(pid):
+        with open(f"/proc/{each}/smaps_rollup") as rollup:
+            total += next(int(line.split()[1]) for line in rollup if line.startswith("Pss:"))
+    return total / 1024
+
+
+class InTerminal:
+    """A program that draws on a terminal, of 120 by 40 cells, which takes what comes at once."""
+
+    def __init__(self, own, command):
+        begun = time.monotonic()
+        pid, self.terminal = pty.fork()
+        if pid == 0:
+            os.environ.update(own.environment, TERM="xterm-256color", LC_ALL="C.UTF-8", COLUMNS="120", LINES="40")
+            os.execvp(command, [command])
+        self.pid = pid
+        os.read(self.terminal, 1)
+        self.start = time.monotonic() - begun
+        self.drain = subprocess.Popen(["cat"], stdin=self.terminal, stdout=subprocess.DEVNULL)
+
+    def end(self):
+        os.kill(self.pid, 9)
+        os.waitpid(self.pid, 0)
+        self.drain.kill()
+        self.drain.wait()
+        os.close(self.terminal)
+
+
+class InWindow:
+    """A program with a window."""
+
+    def __init__(self, own, command):
+        before = self.windows(own)
+        begun = time.monotonic()
+        self.process = own.start(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.pid = self.process.pid
+        while not self.windows(own) - before:
+            if self.process.poll() is not None or time.monotonic() - begun > 30:
+                raise RuntimeError("it shows no window here")
+        self.start = time.monotonic() - begun
+
+    @staticmethod
+    def windows(own):
+        return set(own.xdotool("search", "--onlyvisible", "--name", ".").split())
+
+    def end(self):
+        session.Session.end(self.process)
+
+
+def measure(command, kind):
+    with session.Session() as own:
+        # As a desktop without assistive tools; the program under test is treated like its peers.
+        own.environment.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", None)
+        for _ in range(max(PROCESSES - sum(name.isdigit() for name in os.listdir("/proc")), 0)):
+            own.start("sleep", "100000")
+        starts = []
+        for i in range(STARTS):
+            shown = kind(own, command)
+            starts.append(shown.start * 1000)
+            if i + 1 < STARTS:
+                shown.end()
+                time.sleep(0.5)
+        time.sleep(10)
+        figures = load(shown.pid), memory(shown.pid), statistics.median(starts)
+        shown.end()
+        return figures
+
+
+def main(build):
+    print(f"{'':<24}{'CPU':>9}{'PSS':>11}{'start':>11}", flush=True)
+    missing = []
+    for name in (os.path.join(build, "kestrune"), *PEERS):
+        label = os.path.basename(name)
+        if subprocess.run(["which", name], capture_output=True, check=False).returncode != 0:
+            missing.append(label)
+            continue
+        try:
+            cpu, pss, start = measure(name, InTerminal if label == "btop" else InWindow)
+            print(f"{label:<24}{cpu:>7.2f} %{pss:>8.1f} MB{start:>8.0f} ms", flush=True)
+        except (RuntimeError, OSError) as error:
+            print(f"{label:<24} {error}", flush=True)
+    if missing:
+        print("not installed here: " + ", ".join(missing))
+
+
+main(sys.argv[1])
