@@ -1,10 +1,13 @@
 """Kestrune beside other monitors that are installed here: CPU, memory and start, on one display in one run."""
 
+import fcntl
 import os
 import pty
 import statistics
+import struct
 import subprocess
 import sys
+import termios
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "tests", "program"))
@@ -64,7 +67,8 @@ class InTerminal:
         begun = time.monotonic()
         pid, self.terminal = pty.fork()
         if pid == 0:
-            os.environ.update(own.environment, TERM="xterm-256color", LC_ALL="C.UTF-8", COLUMNS="120", LINES="40")
+            fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("4H", 40, 120, 0, 0))
+            os.environ.update(own.environment, TERM="xterm-256color", LC_ALL="C.UTF-8")
             os.execvp(command, [command])
         self.pid = pid
         os.read(self.terminal, 1)
