@@ -123,11 +123,11 @@ def killed_at_any_moment_the_day_stays_whole():
                           - datetime.datetime(2001, 1, 1, tzinfo=datetime.timezone.utc)).total_seconds()
         with open(day_file(own), "w") as file:
             json.dump(record, file)
-        for _ in range(50):
+        for _ in range(100):
             running = own.start(session.program(), stderr=subprocess.DEVNULL)
-            time.sleep(chance.uniform(0.02, 0.12))
+            session.wait_for("the sampling", lambda: len(os.listdir(f"/proc/{running.pid}/task")) > 2)
             running.terminate()  # it writes now, and is killed at some moment of that
-            time.sleep(chance.uniform(0, 0.02))
+            time.sleep(chance.uniform(0, 0.01))
             own.end(running)
             assert day(own)["processes"] == record["processes"]
         assert len(os.listdir(day_folder(own))) < 10, os.listdir(day_folder(own))
