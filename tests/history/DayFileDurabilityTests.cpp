@@ -158,13 +158,5 @@ TEST_F(DayFileDurabilityTest, aReadOnlyDiskLeavesTheOldFile) {
   EXPECT_EQ(onFile(), numberedDay(1));
 }
 
-TEST_F(DayFileDurabilityTest, aFileInPlaceOfTheFolderIsTold) {
-  folder.write("data", "");
-  EXPECT_EQ(save(numberedDay(1)), "[HistoryRecorder] save failed: Not a directory\n");
-  fs::remove(data);
-  EXPECT_EQ(save(numberedDay(1)), "") << "the folder is made before every write";
-  EXPECT_EQ(onFile(), numberedDay(1));
-}
-
 }  // namespace
 }  // namespace kestrune

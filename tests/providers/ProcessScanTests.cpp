@@ -40,27 +40,6 @@ TEST_F(ProcessScanTest, firstScanEmptiesTheDemonstrationAndTheSecondFillsTheList
   EXPECT_DOUBLE_EQ(top()[0].cpuPercent, 50.0);
   EXPECT_EQ(top()[0].executablePath, "/usr/bin/compiler");
   EXPECT_EQ(processTable->walks, 2);
-
-  EXPECT_THAT((*provider->history)[5].value.topProcesses, IsEmpty());
-  tick();
-  EXPECT_THAT(names((*provider->history)[6].value.topProcesses), ElementsAre("compiler"));
-}
-
-TEST_F(ProcessScanTest, keepsTheLoadOfTheMachineWhenItDelivers) {
-  tick();
-  tickAfter({50, 50});
-  int notified = 0;
-  Dependencies reader([&] { ++notified; });
-  processors.pass(100, {20, 40});
-  holdsLane = true;
-  tick();
-  reader.track([&] { return top().size(); });
-  holdsLane = false;
-  settle();
-  EXPECT_EQ(notified, 1);
-  EXPECT_EQ(provider->current->usagePercent, 30.0);
-  EXPECT_THAT(provider->current->coreUsages, ElementsAre(20.0, 40.0));
-  EXPECT_THAT(top(), IsEmpty());
 }
 
 TEST_F(ProcessScanTest, oneScanAtATimeAndTheDelayedOneComesWithTheNextTick) {
@@ -82,26 +61,6 @@ TEST_F(ProcessScanTest, oneScanAtATimeAndTheDelayedOneComesWithTheNextTick) {
   EXPECT_EQ(lane->waiting(), 0U);
   tick();
   EXPECT_EQ(lane->waiting(), 1U);
-}
-
-TEST_F(ProcessScanTest, entriesFromTheCacheGetTheTimeOfTheScan) {
-  const auto scans = std::make_shared<ProcessScanCache>(clock, processTable, *lane);
-  provider = std::make_shared<CPUProvider>(loop, processors, chip, scans);
-  for (int i = 0; i < 5; ++i) tickWithLoad(0ms);
-  // Another caller walks one second before the second scan, which then sees what was used until that walk.
-  processTable->processes[10].info.userNanoseconds += 1'500'000'000;
-  scans->entries();
-  tickWithLoad(900ms);
-  ASSERT_THAT(top(), SizeIs(1));
-  EXPECT_DOUBLE_EQ(top()[0].cpuPercent, 50.0);
-}
-
-TEST_F(ProcessScanTest, unreadableTableEmptiesTheList) {
-  for (int i = 0; i < 6; ++i) tickWithLoad(500ms);
-  EXPECT_THAT(top(), SizeIs(1));
-  processTable->isReadable = false;
-  for (int i = 0; i < 3; ++i) tickWithLoad(500ms);
-  EXPECT_THAT(top(), IsEmpty());
 }
 
 TEST_F(ProcessScanTest, providerMayGoWhileAScanIsUnderWay) {

@@ -107,17 +107,6 @@ TEST_F(MainLoopTest, CancelsTimersAlsoFromOtherTimers) {
   EXPECT_FALSE(loop->cancelTimer(fired));
 }
 
-TEST_F(MainLoopTest, RunsAParkedJobOnceItsTicketIsRedeemed) {
-  const auto ticket = loop->park(note("parked"));
-  loop->park(note("never redeemed"));
-  loop->run();
-  EXPECT_TRUE(ran.empty());
-  MainLoop::redeem(loop->inbox(), loop.get(), ticket);
-  MainLoop::redeem(loop->inbox(), loop.get(), ticket);
-  loop->run();
-  EXPECT_THAT(ran, ElementsAre("parked"));
-}
-
 TEST_F(MainLoopTest, DropsWhatIsLeftAtItsEnd) {
   const auto witness = std::make_shared<int>(0);
   const auto hold = [&] { return [witness] {}; };

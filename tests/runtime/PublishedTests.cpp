@@ -33,16 +33,6 @@ TEST(Published, TellsOfComparableValuesOnlyWhereTheyDiffer) {
   EXPECT_EQ(reader.told, 2);
 }
 
-TEST(Published, TellsOfSnapshotsAtEachAssignment) {
-  Published<Snapshot> snapshot;
-  Reader reader;
-  for (int round = 1; round <= 2; ++round) {
-    reader.dependencies.track([&] { return snapshot->value; });
-    snapshot.set(Snapshot{0});
-    EXPECT_EQ(reader.told, round);
-  }
-}
-
 TEST(Dependencies, AreThoseOfTheLastEvaluation) {
   Published<bool> chooses(true);
   Published<int> left;
@@ -80,15 +70,6 @@ TEST(Dependencies, OfNestedEvaluationsAreTheirOwn) {
   outerRead.set(1);
   EXPECT_EQ(outer.told, 1);
   EXPECT_EQ(inner.told, 1);
-}
-
-TEST(Dependencies, AreNotedOnlyDuringAnEvaluation) {
-  Published<int> number;
-  Reader reader;
-  reader.dependencies.track([] { return 0; });
-  EXPECT_EQ(*number, 0);
-  number.set(1);
-  EXPECT_EQ(reader.told, 0);
 }
 
 TEST(Dependencies, MayGoInTheirOwnCallbackAndInAnothers) {

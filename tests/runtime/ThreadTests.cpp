@@ -65,51 +65,6 @@ std::shared_ptr<ThreadLane> makeLane(std::string name = "lane") {
   return std::make_shared<ThreadLane>(std::move(name), nullptr);
 }
 
-TEST_F(ThreadTest, JobsFromAnyThreadRunHereInTheirOrder) {
-  constexpr int threads = 4;
-  constexpr int jobsEach = 2000;
-  std::vector<std::vector<int>> ran(threads);
-  const auto here = std::this_thread::get_id();
-  std::vector<std::thread> posters;
-  for (std::size_t t = 0; t < threads; ++t) {
-    posters.emplace_back([&, t, inbox = loop->inbox()] {
-      for (int i = 0; i < jobsEach; ++i) {
-        inbox->post([&, t, i] {
-          if (std::this_thread::get_id() == here) ran[t].push_back(i);
-        });
-      }
-    });
-  }
-  runUntil(
-      [&] { return std::ranges::all_of(ran, [](const auto& jobs) { return jobs.size() == jobsEach; }); });
-  for (auto& poster : posters) poster.join();
-  std::vector<int> expected(jobsEach);
-  std::iota(expected.begin(), expected.end(), 0);
-  for (const auto& jobs : ran) EXPECT_EQ(jobs, expected);
-}
-
-Task sum(MainLoop&, std::shared_ptr<WorkLane> lane, int from, std::shared_ptr<std::vector<int>> results) {
-  int total = 0;
-  for (int i = from; i < from + 20; ++i) {
-    const auto work = [numbers = std::vector<int>(3, i)] {
-      return std::accumulate(numbers.begin(), numbers.end(), 0);
-    };
-    total += co_await background(*lane, work);
-  }
-  results->push_back(total);
-}
-
-TEST_F(ThreadTest, BackgroundValuesComeBackFromSeveralLanes) {
-  const auto results = std::make_shared<std::vector<int>>();
-  std::vector<int> expected;
-  for (int task = 0; task < 24; ++task) {
-    sum(*loop, makeLane(), task, results);
-    expected.push_back(3 * (20 * task + 190));
-  }
-  runUntil([&] { return results->size() == expected.size(); });
-  EXPECT_THAT(*results, testing::UnorderedElementsAreArray(expected));
-}
-
 TEST_F(ThreadTest, ALaneKeepsOrderAndNeverOverlaps) {
   std::vector<int> order;  // unguarded: the lane is one thread
   std::vector<std::string> prepared;
@@ -129,17 +84,6 @@ TEST_F(ThreadTest, ALaneKeepsOrderAndNeverOverlaps) {
   }
   EXPECT_EQ(order.size(), 400U);
   EXPECT_THAT(prepared, ElementsAre("walks"));
-}
-
-TEST_F(ThreadTest, AHungLaneHoldsUpNoOther) {
-  const auto hung = makeLane();
-  const auto free = makeLane();
-  std::latch release(1);
-  std::promise<int> answer;
-  hung->submit([&] { release.wait(); });
-  free->submit([&] { answer.set_value(7); });
-  EXPECT_EQ(answer.get_future().get(), 7);
-  release.count_down();
 }
 
 TEST_F(ThreadTest, ALaneOfSeveralThreadsLeavesAWayPastHungWork) {
@@ -283,20 +227,6 @@ TEST_F(ThreadTest, TheLoopMayEndWhileWorkIsUnderWay) {
   gate->release.count_down();
   lane.reset();
   EXPECT_EQ(*witness, 0);
-}
-
-TEST_F(ThreadTest, ACancelledTaskStillTakesItsValue) {
-  auto lane = makeLane();
-  const auto gate = std::make_shared<Gate>();
-  const auto witness = std::make_shared<int>(0);
-  const Task task = gated(*loop, lane, gate, witness);
-  loop->run();
-  gate->begun.wait();
-  task.cancel();
-  gate->release.count_down();
-  runUntil([&] { return task.isDone(); });
-  EXPECT_EQ(*witness, 100);
-  EXPECT_EQ(gate.use_count(), 1);  // the work itself is gone by then
 }
 
 // Posting races with the end of the loop; afterwards the inbox swallows what comes.

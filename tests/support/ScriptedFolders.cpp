@@ -50,11 +50,6 @@ std::size_t ScriptedFolders::endCancelled() {
   return ended.size();
 }
 
-bool ScriptedFolders::isReadable(const std::string& path) {
-  probed.push_back(path);
-  return seesEverything;
-}
-
 std::optional<std::vector<platform::DirectoryEntry>> ScriptedFolders::contents(const FileLocation& folder,
                                                                                bool skipsHidden) {
   ++listings;

@@ -25,7 +25,6 @@ class ScriptedFolders final : public platform::Folders {
   bool seesEverything = true;
   std::map<std::string, std::vector<platform::DirectoryEntry>> directories;  // others can't be read
   std::vector<Pending> pending;                                              // in the order of the requests
-  std::vector<std::string> probed;                                           // paths that were asked about
   int listings = 0;
 
   // Make the directory above too, if it isn't there.
@@ -41,7 +40,7 @@ class ScriptedFolders final : public platform::Folders {
   std::size_t endCancelled();
 
   platform::FileLocation homeDirectory() override { return platform::FileLocation(home); }
-  bool isReadable(const std::string& path) override;
+  bool isReadable(const std::string&) override { return seesEverything; }
   std::optional<std::vector<platform::DirectoryEntry>> contents(const platform::FileLocation& folder,
                                                                 bool skipsHidden) override;
   void measure(std::vector<platform::FileLocation> folders, CancellationFlag isCancelled,

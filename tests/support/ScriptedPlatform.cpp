@@ -50,7 +50,6 @@ std::int32_t ScriptedProcessTable::listPids(std::span<std::int32_t> pids) {
 }
 
 std::optional<platform::TaskInfo> ScriptedProcessTable::taskInfo(std::int32_t pid) {
-  if (onTaskInfo) onTaskInfo();
   const auto found = processes.find(pid);
   if (found == processes.end() || !found->second.isReadable) return std::nullopt;
   return found->second.info;

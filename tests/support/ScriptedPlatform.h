@@ -63,7 +63,6 @@ class ScriptedProcessTable final : public platform::ProcessTable {
   std::optional<std::vector<std::int32_t>>
       listed;                         // the ids as they are listed; absent: all, in ascending order
   std::optional<std::int32_t> count;  // what the count says; absent: as many as are listed
-  std::function<void()> onTaskInfo;   // what happens while one process is looked at
   int walks = 0;                      // how often the list of ids was asked for
 
   std::int32_t processCount() override;
@@ -111,11 +110,10 @@ class ScriptedDayFiles final : public platform::DayFileStorage {
 class ScriptedSystemFacts final : public platform::SystemFacts {
  public:
   std::optional<std::int64_t> boot = 1700000000;
-  std::vector<std::string> spoken;
 
   std::optional<std::int64_t> bootTime() override { return boot; }
   std::string operatingSystemVersion() override { return "Test System 1"; }
-  std::vector<std::string> languages() override { return spoken; }
+  std::vector<std::string> languages() override { return {}; }
 };
 
 class ScriptedLoginItem final : public platform::LoginItem {

@@ -32,9 +32,7 @@ inline std::string accessibilityLabel(const ui::View& view) {
 // A view with what is in force for it.
 struct ShownView {
   const ui::View* view = nullptr;
-  ui::Font font;
   ui::Color foreground;
-  double opacity = 1;
 };
 
 // Keeps a view's components as a window does: made when they appear, evaluated again when something they read
@@ -76,7 +74,7 @@ class MountedViews {
     if (found.empty()) {
       ADD_FAILURE() << "no text reads \"" << string << '"';
       static const ui::View none;
-      return {.view = &none, .font = {}, .foreground = {}};
+      return {.view = &none, .foreground = {}};
     }
     return found.front();
   }
@@ -207,9 +205,7 @@ class MountedViews {
 
   static void collect(const Node& node, ShownView inherited, std::vector<ShownView>& found) {
     inherited.view = &node.view;
-    inherited.font = node.view.font.value_or(inherited.font);
     inherited.foreground = node.view.foreground.value_or(inherited.foreground);
-    inherited.opacity *= node.view.opacity;
     if (!node.component && !node.view.isEmpty()) found.push_back(inherited);
     for (const auto& child : node.children) collect(*child, inherited, found);
   }

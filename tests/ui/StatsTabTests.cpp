@@ -39,14 +39,6 @@ class StatsTabTest : public test::ViewFixture {
   }
 };
 
-TEST_F(StatsTabTest, todayAloneIsADayRecorded) {
-  auto tab = this->tab<StatsTab>();
-  EXPECT_TRUE(tab.hasText("Loading history…"));
-  update(tab);
-  EXPECT_THAT(tab.texts(), IsSupersetOf({"Days recorded", "1", "Avg CPU", "0%", "Total data", "0 KB"}));
-  EXPECT_EQ(chart(tab, 0).days.size(), 7U);
-}
-
 TEST_F(StatsTabTest, sumsUpTheRangeAndLeavesGaps) {
   keep(1, dayOf(midnight(1), 40, 3 * 1048576.0));
   keep(6, dayOf(midnight(6), 80, 1048576.0));

@@ -100,17 +100,6 @@ TEST_F(DunstTest, oneOfAKindIsOnDisplay) {
   EXPECT_EQ(displayed(), 1);
 }
 
-TEST_F(DunstTest, aBurstBeforeTheFirstAnswerDoesNotStack) {
-  startDunst();
-  std::vector<Delivery> burst;
-  for (int i = 1; i <= 5; ++i) {
-    burst.emplace_back(notifications, UserNotification{"cpu-high", "CPU", std::to_string(i)});
-  }
-  for (const auto& delivery : burst) EXPECT_TRUE(delivery.succeeds());
-  EXPECT_EQ(displayed(), 1);
-  EXPECT_EQ(takeDisplayed(), (std::multiset<std::string>{"CPU: 5"}));
-}
-
 TEST_F(DunstTest, aRestartedServiceIsNotAskedToReplaceWhatItNeverShowed) {
   startDunst();
   EXPECT_TRUE(Delivery(notifications, cpuHigh).succeeds());
@@ -147,19 +136,6 @@ TEST_F(DunstTest, aHungServiceHoldsUpNothing) {
   EXPECT_EQ(displayed(), 1) << "what came late is replaced like all else";
   EXPECT_EQ(takeDisplayed(), (std::multiset<std::string>{"CPU: latest"}));
   for (const auto& delivery : unanswered) EXPECT_EQ(delivery.reports(), 1);
-}
-
-TEST_F(DunstTest, aHungServiceThatIsKilledAnswersByTheBus) {
-  startDunst();
-  dunst->stop();
-  const Delivery delivery(notifications, cpuHigh);
-  const Delivery sameKind(notifications, cpuHigh);
-  dunst.reset();
-  EXPECT_TRUE(delivery.fails());
-  EXPECT_TRUE(sameKind.fails());
-  startDunst();
-  EXPECT_TRUE(Delivery(notifications, cpuHigh).succeeds());
-  EXPECT_EQ(displayed(), 1);
 }
 
 TEST_F(DunstTest, aServiceThatDoesNotRunIsStartedWhereItCanBe) {

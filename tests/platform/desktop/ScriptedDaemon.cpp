@@ -39,14 +39,10 @@ bool ScriptedDaemon::handleMessage(const QDBusMessage& message, const QDBusConne
 void ScriptedDaemon::note(const QDBusMessage& message) {
   EXPECT_EQ(message.signature().toStdString(), "susssasa{sv}i");
   const auto arguments = message.arguments();
-  calls.push_back({.application = arguments.at(0).toString().toStdString(),
-                   .replaced = arguments.at(1).toUInt(),
-                   .icon = arguments.at(2).toString().toStdString(),
+  calls.push_back({.replaced = arguments.at(1).toUInt(),
                    .summary = arguments.at(3).toString().toStdString(),
                    .body = arguments.at(4).toString().toStdString(),
-                   .actions = static_cast<int>(arguments.at(5).toStringList().size()),
-                   .hints = qdbus_cast<QVariantMap>(arguments.at(6)),
-                   .expires = arguments.at(7).toInt()});
+                   .hints = qdbus_cast<QVariantMap>(arguments.at(6))});
 }
 
 void ScriptedDaemon::answer() {

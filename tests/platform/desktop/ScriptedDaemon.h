@@ -17,14 +17,10 @@ namespace kestrune::test {
 class ScriptedDaemon final : public QDBusVirtualObject {
  public:
   struct Notify {
-    std::string application;
     std::uint32_t replaced = 0;
-    std::string icon;
     std::string summary;
     std::string body;
-    int actions = 0;
     QVariantMap hints;
-    int expires = 0;
   };
 
   // Takes the name, from another one too.

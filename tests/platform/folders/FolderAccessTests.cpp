@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -75,15 +74,6 @@ TEST_F(FolderAccessTest, aListingFailsWhereNamesMayNotBeReadAndElseTellsWhatItCa
     return true;
   }));
   EXPECT_TRUE(holdsWithoutPrivileges([&] { return !folders.isReadable(tree / "closed"); }));
-}
-
-TEST_F(FolderAccessTest, devicesAreNoFiles) {
-  tree.directory("devices");
-  if (mknod((tree / "devices/null").c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0 ||
-      mknod((tree / "devices/disk").c_str(), S_IFBLK | 0600, makedev(254, 0)) != 0) {
-    GTEST_SKIP() << "devices can't be made here";
-  }
-  EXPECT_EQ(measured(tree / "devices"), FolderMeasure{});
 }
 
 }  // namespace

@@ -79,13 +79,6 @@ TEST_F(FolderMountTest, aSumBeyondTheLargestNumberStaysThere) {
   EXPECT_EQ(measured(tree.path()), (FolderMeasure{std::numeric_limits<std::uint64_t>::max(), 3}));
 }
 
-TEST_F(FolderMountTest, whatIsMountedInItselfIsTakenInOnce) {
-  tree.file("top/file", 1);
-  tree.file("top/a/b/file", 10);
-  ASSERT_TRUE(mountAt("top/a/b/loop", nullptr, tree / "top", MS_BIND));
-  EXPECT_EQ(measured(tree / "top"), (FolderMeasure{11, 2}));
-}
-
 // Each doubles the paths that lead through the tree.
 TEST_F(FolderMountTest, mountsOfOneDirectoryInEachOtherAddNothing) {
   tree.file("top/file", 1);

@@ -81,16 +81,6 @@ TEST_F(MeasurePoolTest, measuresManyFoldersOnceEach) {
   EXPECT_EQ(second.waitForAll(), measures);
 }
 
-TEST_F(MeasurePoolTest, severalThreadsShareOneFolder) {
-  for (int i = 0; i < 40; ++i) {
-    for (int j = 0; j < 40; ++j) tree.file(std::to_string(i) + "/" + std::to_string(j) + "/file", 3);
-  }
-  MeasurePool pool({.threads = 4, .mostThreads = 4});
-  for (int round = 0; round < 20; ++round) {
-    ASSERT_EQ(measure(pool, tree.path()), (FolderMeasure{4800, 1600}));
-  }
-}
-
 TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
   std::vector<FileLocation> folders;
   for (int i = 0; i < 50; ++i) {

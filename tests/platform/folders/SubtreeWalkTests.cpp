@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include "platform/folders/FolderTree.h"
-#include "platform/linux/FolderRules.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -58,26 +57,6 @@ TEST_F(SubtreeWalkTest, packagesBelowAreLeftOutWhole) {
   EXPECT_EQ(measured(tree / "libs"), FolderMeasure{});
 }
 
-TEST_F(SubtreeWalkTest, knowsPackagesByTheirExtension) {
-  for (const auto* name : {"a.app", "a.b.AppDir", "a.bundle", "a.kext", "a.XPC", "..app"}) {
-    EXPECT_TRUE(isPackage(name)) << name;
-  }
-  for (const auto* name : {"app", ".app", "a.app.d", "a.", "", "a.application", "a.ap"}) {
-    EXPECT_FALSE(isPackage(name)) << name;
-  }
-}
-
-TEST_F(SubtreeWalkTest, addsUpBeyondWhatADoubleHolds) {
-  constexpr std::uint64_t bytes = (std::uint64_t{1} << 44U) - (std::uint64_t{1} << 20U) + 1;
-  constexpr std::uint64_t links = 600;
-  static_assert(bytes * links > std::uint64_t{1} << 53U);
-  tree.file("sparse", 1);
-  if (truncate((tree / "sparse").c_str(), bytes) != 0)
-    GTEST_SKIP() << "the file system has no files so large";
-  for (std::uint64_t i = 1; i < links; ++i) fs::create_hard_link(tree / "sparse", tree / std::to_string(i));
-  EXPECT_EQ(measured(tree.path()), (FolderMeasure{bytes * links, links}));
-}
-
 TEST_F(SubtreeWalkTest, leavesTheTimesOfItsOwnersDirectories) {
   tree.directory("sub");
   const timespec longAgo{.tv_sec = 1000, .tv_nsec = 0};
@@ -114,21 +93,6 @@ TEST_F(SubtreeWalkTest, depthCostsNoDescriptors) {
   EXPECT_EQ(walk.found(), (FolderMeasure{levels * siblings, levels * siblings}));
   EXPECT_LE(most, before + 10);
   EXPECT_EQ(driven.entries, levels * (2 * siblings + 1)) << "each entry is seen once";
-}
-
-// The chain is cut while the walk is deep in it: what is above is found again by its names.
-TEST_F(SubtreeWalkTest, aBranchThatIsMovedAwayLosesNothing) {
-  constexpr int levels = 40;
-  test::FolderTree elsewhere;
-  tree.chain(levels, "d", addSiblings);
-  DrivenWalk driven;
-  auto walk = driven.walk();
-  walk.begin(FileLocation(tree.path()));
-  while (driven.entries < 20 * (siblings + 1)) ASSERT_TRUE(walk.step());
-  fs::rename(tree / "d/d/d/d", elsewhere / "moved");
-  while (walk.step()) {
-  }
-  EXPECT_EQ(walk.found(), (FolderMeasure{levels * siblings, levels * siblings}));
 }
 
 TEST_F(SubtreeWalkTest, aBranchThatIsGoneIsLeftOut) {
@@ -209,17 +173,6 @@ TEST_F(SubtreeWalkTest, partsAddUpToTheWhole) {
   EXPECT_EQ(measuredInParts(tree.path(), parts),
             (FolderMeasure{500 + 300 + 60 * siblings, 503 + 60 * siblings}));
   EXPECT_GT(parts, 50);
-}
-
-TEST_F(SubtreeWalkTest, aLastDirectoryIsNotGivenAway) {
-  tree.file("only/file", 1);
-  DrivenWalk driven;
-  auto walk = driven.walk();
-  EXPECT_EQ(walk.split(), std::nullopt);
-  walk.begin(FileLocation(tree.path()));
-  EXPECT_EQ(walk.split(), std::nullopt);
-  EXPECT_FALSE(walk.step());
-  EXPECT_EQ(walk.found(), (FolderMeasure{1, 1}));
 }
 
 }  // namespace

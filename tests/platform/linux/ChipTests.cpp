@@ -34,15 +34,6 @@ TEST(Chip, ofEachMachine) {
   }
 }
 
-TEST(Chip, fallsBackToWhatCpuInfoCounts) {
-  const test::TemporaryFolder root;
-  root.write("proc/cpuinfo",
-             "processor : 0\nphysical id : 0\ncpu cores : 2\n\nprocessor : 1\nprocessor : 2\n");
-  EXPECT_EQ(LinuxChip(root.path()).physicalCores(), 2);
-  root.write("proc/cpuinfo", "processor : 0\n\nprocessor : 1\n\nprocessor : 2\n");
-  EXPECT_EQ(LinuxChip(root.path()).physicalCores(), 3);
-}
-
 TEST(Chip, on32BitArmIsCalledAsTheKernelCallsTheHardware) {
   const test::TemporaryFolder root;
   const std::string cores =

@@ -87,30 +87,6 @@ TEST_F(LinuxNetworkInterfacesTest, aDialUpConnectionIsCarriedByAConnectedPort) {
   EXPECT_THAT(carried(), ElementsAre("ppp1"));
 }
 
-TEST_F(LinuxNetworkInterfacesTest, addressesBelongToInterfacesWhateverTheirLabels) {
-  setNames({"eth0", "odd:name"});
-  addresses = {
-      {"eth0", "10.0.0.1"}, {"eth0:1", "10.0.0.2"}, {"odd:name", "10.0.0.3"}, {"gone:1", "10.0.0.4"}};
-  const auto list = interfaces.interfaces();
-  ASSERT_TRUE(list);
-  std::vector<std::string> found;
-  for (const auto& entry : list->addresses) {
-    found.push_back(entry.interfaceName + " " + entry.address);
-  }
-  EXPECT_THAT(found, ElementsAre("eth0 10.0.0.1", "eth0 10.0.0.2", "odd:name 10.0.0.3", "gone:1 10.0.0.4"));
-}
-
-TEST_F(LinuxNetworkInterfacesTest, failuresAreTold) {
-  EXPECT_FALSE(interfaces.links());
-  EXPECT_FALSE(interfaces.interfaces());
-  setNames({"eth0"});
-  EXPECT_EQ(interfaces.links().value().size(), 1U);
-  EXPECT_EQ(interfaces.interfaces().value().links.size(), 1U);
-  addresses.reset();
-  EXPECT_FALSE(interfaces.interfaces());
-  EXPECT_TRUE(interfaces.links());
-}
-
 TEST_F(LinuxNetworkInterfacesTest, bothLooksAtTheSameTime) {
   constexpr int rounds = 300;
   tell("br0", "lower_eth0");
@@ -129,48 +105,6 @@ TEST_F(LinuxNetworkInterfacesTest, bothLooksAtTheSameTime) {
     EXPECT_THAT(carried(), ElementsAre("br0"));
   }
   other.join();
-}
-
-TEST(InterfaceNamingTest, noPortIsTakenForSomethingElse) {
-  const LinuxNetworkInterfaces interfaces("/nowhere");
-  const auto& naming = interfaces.naming();
-  const auto isUncounted = [&](std::string_view name) {
-    return std::ranges::any_of(naming.uncounted, [&](const auto& text) { return name.starts_with(text); });
-  };
-  for (const auto* port : {"eth0",
-                           "enp3s0",
-                           "eno1",
-                           "ens18",
-                           "enx0023ae1b2c3d",
-                           "end0",
-                           "wlan0",
-                           "wlp2s0",
-                           "wlx00c0ca123456",
-                           "wwan0",
-                           "wwp0s20u4",
-                           "usb0",
-                           "ib0",
-                           "ibp5s0",
-                           "bnep0",
-                           "ath0",
-                           "ra0",
-                           "mlan0",
-                           "br0",
-                           "ppp0",
-                           "venet0",
-                           "hsn0",
-                           "slip0",
-                           "can0",
-                           "em1",
-                           "p4p1"}) {
-    EXPECT_FALSE(isUncounted(port)) << port;
-  }
-  for (const auto* other :
-       {"docker0", "br-9f8e7d6c5b4a", "veth1a2b3c", "virbr0",     "vnet3",      "tun0",      "tap0",
-        "wg0",     "tunl0",           "gretap0",    "tailscale0", "ztabcdefgh", "flannel.1", "lxcbr0",
-        "vxlan42", "dummy0",          "ifb1",       "sit0",       "ip6tnl0",    "macvtap0",  "vlan5"}) {
-    EXPECT_TRUE(isUncounted(other)) << other;
-  }
 }
 
 }  // namespace

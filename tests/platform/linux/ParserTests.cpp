@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/CpuInfo.h"
 #include "platform/linux/CpuList.h"
 #include "platform/linux/PidStat.h"
 #include "platform/linux/ProcStat.h"
@@ -42,24 +41,6 @@ TEST(CpuList, readsRangesAndRefusesTheRest) {
   }
 }
 
-TEST(CpuInfo, countsCoresOncePerPackage) {
-  std::string text;
-  for (const char* package : {"0", "0", "1", "1"}) {
-    text +=
-        std::string("processor\t: 0\nphysical id\t: ") + package + "\nmodel name: A  B \ncpu cores\t: 6\n\n";
-  }
-  const CpuInfo info = parseCpuInfo(text);
-  EXPECT_EQ(info.modelName, "A B");
-  EXPECT_EQ(info.processors, 4);
-  EXPECT_EQ(info.physicalCores, 12);
-}
-
-TEST(CpuInfo, namesTheCoresOfArm) {
-  EXPECT_EQ(armCoreNames({{0x41, 0xd05}, {0x41, 0xd0b}}), "Arm Cortex-A76 + Cortex-A55");
-  EXPECT_EQ(armCoreNames({{0x41, 0xfff}, {0x41, 0xd03}}), "Arm Cortex-A53");
-  EXPECT_EQ(armCoreNames({{0x99, 0xd03}}), "");
-}
-
 constexpr std::string_view figures =
     " S 1 1 1 0 -1 4194560 100 200 3 4 150 75 10 20 20 0 1 0 4242 12345678 321 18446744073709551615 1 1\n";
 
@@ -89,20 +70,6 @@ TEST(PidStat, takesNoTextThatIsCutOrGarbled) {
        {")77 (", "77 bash S 1", "77 (bash) S a b c d e f g h i j k l m n o p q r s t u v w x y"}) {
     EXPECT_FALSE(parsePidStat(text)) << text;
   }
-}
-
-TEST(PidStat, completesNamesThatTheKernelCut) {
-  using namespace std::string_view_literals;
-  EXPECT_EQ(completedName("gnome-terminal-", "/usr/libexec/gnome-terminal-server", ""),
-            "gnome-terminal-server");
-  EXPECT_EQ(completedName("gnome-terminal-", "", "/usr/libexec/gnome-terminal-server\0--x\0"sv),
-            "gnome-terminal-server");
-  EXPECT_EQ(completedName("networkd-dispat", "/usr/bin/python3.11",
-                          "/usr/bin/python3\0-Es\0/usr/bin/networkd-dispatcher\0--run\0"sv),
-            "networkd-dispatcher");
-  EXPECT_EQ(
-      completedName("Isolated Web Co", "/usr/lib/browser/browser", "/usr/lib/browser/browser\0-x\0y\0"sv),
-      "Isolated Web Co");
 }
 
 }  // namespace

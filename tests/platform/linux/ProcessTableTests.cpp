@@ -92,16 +92,6 @@ TEST_F(ProcessTableTest, aVanishedOrGarbledProcessIsAbsent) {
   remove(7);
   EXPECT_FALSE(table.taskInfo(7));
   EXPECT_FALSE(table.taskInfo(8));
-  EXPECT_EQ(table.name(7), "");
-  EXPECT_EQ(table.executablePath(7), "");
-}
-
-TEST_F(ProcessTableTest, namesAreTheKernelsBytes) {
-  int pid = 10;
-  for (const char* name : {"a) S 1 (b", "two words", "line\nbreak", "caf\xE9", ""}) {
-    put(++pid, {.name = name});
-    EXPECT_EQ(nameOf(pid), name);
-  }
 }
 
 TEST_F(ProcessTableTest, completesANameThatWasCut) {
@@ -115,22 +105,6 @@ TEST_F(ProcessTableTest, completesANameThatWasCut) {
   put(7, {.name = "fourteen-bytes"});
   putExe(7, "/usr/bin/fourteen-bytes-and-more");
   EXPECT_EQ(nameOf(7), "fourteen-bytes") << "not cut";
-}
-
-TEST_F(ProcessTableTest, pathsAreBytesOfUpTo1023) {
-  putExe(3, "/opt/caf\xE9 \n/run");
-  put(3, {});
-  EXPECT_EQ(pathOf(3), "/opt/caf\xE9 \n/run");
-  const auto path = [](std::size_t length) { return "/" + std::string(length - 1, 'x'); };
-  putExe(4, path(1023));
-  put(4, {});
-  EXPECT_EQ(pathOf(4), path(1023));
-  putExe(5, path(1024));
-  put(5, {});
-  EXPECT_EQ(pathOf(5), "");
-  putExe(6, path(1023) + " (deleted)");
-  put(6, {});
-  EXPECT_EQ(pathOf(6), path(1023));
 }
 
 TEST_F(ProcessTableTest, keepsThePathUntilTheProcessIsAnother) {
@@ -154,13 +128,6 @@ TEST_F(ProcessTableTest, keepsThePathUntilTheProcessIsAnother) {
   put(9, {.name = "editor", .start = 200});
   putExe(9, "/opt/editor");
   EXPECT_EQ(pathAfterWalk(), "/opt/editor") << "the id was used again";
-
-  remove(9);
-  put(1, {});
-  walk();
-  put(9, {.name = "editor", .start = 200});
-  putExe(9, "/new/editor");
-  EXPECT_EQ(pathAfterWalk(), "/new/editor") << "what ended is forgotten";
 }
 
 TEST_F(ProcessTableTest, asksNoKernelThreadForAPathButAnUnreadyProcessAgain) {
@@ -174,16 +141,6 @@ TEST_F(ProcessTableTest, asksNoKernelThreadForAPathButAnUnreadyProcessAgain) {
   fs::remove(root / entry(3, "exe"));
   put(3, {.name = "new", .state = "Z", .pages = 0});
   EXPECT_EQ(pathOf(3), "/bin/new");
-}
-
-TEST_F(ProcessTableTest, answersOnlyForTheProcessThatWasAskedForLast) {
-  put(3, {.name = "three"});
-  put(4, {.name = "four"});
-  walk();
-  EXPECT_EQ(table.name(3), "");
-  EXPECT_TRUE(table.taskInfo(3));
-  EXPECT_EQ(table.name(4), "");
-  EXPECT_EQ(table.name(3), "three");
 }
 
 TEST(ProcessTableOfThisMachine, knowsThisProcess) {

@@ -38,8 +38,6 @@ TEST_F(ProcessorsTest, countsEachStateFromItsOwnStart) {
 TEST_F(ProcessorsTest, aCounterThatFallsAddsNothing) {
   readWith("cpu0 10 0 10 100 50\n");
   EXPECT_THAT(*readWith("cpu0 9 0 12 101 40\n"), ElementsAre(ProcessorTicks{.system = 2, .idle = 1}));
-  EXPECT_THAT(*readWith("cpu0 10 0 12 101 41\n"),
-              ElementsAre(ProcessorTicks{.user = 1, .system = 2, .idle = 2}));
 }
 
 TEST_F(ProcessorsTest, beginsAnewBeforeTheSumOverflows) {
@@ -51,10 +49,6 @@ TEST_F(ProcessorsTest, beginsAnewBeforeTheSumOverflows) {
   EXPECT_THAT(*readWith("cpu0 0 0 0 " + nearly + "\ncpu1 0 0 11 0\n"), Each(ProcessorTicks{}));
   EXPECT_THAT(*readWith("cpu0 3 0 0 " + nearly + "\ncpu1 0 0 11 4\n"),
               ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 4}));
-  EXPECT_THAT(
-      *readWith("cpu0 18446744073709551615 18446744073709551615 18446744073709551615 18446744073709551615\n"
-                "cpu1 18446744073709551615 18446744073709551615 18446744073709551615 18446744073709551615\n"),
-      Each(ProcessorTicks{}));
 }
 
 TEST_F(ProcessorsTest, beginsAnewWhenTheProcessorsChange) {
@@ -116,50 +110,19 @@ TEST(ProcessorsOfMachines, efficiencyCoresComeFirst) {
   EXPECT_THAT(idsInOrder("container-offline-gaps"), ElementsAre(0, 2, 3, 8, 9, 11));
 }
 
-TEST_F(ProcessorsTest, onArmTheCoresOfLowestCapacityComeFirst) {
-  // The large core is processor 0, and there are three sizes.
-  for (const auto& [cpu, capacity] : {std::pair("0", "1024"), {"1", "414"}, {"2", "762"}, {"3", "414"}}) {
-    root.write("sys/devices/system/cpu/cpu" + std::string(cpu) + "/cpu_capacity", capacity);
-  }
-  readWith("cpu0 0 0 0 0\ncpu1 0 0 0 0\ncpu2 0 0 0 0\ncpu3 0 0 0 0\n");
-  EXPECT_THAT(*readWith("cpu0 1 0 0 0\ncpu1 2 0 0 0\ncpu2 3 0 0 0\ncpu3 4 0 0 0\n"),
-              ElementsAre(ProcessorTicks{.user = 2}, ProcessorTicks{.user = 4}, ProcessorTicks{.user = 1},
-                          ProcessorTicks{.user = 3}));
-}
-
-std::string serverLines(int processors, int user) {
-  std::string lines;
-  for (int id = 0; id < processors; ++id) {
-    lines += "cpu" + std::to_string(id) + " " + std::to_string(user + id) +
+TEST_F(ProcessorsTest, readsWhatIsLargerThanTheBuffer) {
+  const auto lines = [](int user) {
+    std::string all;
+    for (int id = 0; id < 2048; ++id) {
+      all += "cpu" + std::to_string(id) + " " + std::to_string(user + id) +
              " 1234567 12345678 1234567890 123456 123456 123456 0 0 0\n";
-  }
-  return lines;
-}
-
-TEST_F(ProcessorsTest, readsAServerOf256AndWhatIsLargerThanTheBuffer) {
-  for (const int count : {256, 2048}) {
-    readWith(serverLines(count, 1000000));
-    const auto ticks = readWith(serverLines(count, 1000007));
-    ASSERT_TRUE(ticks);
-    EXPECT_THAT(*ticks, testing::AllOf(testing::SizeIs(count), Each(ProcessorTicks{.user = 7})));
-  }
-}
-
-TEST(ProcessorsOfThisMachine, move) {
-  LinuxProcessors processors;
-  const auto first = processors.processorTicks();
-  ASSERT_TRUE(first);
-  EXPECT_EQ(first->size(), static_cast<std::size_t>(sysconf(_SC_NPROCESSORS_ONLN)));
-  const auto total = [](const Ticks& all) {
-    std::int64_t sum = 0;
-    for (const ProcessorTicks& one : all) sum += one.user + one.system + one.idle + one.nice;
-    return sum;
+    }
+    return all;
   };
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  std::int64_t moved = 0;
-  while (moved == 0 && std::chrono::steady_clock::now() < deadline)
-    moved = total(*processors.processorTicks());
-  EXPECT_GT(moved, 0);
+  readWith(lines(1000000));
+  const auto ticks = readWith(lines(1000007));
+  ASSERT_TRUE(ticks);
+  EXPECT_THAT(*ticks, testing::AllOf(testing::SizeIs(2048), Each(ProcessorTicks{.user = 7})));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
-#include <thread>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -97,18 +96,6 @@ TEST_F(LinuxToolRunnerTest, signalsDoNotEndTheWait) {
                   "kill -USR1 $PPID; kill -USR1 $PPID"),
             "1\n2\n3\n4\n5\n6\n7\n8\n9\n");
   sigaction(SIGUSR1, &before, nullptr);
-}
-
-TEST_F(LinuxToolRunnerTest, severalAtATime) {
-  std::vector<std::thread> threads;
-  threads.reserve(4);
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([this, i] {
-      const std::string number = std::to_string(i);
-      for (int round = 0; round < 10; ++round) EXPECT_EQ(shell("echo " + number), number + "\n");
-    });
-  }
-  for (auto& thread : threads) thread.join();
 }
 
 // Started without any of the three, a process gives their numbers to what it opens next.

@@ -18,10 +18,8 @@ namespace {
 
 using platform::LinkCounters;
 using platform::LinkEntry;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::Not;
 
 constexpr int datagrams = 40;
 constexpr std::size_t datagramBytes = 1200;
@@ -181,14 +179,6 @@ TEST_F(NetworkNamespaceTest, whatStaysInTheMachineIsNotCounted) {
                     [&] { return network.sendBlindly("10.0.2.1", "10.0.2.2", datagrams, datagramBytes); });
 }
 
-TEST_F(NetworkNamespaceTest, aBridgedPortIsCountedOnce) {
-  if (!network.ip("link add lan type bridge")) GTEST_SKIP() << "the kernel has no bridges";
-  EXPECT_THAT(namesOf(links()), Contains("lan"));
-  ASSERT_TRUE(network.ip("addr flush dev eth0") && network.ip("link set eth0 master lan"));
-  ASSERT_TRUE(network.ip("addr add 10.0.0.1/24 dev lan") && network.ip("link set lan up"));
-  expectCountedOnce("lan", [&] { return exchange("10.0.0.1", "10.0.0.2"); });
-}
-
 // A program that takes packets from `name` and sends them on through the cable, as a VPN does.
 TEST_F(NetworkNamespaceTest, whatGoesThroughATunnelIsCountedOnThePort) {
   const UniqueFd tunnel(open("/dev/net/tun", O_RDWR | O_CLOEXEC));
@@ -207,19 +197,6 @@ TEST_F(NetworkNamespaceTest, whatGoesThroughATunnelIsCountedOnThePort) {
     }
     return true;
   });
-}
-
-TEST_F(NetworkNamespaceTest, interfacesComeAndGoAndChangeTheirNames) {
-  const auto before = namesOf(links());
-  ASSERT_TRUE(network.ip("link add other type veth peer name otherend"));
-  EXPECT_THAT(namesOf(links()), ElementsAreArray(kernelNames()));
-  EXPECT_EQ(links().size(), before.size() + 2);
-  ASSERT_TRUE(network.ip("link set other name renamed"));
-  EXPECT_THAT(namesOf(links()), Contains("renamed"));
-  EXPECT_THAT(namesOf(links()), Not(Contains("other")));
-  ASSERT_TRUE(network.ip("link del renamed"));
-  EXPECT_THAT(namesOf(links()), ElementsAreArray(before));
-  EXPECT_THAT(namesOf(interfaces.interfaces().value().links), ElementsAreArray(before));
 }
 
 TEST_F(NetworkNamespaceTest, addressesAreListedInTheKernelsOrder) {

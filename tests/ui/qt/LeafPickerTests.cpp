@@ -100,18 +100,5 @@ TEST_F(LeafPicker, IsAGroupOfRadioButtonsForAssistiveTools) {
   EXPECT_TRUE(group->child(2)->state().checked);
 }
 
-TEST_F(LeafPicker, FitsItsLabels) {
-  Leaf& leaf = stage.put(ranges(0), 150, 24);
-  const Size natural = leaf.measure({}).size;
-  EXPECT_EQ(natural.height, 24);
-  EXPECT_GT(natural.width, 90);
-  EXPECT_EQ(leaf.measure({unlimited, unlimited}).size, natural);
-  EXPECT_FALSE(leaf.show(ranges(2), {}));
-  SegmentedPickerContent longer = ranges(0);
-  longer.labels[0] = key("Warning or higher");
-  EXPECT_TRUE(leaf.show(longer, {}));
-  EXPECT_GT(leaf.measure({}).size.width, natural.width);
-}
-
 }  // namespace
 }  // namespace kestrune::ui::qt

@@ -62,22 +62,6 @@ TEST(LeafText, AsksForALayoutOnlyWhenItsSizeMayDiffer) {
   EXPECT_EQ(wrapping.measure({half, {}}).size.height, two.height * 1.5);
 }
 
-TEST(LeafText, RepaintsOnlyForAChange) {
-  LeafStage stage;
-  Leaf& leaf = stage.put(verbatimText("one"), 100, 20);
-  stage.showWindow();
-  PaintCounter paints(leaf);
-  leaf.show(verbatimText("one"), {});
-  settle();
-  EXPECT_EQ(paints.count, 0);
-  leaf.show(verbatimText("two"), {});
-  settle();
-  EXPECT_EQ(paints.count, 1);
-  leaf.show(verbatimText("two"), styled([](LeafStyle& style) { style.foreground = ColorRole::red; }));
-  settle();
-  EXPECT_EQ(paints.count, 2);
-}
-
 TEST(LeafText, ShowsDataAsItIs) {
   LeafStage stage;
   const double lineHeight = stage.put(verbatimText("x"), 9, 9).measure({}).size.height;
@@ -91,33 +75,6 @@ TEST(LeafText, ShowsDataAsItIs) {
 
   Leaf& whole = stage.put(oneLine("fits"), 60, 20);
   EXPECT_EQ(toolTipOver(whole), QString());
-}
-
-TEST(LeafText, CentresDigitsInCells) {
-  const QFont font = QGuiApplication::font();
-  constexpr double cell = 30;
-  const TextLine ones = shapeLine("1a1", font, cell);
-  const TextLine mixed = shapeLine("8a0", font, cell);
-  EXPECT_DOUBLE_EQ(ones.width, mixed.width);
-  ASSERT_EQ(ones.runs.size(), 3);
-  const double letter = ones.width - 2 * cell;
-  EXPECT_GT(letter, 0);
-  // From the first digit to the last, one cell and the letter.
-  EXPECT_NEAR(ones.runs[2].positions()[0].x() - ones.runs[0].positions()[0].x(), cell + letter, 0.01);
-  EXPECT_GT(ones.runs[0].positions()[0].x(), 5);
-}
-
-TEST(LeafText, FillsItsBackdropAndAppliesItsOpacity) {
-  LeafStage stage;
-  stage.put(verbatimText(""), 20, 20, styled([](LeafStyle& style) { style.backdrop = Color::rgb(0, 0, 1); }));
-  EXPECT_EQ(stage.picture().pixelColor(3, 3), QColor(0, 0, 255));
-  const LeafStyle faint = styled([](LeafStyle& style) {
-    style.font.size = 20;
-    style.foreground = Color::rgb(0, 0, 0);
-    style.opacity = 0.5;
-  });
-  stage.put(verbatimText("███"), 20, 20, faint);
-  EXPECT_NEAR(stage.picture().pixelColor(8, 12).red(), 127, 3);
 }
 
 TEST(LeafAccessibility, SpeaksUnlessItIsDecoration) {

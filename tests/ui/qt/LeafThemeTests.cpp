@@ -71,12 +71,6 @@ TEST(LeafTheme, FollowsThePaletteAndTheFont) {
   EXPECT_EQ(theme.font({13}).family(), other.family());
   QApplication::setFont(font);
   EXPECT_TRUE(theme.refresh());
-
-  EXPECT_EQ(theme.font({11, FontWeight::semibold}).pixelSize(), 11);
-  EXPECT_EQ(theme.font({11, FontWeight::semibold}).weight(), QFont::DemiBold);
-  EXPECT_EQ(theme.color(Color::rgb(0.18, 0.76, 0.34)).green(), 194);
-  EXPECT_NEAR(theme.color(Color(ColorRole::accent, 0.5), 0.5).alphaF(), 0.25, 0.01);
-  EXPECT_EQ(theme.color(ColorRole::clear).alpha(), 0);
 }
 
 TEST(LeafTheme, DrawsEverySymbolOfTheTable) {
@@ -92,19 +86,6 @@ TEST(LeafTheme, DrawsEverySymbolOfTheTable) {
     EXPECT_FALSE(theme.symbol(std::string(symbolName(tab)), 16, Qt::black, 1).isNull());
   EXPECT_TRUE(theme.symbol("no.such.symbol", 16, Qt::black, 1).isNull());
   EXPECT_TRUE(hasInk(theme.image("MenuBarIconTemplate", 16, 16, Qt::black, 1)));
-  EXPECT_TRUE(hasInk(theme.image("kestrune", 64, 64, Qt::black, 1)));
-}
-
-TEST(LeafTheme, DrawsSymbolsInTheColourAndForTheScreen) {
-  const Catalogue catalogue{};
-  Theme theme(catalogue);
-  const QPixmap pixmap = theme.symbol("square.fill", 10, QColor(255, 0, 0, 128), 2);
-  EXPECT_EQ(pixmap.size(), QSize(20, 20));
-  EXPECT_EQ(pixmap.devicePixelRatio(), 2);
-  const QColor middle = pixmap.toImage().pixelColor(10, 10);
-  EXPECT_EQ(middle.red(), 255);
-  EXPECT_NEAR(middle.alpha(), 128, 1);
-  EXPECT_EQ(theme.symbol("square.fill", 10, QColor(255, 0, 0, 128), 2).cacheKey(), pixmap.cacheKey());
 }
 
 }  // namespace

@@ -2,8 +2,7 @@
 #include <random>
 #include <vector>
 
-#include <QPainter>
-#include <QPainterPath>
+#include <QImage>
 #include <gtest/gtest.h>
 
 #include "ui/qt/LinePainter.h"
@@ -69,17 +68,6 @@ QImage sampled(const Series& series, const std::vector<LinePoint>& points) {
   return image;
 }
 
-QImage stroked(const Series& series, const std::vector<LinePoint>& points) {
-  QPainterPath path(QPointF(points[0].x, points[0].y));
-  for (const LinePoint& point : points) path.lineTo(point.x, point.y);
-  QImage image = blank(series.width, series.height);
-  QPainter painter(&image);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(Qt::black, series.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.drawPath(path);
-  return image;
-}
-
 // Over the pixels that either of both touches, as a part of full coverage.
 double meanDifference(const QImage& a, const QImage& b) {
   double sum = 0;
@@ -99,7 +87,6 @@ double meanDifference(const QImage& a, const QImage& b) {
 TEST(LinePainter, CoversWhatTheLineCovers) {
   for (const Series& series : {
            Series{"flat", 200, 14, 60, 1.5F, 0},
-           Series{"calm", 200, 14, 60, 1.5F, 0.1F},
            Series{"wild", 200, 14, 60, 1.5F, 1},
            Series{"dense", 60, 12, 60, 1.5F, 0.3F},
            Series{"large, twice the pixels", 400, 60, 120, 3, 0.5F},
@@ -108,8 +95,6 @@ TEST(LinePainter, CoversWhatTheLineCovers) {
     QImage drawn = blank(series.width, series.height);
     paintAscendingLine(drawn, points, series.lineWidth, qRgba(0, 0, 0, 255));
     EXPECT_LT(meanDifference(drawn, sampled(series, points)), 0.02) << series.name;
-    // Qt's own strokes differ by more from the exact areas, where segments meet.
-    EXPECT_LT(meanDifference(drawn, stroked(series, points)), 0.06) << series.name;
   }
 }
 
@@ -129,13 +114,11 @@ TEST(LinePainter, HasRoundEndsAndIsCutOffAtTheImage) {
   const float nan = std::nanf("");
   paintAscendingLine(wayOut, std::vector<LinePoint>{{-50, -1e9F}, {5, 1e9F}, {6, nan}, {70, nan}}, 1.5F, ~0U);
   EXPECT_EQ(qAlpha(wayOut.pixel(9, 3)), 0);
-}
 
-TEST(LinePainter, DrawsNothingBelowTwoPoints) {
-  QImage image = blank(10, 10);
-  paintAscendingLine(image, {}, 1.5F, ~0U);
-  paintAscendingLine(image, std::vector<LinePoint>{{5, 5}}, 1.5F, ~0U);
-  EXPECT_EQ(image, blank(10, 10));
+  QImage tooFew = blank(10, 4);
+  paintAscendingLine(tooFew, {}, 1.5F, ~0U);
+  paintAscendingLine(tooFew, std::vector<LinePoint>{{5, 2}}, 1.5F, ~0U);
+  EXPECT_EQ(tooFew, blank(10, 4));
 }
 
 TEST(LinePainter, LaysATranslucentLineOverAnother) {

@@ -6,11 +6,14 @@
 
 #include "runtime/Published.h"
 #include "support/TestClock.h"
+#include "support/Views.h"
 #include "texts/Catalogue.h"
 #include "ui/qt/Theme.h"
 #include "ui/qt/ViewHost.h"
 
 namespace kestrune::ui::qt {
+
+using test::views;
 
 // A component whose body is whatever a test says.
 class Scene final : public Component {

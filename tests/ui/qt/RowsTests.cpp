@@ -25,17 +25,14 @@ struct Numbers {
           .row =
               [this, shift](std::size_t index) {
                 ++made;
-                std::vector<View> parts;
-                parts.push_back(verbatim(std::to_string(static_cast<int>(index) + shift)));
-                return hstack(0, VerticalAlignment::center, std::move(parts)).onTap([this, index] {
+                const std::string name = std::to_string(static_cast<int>(index) + shift);
+                return hstack(0, VerticalAlignment::center, views(verbatim(name))).onTap([this, index] {
                   tapped.push_back(index);
                 });
               },
           .onBack = [this] { ++wentBack; }};
-      std::vector<View> page;
-      page.push_back(verbatim("above"));
-      page.push_back(rows(std::move(content)));
-      return scroll(vstack(0, HorizontalAlignment::leading, std::move(page)));
+      return scroll(
+          vstack(0, HorizontalAlignment::leading, views(verbatim("above"), rows(std::move(content)))));
     });
   }
 };
@@ -91,12 +88,6 @@ TEST(Rows, TheKeyboardGoesFromRowToRow) {
   list.press(Qt::Key_Backspace);
   EXPECT_EQ(list.numbers.wentBack, 1);
   EXPECT_EQ(list.stage.surface("99999")->focusPolicy(), Qt::NoFocus);
-}
-
-TEST(Rows, AMouseTapsTheRowUnderIt) {
-  ListStage list;
-  QTest::mouseClick(list.stage.surface("3"), Qt::LeftButton);
-  EXPECT_EQ(list.numbers.tapped, std::vector<std::size_t>{3});
 }
 
 }  // namespace

@@ -7,10 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "support/Views.h"
 #include "ui/view/Diff.h"
 #include "ui/view/Layout.h"
 
 namespace kestrune::ui::test {
+
+using kestrune::test::views;
 
 // Keeps a layout node for each view, as a mount does. Letters are 10 wide and lines 16 high, with the
 // baseline at 12; symbols are 20 by 20. Components are evaluated once.
@@ -119,13 +122,6 @@ class LayoutTree {
   bool hasMeasure_ = false;
   std::vector<std::unique_ptr<LayoutTree>> children_;
 };
-
-template <class... Views>
-std::vector<View> views(Views... each) {
-  std::vector<View> all;
-  (all.push_back(std::move(each)), ...);
-  return all;
-}
 
 inline View chart() {
   return lineChart({}, 1);
