@@ -104,12 +104,17 @@ Popover& KestruneApp::popover() {
   return *popover_;
 }
 
+void KestruneApp::openMainWindow() {
+  hasOpenedWindow_ = true;
+  window_->bringForward();
+}
+
 void KestruneApp::openQuietly() {
   // At the start of a session the panel comes up along with everything else.
   constexpr std::chrono::seconds patience{10};
   if (!hasDisplay()) return;
   QTimer::singleShot(patience, &connections_, [this] {
-    if (!tray_->hasComeUp() && !window_->isVisible()) window_->showMinimized();
+    if (!tray_->hasComeUp() && !hasOpenedWindow_) window_->showMinimized();
   });
 }
 

@@ -33,7 +33,7 @@ class KestruneApp final : public platform::Application {
   // False where the program runs without anyone who could see it.
   static bool hasDisplay();
 
-  void openMainWindow() { window_->bringForward(); }
+  void openMainWindow();
   // Without a window in the way: in the tray, or else, when none has turned up within some seconds, with the
   // main window minimised.
   void openQuietly();
@@ -72,6 +72,7 @@ class KestruneApp final : public platform::Application {
   QMenu trayMenu_;
   std::unique_ptr<TrayItem> tray_;
   bool hasOwnPalette_ = false;
+  bool hasOpenedWindow_ = false;
   bool hasAnnouncedEnd_ = false;
   bool wantsNewInstance_ = false;
   QObject connections_;  // ends the connections to the application with it
