@@ -2,7 +2,6 @@
 
 import json
 import os
-import re
 import shlex
 import signal
 import subprocess
@@ -17,22 +16,16 @@ HISTORY = os.path.join("Kestrune", "history", time.strftime("%Y-%m-%d") + ".json
 
 def login_command(own):
     """What the session runs once “launch at login” is on."""
-    running = own.start(session.program())
-    session.wait_for("the window", own.main_window)
+    running = own.open_program()
     reader = accessible.Reader()
     reader.show("Settings")
     reader.press("check box", "Launch at login")
     path = os.path.join(own.environment["XDG_CONFIG_HOME"], "autostart", "kestrune.desktop")
     session.wait_for("the login item", lambda: os.path.exists(path))
     running.terminate()
-    assert running.wait(session.PATIENCE) == 0
+    session.ends_well(running)
     with open(path) as entry:
         return next(shlex.split(line[5:]) for line in entry if line.startswith("Exec="))
-
-
-def icons(own):
-    tree = subprocess.run(["xwininfo", "-root", "-tree"], env=own.environment, text=True, capture_output=True, check=True)
-    return [line for line in tree.stdout.splitlines() if '"kestrune"' in line and re.search(r" (\d\d)x\1\+", line)]
 
 
 def with_a_tray_it_starts_there_alone():
@@ -41,14 +34,15 @@ def with_a_tray_it_starts_there_alone():
         running = own.start(*command)
         time.sleep(1)
         own.start("trayer", "--edge", "bottom", "--widthtype", "request", "--height", "24", stderr=subprocess.DEVNULL)
-        session.wait_for("the icon", lambda: icons(own))
+        session.wait_for("the icon", own.tray_icons)
         end = time.monotonic() + 11  # as long as it waits for a tray
         while time.monotonic() < end:
             assert not own.main_window(), "there is a tray, so no window comes up"
             time.sleep(0.5)
         again = own.start(session.program())
         session.wait_for("the window", own.main_window)
-        assert again.wait(session.PATIENCE) == 0 and running.poll() is None
+        session.ends_well(again)
+        assert running.poll() is None
 
 
 def without_a_tray_it_starts_minimised():
@@ -71,32 +65,30 @@ def states(own):
 
 def it_outlives_its_session_bus():
     with session.Session() as own:
-        running = own.start(session.program())
-        window = session.wait_for("the window", own.main_window)
+        running = own.open_program()
+        window = own.main_window()
         own.end(own.bus)
         for shortcut, title in (("ctrl+3", "Memory"), ("ctrl+2", "CPU")):
-            own.xdotool("windowfocus", window, "key", "--window", window, shortcut)
+            own.press(window, shortcut)
             session.wait_for(title, lambda: own.xdotool("getwindowname", window) == title)
         assert running.poll() is None
         running.terminate()
-        assert running.wait(2) == 0
+        session.ends_well(running, 2)
 
 
 def every_word_to_end_is_obeyed_in_time_and_saves_the_day():
     for word in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
         with session.Session() as own:
-            running = own.start(session.program())
-            session.wait_for("the window", own.main_window)
+            running = own.open_program()
             running.send_signal(word)
-            assert running.wait(2) == 0, word
+            session.ends_well(running, 2)
             with open(os.path.join(own.environment["XDG_DATA_HOME"], HISTORY)) as file:
                 json.load(file)
 
 
 def it_ends_with_its_display():
     with session.Session() as own:
-        running = own.start(session.program(), stderr=subprocess.DEVNULL)
-        session.wait_for("the window", own.main_window)
+        running = own.open_program(stderr=subprocess.DEVNULL)
         own.end(own.display)
         assert running.wait(session.PATIENCE) in (0, 1), "no crash"
         assert not core_files(), core_files()
@@ -116,8 +108,7 @@ def it_follows_dark_mode_and_accent_as_they_change():
             portal.stdin.write(line + "\n")
             portal.stdin.flush()
 
-        own.start(session.program())
-        session.wait_for("the window", own.main_window)
+        own.open_program()
         session.wait_for("a light window", lambda: sum(own.pixel(700, 12)) > 600)
         tell("dark")
         session.wait_for("a dark window", lambda: 0 < sum(own.pixel(700, 12)) < 200)
@@ -133,11 +124,10 @@ def it_fits_the_screen_at_every_scale():
                         ("3", "3840x2160")):
         with session.Session(size) as own:
             own.environment["QT_SCALE_FACTOR"] = scale
-            own.start(session.program())
-            window = session.wait_for("the window", own.main_window)
-            said = dict(line.split("=") for line in own.xdotool("getwindowgeometry", "--shell", window).split())
+            own.open_program()
+            said = own.geometry(own.main_window())
             most = [int(side) for side in size.split("x")]
-            reach = [int(said["X"]) + int(said["WIDTH"]), int(said["Y"]) + int(said["HEIGHT"])]
+            reach = [said["X"] + said["WIDTH"], said["Y"] + said["HEIGHT"]]
             assert reach[0] <= most[0] and reach[1] <= most[1], (scale, size, said)
 
 

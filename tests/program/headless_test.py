@@ -25,7 +25,7 @@ def it_says_so_samples_and_ends_at_an_interrupt():
             assert running.poll() is None
             running.send_signal(signal.SIGINT)
             begun = time.monotonic()
-            assert running.wait(session.PATIENCE) == 0
+            session.ends_well(running)
             assert time.monotonic() - begun < 2, "it must end at once"
             assert running.stderr.read() == ""
         finally:

@@ -37,7 +37,7 @@ class Run:
         begun = time.monotonic()
         for number in signals:
             self.process.send_signal(number)
-        assert self.process.wait(session.PATIENCE) == 0
+        session.ends_well(self.process)
         assert time.monotonic() - begun < 2, "it must end at once"
         return self.process.stdout.read()
 

@@ -8,15 +8,9 @@ import session
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 
-def call(service, path, method, *arguments):
-    done = subprocess.run(["gdbus", "call", "--session", "-d", service, "-o", path, "-m", method, *arguments],
-                          env=under_test.environment, capture_output=True, text=True, check=False)
-    return done.stdout
-
-
 def items():
     """Who has an item in the panel."""
-    listed = call(WATCHER, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties.Get", WATCHER,
+    listed = under_test.call(WATCHER, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties.Get", WATCHER,
                   "RegisteredStatusNotifierItems")
     return re.findall(r"'([^']+)/StatusNotifierItem'", listed)
 
@@ -31,13 +25,13 @@ def popover():
 
 def the_panel_shows_the_item():
     found = session.wait_for("the item", items)
-    tip = call(found[0], "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierItem",
+    tip = under_test.call(found[0], "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierItem",
                "ToolTip")
     assert "Kestrune · CPU" in tip, tip
 
 
 def its_activation_opens_the_popover():
-    call(items()[0], "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
+    under_test.call(items()[0], "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
     session.wait_for("the popover", popover)
 
 
@@ -55,8 +49,7 @@ def a_panel_that_turns_up_later_shows_the_item_too():
     session.Session.end(running)
     session.Session.end(panel)
     session.wait_for("no panel", lambda: not items())
-    again = under_test.start(session.program())
-    session.wait_for("the window", under_test.main_window)
+    again = under_test.open_program()
     panel = start_panel()
     session.wait_for("the item", items)
     its_activation_opens_the_popover()
@@ -65,9 +58,8 @@ def a_panel_that_turns_up_later_shows_the_item_too():
 
 with session.Session() as under_test:
     panel = start_panel()
-    session.wait_for("the panel", lambda: "Registered" in call(WATCHER, "/StatusNotifierWatcher",
+    session.wait_for("the panel", lambda: "Registered" in under_test.call(WATCHER, "/StatusNotifierWatcher",
                                                                "org.freedesktop.DBus.Introspectable.Introspect"))
-    running = under_test.start(session.program())
-    session.wait_for("the window", under_test.main_window)
+    running = under_test.open_program()
     session.main([the_panel_shows_the_item, its_activation_opens_the_popover, the_item_comes_back_with_the_panel,
                   a_panel_that_turns_up_later_shows_the_item_too])

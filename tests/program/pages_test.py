@@ -132,10 +132,9 @@ def the_statistics_can_be_exported_and_read_back():
     dialog = session.wait_for("the dialog", lambda: under_test.xdotool("search", "--onlyvisible", "--name", "^Save|^Kestrune.*Save|Save As"))
     dialog = dialog.split()[0]
     time.sleep(0.5)  # keys that come before it has been painted are lost
-    under_test.xdotool("windowfocus", dialog, "key", "--window", dialog, "ctrl+a")
+    under_test.press(dialog, "ctrl+a")
     under_test.xdotool("type", "--window", dialog, path)
-    under_test.xdotool("key", "--window", dialog, "Return")
-    under_test.xdotool("keyup", "Return")  # the window that would have seen it is gone
+    under_test.press_to_close(dialog, "Return")
     session.wait_for("the file", lambda: os.path.exists(path))
     with open(path, newline="") as file:
         rows = list(csv.reader(file))
@@ -238,8 +237,7 @@ with tempfile.TemporaryDirectory() as folder, session.Session() as under_test:
     under_test.environment["HOME"] = os.environ["HOME"] = home
     days.write_days(under_test.environment["XDG_DATA_HOME"], 20, gaps=set(range(3, 21)) - {10, 20})
     days.write_day(under_test.environment["XDG_DATA_HOME"], days.datetime.date.today())
-    running = under_test.start(session.program())
-    session.wait_for("the window", under_test.main_window)
+    running = under_test.open_program()
     reader = accessible.Reader()
     session.main([
         the_overview_agrees_with_the_samplers,

@@ -18,11 +18,11 @@ def calls_of_a_session(own):
     window = session.wait_for("the window", own.main_window, 60)
     for digit in "1234567890":
         title = own.xdotool("getwindowname", window)
-        own.xdotool("windowfocus", window, "key", "--window", window, "ctrl+" + digit)
+        own.press(window, "ctrl+" + digit)
         session.wait_for("another page", lambda: digit == "1" or own.xdotool("getwindowname", window) != title)
         time.sleep(0.3)  # the page is painted and asks for what it shows
-    own.xdotool("key", "--window", window, "ctrl+q")
-    assert watch.wait(session.PATIENCE) == 0
+    own.press_to_close(window, "ctrl+q")
+    session.ends_well(watch)
     with open(trace) as file:
         return [line.split(maxsplit=1)[1] for line in file if " " in line]
 

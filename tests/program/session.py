@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import traceback
 
 PATIENCE = 20  # seconds until something that should happen counts as failed
 
@@ -81,6 +82,29 @@ class Session:
         done = subprocess.run(["xdotool", *arguments], env=self.environment, text=True, capture_output=True, check=False)
         return done.stdout.strip()
 
+    def press(self, window, keys):
+        self.xdotool("windowfocus", window, "key", "--window", window, keys)
+
+    def press_to_close(self, window, keys):
+        """Presses keys that make the window go. They must be lifted by themselves: the request that would have done so
+        fails with the window, and a key that stays down repeats in the next window."""
+        self.press(window, keys)
+        for key in keys.split("+"):
+            self.xdotool("keyup", key)
+
+    def tray_icons(self):
+        """The program's windows that a tray has room for."""
+        tree = subprocess.run(["xwininfo", "-root", "-tree"], env=self.environment, text=True, capture_output=True,
+                              check=True).stdout
+        lines = [line for line in tree.splitlines() if '"kestrune"' in line]
+        return [line.split()[0] for line in lines if any(f" {side}x{side}+" in line for side in (16, 22, 24, 32))]
+
+    def call(self, service, path, method, *arguments):
+        """What a call on the session bus yields, as text; empty where it fails."""
+        done = subprocess.run(["gdbus", "call", "--session", "-d", service, "-o", path, "-m", method, *arguments],
+                              env=self.environment, capture_output=True, text=True, check=False)
+        return done.stdout
+
     def screen(self):
         """What is on the screen: its pixels as blue, green, red and nothing, and how many bytes a row takes."""
         with open(self.screen_file, "rb") as file:
@@ -98,14 +122,30 @@ class Session:
         red, green, blue = color
         return bytes([blue, green, red]) in self.screen()[0]
 
-    def main_window(self):
-        """The id of the program's main window if it is on screen; the tray's item is smaller."""
-        for window in self.xdotool("search", "--onlyvisible", "--class", "kestrune").split():
-            geometry = self.xdotool("getwindowgeometry", "--shell", window).split()
-            width = next((int(line[6:]) for line in geometry if line.startswith("WIDTH=")), 0)
-            if width >= 800:
+    def open_program(self, **options):
+        """The program, with its window on screen."""
+        running = self.start(program(), **options)
+        wait_for("the window", lambda: self.main_window(running))
+        return running
+
+    def main_window(self, process=None):
+        """The id of the program's main window if it is on screen; the tray's item is smaller. A window may outlast
+        its process for a moment, so with several processes in a row it matters whose it is."""
+        owner = ["--all", "--pid", str(process.pid)] if process else []
+        for window in self.xdotool("search", "--onlyvisible", *owner, "--class", "kestrune").split():
+            if self.geometry(window).get("WIDTH", 0) >= 800:
                 return window
         return None
+
+    def geometry(self, window):
+        """X, Y, WIDTH and HEIGHT by name; nothing for a window that is gone."""
+        said = self.xdotool("getwindowgeometry", "--shell", window).split()
+        return {name: int(value) for name, value in (line.split("=") for line in said)}
+
+
+def ends_well(process, patience=PATIENCE):
+    code = process.wait(patience)
+    assert code == 0, f"exit code {code}"
 
 
 def program(name="kestrune"):
@@ -121,5 +161,6 @@ def main(tests):
             print(f"ok      {test.__name__}", flush=True)
         except Exception as error:  # whatever goes wrong in one must not hide the others
             failed += 1
-            print(f"FAILED  {test.__name__}: {type(error).__name__}: {error}", flush=True)
+            print(f"FAILED  {test.__name__}", flush=True)
+            traceback.print_exception(error, file=sys.stdout)
     sys.exit(1 if failed else 0)

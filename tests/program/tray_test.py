@@ -6,16 +6,8 @@ import time
 import session
 
 
-def icons():
-    """The windows of the program that are embedded in the tray."""
-    tree = subprocess.run(["xwininfo", "-root", "-tree"], env=under_test.environment, text=True, capture_output=True,
-                          check=True).stdout
-    lines = [line for line in tree.splitlines() if '"kestrune"' in line]
-    return [line.split()[0] for line in lines if any(f"{side}x{side}+" in line for side in (16, 22, 24, 32))]
-
-
 def the_item_is_in_the_tray():
-    session.wait_for("the icon", icons)
+    session.wait_for("the icon", under_test.tray_icons)
 
 
 def popover():
@@ -25,16 +17,15 @@ def popover():
 
 
 def click_the_item():
-    under_test.xdotool("mousemove", "--window", icons()[0], "8", "8", "click", "1")
+    under_test.xdotool("mousemove", "--window", under_test.tray_icons()[0], "8", "8", "click", "1")
 
 
 def a_click_opens_the_popover_beside_the_item():
     click_the_item()
     window = session.wait_for("the popover", popover)
-    place = dict(line.split("=") for line in under_test.xdotool("getwindowgeometry", "--shell", window).split())
-    item = dict(line.split("=") for line in under_test.xdotool("getwindowgeometry", "--shell", icons()[0]).split())
-    assert int(place["Y"]) + 100 < int(item["Y"]), "the tray is at the bottom, so the popover stands above it"
-    assert int(item["Y"]) - int(place["Y"]) < 600, (place, item)
+    place, item = under_test.geometry(window), under_test.geometry(under_test.tray_icons()[0])
+    assert place["Y"] + 100 < item["Y"], "the tray is at the bottom, so the popover stands above it"
+    assert item["Y"] - place["Y"] < 600, (place, item)
 
 
 def escape_closes_it():
@@ -49,10 +40,8 @@ def escape_closes_it():
 
 
 def its_command_brings_the_closed_main_window_back():
-    window = under_test.main_window()
-    under_test.xdotool("windowfocus", window, "key", "--window", window, "ctrl+w")
+    under_test.press_to_close(under_test.main_window(), "ctrl+w")
     session.wait_for("the window to close", lambda: not under_test.main_window())
-    under_test.xdotool("keyup", "ctrl", "keyup", "w")  # the window that would have seen it is gone
     time.sleep(0.3)  # a click right after closing does not open it again
     click_the_item()
     window = session.wait_for("the popover", popover)
@@ -71,10 +60,10 @@ def start_tray():
 def the_item_comes_back_with_the_tray():
     global tray
     session.Session.end(tray)
-    session.wait_for("no icon", lambda: not icons())
+    session.wait_for("no icon", lambda: not under_test.tray_icons())
     assert running.poll() is None
     tray = start_tray()
-    session.wait_for("the icon", icons)
+    session.wait_for("the icon", under_test.tray_icons)
 
 
 def the_popover_opens_again():
@@ -86,8 +75,7 @@ def the_popover_opens_again():
 
 with session.Session() as under_test:
     # The tray turns up after the program.
-    running = under_test.start(session.program())
-    session.wait_for("the window", under_test.main_window)
+    running = under_test.open_program()
     tray = start_tray()
     session.main([the_item_is_in_the_tray, a_click_opens_the_popover_beside_the_item, escape_closes_it,
                   its_command_brings_the_closed_main_window_back, the_item_comes_back_with_the_tray,

@@ -8,12 +8,6 @@ import accessible
 import session
 
 
-def call(service, path, method, *arguments):
-    done = subprocess.run(["gdbus", "call", "--session", "-d", service, "-o", path, "-m", method, *arguments],
-                          env=own.environment, capture_output=True, text=True, check=False)
-    return done.stdout
-
-
 def the_window_is_there_and_runs_on_wayland():
     reader.wait("Top processes")
     assert connected_to(os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test"))
@@ -32,7 +26,7 @@ def a_panel_shows_the_item_and_it_opens_the_popover():
     panel = own.start(sys.executable, os.path.join(os.path.dirname(__file__), "panel.py"), stdout=subprocess.PIPE, text=True)
     item = panel.stdout.readline().strip()
     assert item.startswith(":") or item.startswith("org.kde.StatusNotifierItem"), item
-    call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
+    own.call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
     reader.wait("Open main window")
     reader.press("push button", "Open main window")
     session.wait_for("the popover to close", lambda: "Open main window" not in shown())
@@ -48,12 +42,13 @@ def shown():
 
 def a_second_start_finds_the_first():
     again = own.start(session.program())
-    assert again.wait(session.PATIENCE) == 0 and running.poll() is None
+    session.ends_well(again)
+    assert running.poll() is None
 
 
 def it_ends_when_told():
     running.terminate()
-    assert running.wait(2) == 0
+    session.ends_well(running, 2)
 
 
 with session.Session() as own:

@@ -66,13 +66,13 @@ def the_range_picker_can_be_pressed():
 def the_keyboard_switches_tabs():
     window = session_under_test.main_window()
     for key, title in (("0", "Settings"), ("8", "Folders"), ("1", "Overview"), ("2", "CPU")):
-        session_under_test.xdotool("windowfocus", window, "key", "--window", window, "ctrl+" + key)
+        session_under_test.press(window, "ctrl+" + key)
         session.wait_for(title, lambda: reader.find("frame", title))
 
 
 def a_second_start_brings_the_window_back():
     window = session_under_test.main_window()
-    session_under_test.xdotool("windowfocus", window, "key", "--window", window, "ctrl+w")
+    session_under_test.press_to_close(window, "ctrl+w")
     session.wait_for("the window to close", lambda: not session_under_test.main_window())
     assert running.poll() is None, "closing the window must not end the program"
     second = subprocess.run([session.program()], env=session_under_test.environment, timeout=session.PATIENCE,
@@ -84,13 +84,12 @@ def a_second_start_brings_the_window_back():
 
 def a_termination_signal_ends_it_cleanly():
     running.send_signal(signal.SIGTERM)
-    assert running.wait(session.PATIENCE) == 0
+    session.ends_well(running)
 
 
 with session.Session() as session_under_test:
-    running = session_under_test.start(session.program())
+    running = session_under_test.open_program()
     reader = accessible.Reader()
-    session.wait_for("the window", session_under_test.main_window)
     session.main([
         sidebar_lists_all_tabs_in_order,
         a_pressed_row_shows_its_tab_and_titles_the_window,
