@@ -20,12 +20,27 @@ namespace {
 
 using namespace kestrune;
 
+ui::qt::KestruneApp* app = nullptr;  // while it runs
+
 // Without a display the program samples all the same.
 void chooseQtPlatform() {
   const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
   if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM")) return;
   std::fputs("kestrune: no display; running without a window\n", stderr);
   qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+QtMessageHandler writeMessage = nullptr;
+
+// Qt ends the process where it stands when the display is gone. On X that's an ordinary exit; on Wayland, one
+// that runs no handlers, and its last warning is the only word of it.
+void saveWhenTheDisplayIsGone() {
+  std::atexit([] { app->saveDay(); });
+  writeMessage =
+      qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+        writeMessage(type, context, text);
+        if (text.startsWith(QLatin1String("The Wayland connection"))) app->saveDay();
+      });
 }
 
 // The session started it, not a person. What comes after, be it the next run or a program that is opened from
@@ -55,9 +70,8 @@ int run(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("org.kestrune.Kestrune"));
   QApplication::setQuitOnLastWindowClosed(false);
 
-  ui::qt::KestruneApp* app = nullptr;
   using Request = ui::qt::SingleInstance::Request;
-  ui::qt::SingleInstance instance([&app](Request request, const QString& activationToken) {
+  ui::qt::SingleInstance instance([](Request request, const QString& activationToken) {
     if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     if (app == nullptr) return;
     if (request == Request::settings) app->notifications().post(ui::openSettingsTabNotification);
@@ -81,6 +95,7 @@ int run(int argc, char** argv) {
   const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
   ui::qt::KestruneApp kestrune(loop, services);
   app = &kestrune;
+  saveWhenTheDisplayIsGone();
 
   QSocketNotifier onSignal(signals.fd(), QSocketNotifier::Read);
   QObject::connect(&onSignal, &QSocketNotifier::activated, &onSignal, [&] {

@@ -1,8 +1,10 @@
 """The program on a Wayland compositor that has no screen."""
 
 import os
+import shutil
 import subprocess
 import sys
+import time
 
 import accessible
 import session
@@ -10,15 +12,16 @@ import session
 
 def the_window_is_there_and_runs_on_wayland():
     reader.wait("Top processes")
-    assert connected_to(os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test"))
+    assert runs_on_wayland(running)
     reader.show("Memory")
     reader.wait("Memory Used")
 
 
-def connected_to(path):
-    """Whether the program talks over the socket: the socket's other end has the same inode's peer."""
+def runs_on_wayland(process):
+    """Whether it talks over the compositor's socket: the socket's other end has the same inode's peer."""
+    path = os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test")
     listed = subprocess.run(["ss", "-xpH"], capture_output=True, text=True, check=True).stdout
-    mine = {line.split()[7] for line in listed.splitlines() if f"pid={running.pid}," in line}
+    mine = {line.split()[7] for line in listed.splitlines() if f"pid={process.pid}," in line}
     return any(path in line and line.split()[5] in mine for line in listed.splitlines())
 
 
@@ -51,11 +54,22 @@ def it_ends_when_told():
     session.ends_well(running, 2)
 
 
+def the_day_is_saved_when_the_compositor_dies():
+    shutil.rmtree(os.path.join(own.environment["XDG_DATA_HOME"], "Kestrune"))
+    again = own.start(session.program(), stderr=subprocess.DEVNULL)
+    session.wait_for("the window", lambda: runs_on_wayland(again))
+    time.sleep(1)  # it has come up
+    own.end(compositor)
+    assert again.wait(session.PATIENCE) == 1, "an end by Qt, no crash"
+    history = os.path.join(own.environment["XDG_DATA_HOME"], "Kestrune", "history")
+    assert len(os.listdir(history)) == 1
+
+
 with session.Session() as own:
     own.environment.pop("DISPLAY")
     own.environment.update(WAYLAND_DISPLAY="wayland-test", XDG_SESSION_TYPE="wayland")
-    own.start("weston", "--backend=headless-backend.so", "--socket=wayland-test", "--idle-time=0",
-              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    compositor = own.start("weston", "--backend=headless-backend.so", "--socket=wayland-test", "--idle-time=0",
+                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     session.wait_for("the compositor",
                      lambda: os.path.exists(os.path.join(own.environment["XDG_RUNTIME_DIR"], "wayland-test")))
     running = own.start(session.program())
@@ -65,4 +79,5 @@ with session.Session() as own:
         a_panel_shows_the_item_and_it_opens_the_popover,
         a_second_start_finds_the_first,
         it_ends_when_told,
+        the_day_is_saved_when_the_compositor_dies,
     ])

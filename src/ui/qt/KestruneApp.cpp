@@ -56,10 +56,8 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
       isSandboxed_(isSandboxed(platform.environment)),
       loop_(loop),
       workspace_(platform.workspace),
-      // The minutes since the last periodic save.
-      onTerminate_(notifications_.observe(std::string(willTerminateNotification), [this](const std::any&) {
-        env_.recorder->save(env_.recorder->current);
-      })) {
+      onTerminate_(notifications_.observe(std::string(willTerminateNotification),
+                                          [this](const std::any&) { saveDay(); })) {
   if (auto bus = desktop::sessionBus()) {
     appearance_.emplace(std::move(*bus), [this] { followAppearance(); });
     followAppearance();
@@ -84,10 +82,9 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
                      if (state == Qt::ApplicationActive) notifications_.post(didBecomeActiveNotification);
                    });
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
-  // The desktop may end the session without a further word.
+  // The session is about to end, unless somebody calls that off.
   QObject::connect(
-      qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { announceEnd(); },
-      Qt::DirectConnection);
+      qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { saveDay(); }, Qt::DirectConnection);
 }
 
 KestruneApp::~KestruneApp() = default;
@@ -135,6 +132,10 @@ bool KestruneApp::hasDisplay() {
 void KestruneApp::terminate() {
   announceEnd();
   QCoreApplication::quit();
+}
+
+void KestruneApp::saveDay() {
+  env_.recorder->save(env_.recorder->current);
 }
 
 void KestruneApp::announceEnd() {

@@ -41,6 +41,8 @@ class KestruneApp final : public platform::Application {
   Popover& popover();
   // Ends the program at the next turn of Qt's event loop.
   void terminate() override;
+  // Keeps the minutes since the last periodic save, for when the process may end without another word.
+  void saveDay();
   void openNewInstance() override { wantsNewInstance_ = true; }
   // Whether the program is to be started anew once it has ended.
   bool wantsNewInstance() const { return wantsNewInstance_; }
