@@ -18,12 +18,6 @@ constexpr auto centered = VerticalAlignment::center;
 constexpr Color readColor = ColorRole::accent;
 constexpr Color writeColor = Color(ColorRole::orange, 0.8);
 
-// A figure with a word behind it that belongs to the sentence, such as " free".
-View figure(std::uint64_t bytes, std::string word) {
-  return hstack(0, VerticalAlignment::firstTextBaseline,
-                views(verbatim(formatBytes(bytes)), text(std::move(word))));
-}
-
 }  // namespace
 
 View DiskTab::body() {
@@ -63,14 +57,14 @@ View DiskTab::volumes() const {
       share(static_cast<double>(now.volumeUsedBytes), static_cast<double>(now.volumeTotalBytes));
   auto name = hstack(6, centered, views(symbol("internaldrive"), verbatim(now.volumeName).withLineLimit(1)))
                   .withFont(13);
-  auto title =
-      hstack(innerSpacing, centered,
-             views(std::move(name), spacer(), figure(now.volumeFreeBytes, " free").withMonospacedDigits(14)));
-  auto captions =
-      hstack(innerSpacing, centered,
-             views(figure(now.volumeUsedBytes, " used"), spacer(), figure(now.volumeTotalBytes, " total")))
-          .withFont(11)
-          .withForeground(ColorRole::secondary);
+  auto title = hstack(innerSpacing, centered,
+                      views(std::move(name), spacer(),
+                            text("%@ free", {formatBytes(now.volumeFreeBytes)}).withMonospacedDigits(14)));
+  auto captions = hstack(innerSpacing, centered,
+                         views(text("%@ used", {formatBytes(now.volumeUsedBytes)}), spacer(),
+                               text("%@ total", {formatBytes(now.volumeTotalBytes)})))
+                      .withFont(11)
+                      .withForeground(ColorRole::secondary);
   return section(
       views(sectionHeader(text("Volumes")),
             vstack(6, HorizontalAlignment::leading,

@@ -63,7 +63,7 @@ View nameCell(const FolderItem& item) {
                 .withForeground(item.isDirectory ? Color(ColorRole::accent) : Color(ColorRole::tertiary)),
             verbatim(item.url.shownName()).withFont(14).withLineLimit(1));
   if (item.isDirectory && item.childCount) {
-    parts.push_back(View(keyWith("%@ files", {std::to_string(*item.childCount)}))
+    parts.push_back(text("%@ files", {std::to_string(*item.childCount)})
                         .withMonospacedDigits(11)
                         .withForeground(ColorRole::tertiary)
                         .withLineLimit(1));
@@ -170,11 +170,10 @@ View FolderTab::locationCard() const {
   const FileLocation& path = folders().currentPath.get();
   const FolderItems& items = folders().items.get();
   auto title = path == folders().homeDirectory() ? text("Home") : verbatim(path.shownName());
-  auto summary =
-      View(keyWith("%@ folders · %@ files", {std::to_string(items.directoryCount()),
-                                             std::to_string(items.size() - items.directoryCount())}))
-          .withMonospacedDigits(11)
-          .withForeground(ColorRole::secondary);
+  auto summary = text("%@ folders · %@ files", {std::to_string(items.directoryCount()),
+                                                std::to_string(items.size() - items.directoryCount())})
+                     .withMonospacedDigits(11)
+                     .withForeground(ColorRole::secondary);
   auto words = vstack(4, leading,
                       views(std::move(title)
                                 .withFont(17, FontWeight::semibold)
@@ -301,9 +300,8 @@ View FolderTab::progress() const {
   const FolderItems& items = folders().items.get();
   const std::size_t all = items.directoryCount();
   const std::size_t done = items.measuredDirectoryCount();
-  auto words =
-      all == 0 ? text("Calculating…")
-               : View(keyWith("Calculating %@ of %@ folders…", {std::to_string(done), std::to_string(all)}));
+  auto words = all == 0 ? text("Calculating…")
+                        : text("Calculating %@ of %@ folders…", {std::to_string(done), std::to_string(all)});
   const double fraction = static_cast<double>(done) / static_cast<double>(std::max<std::size_t>(all, 1));
   auto bar = shareBar(fraction, ColorRole::accent, 5).width(240).accessibilityElement(key("Sizing progress"));
   return hstack(12, centered,

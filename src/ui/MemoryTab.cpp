@@ -72,8 +72,7 @@ View MemoryTab::usedCard() const {
   const auto total = static_cast<double>(now.totalBytes);
   auto amount = hstack(innerSpacing, VerticalAlignment::firstTextBaseline,
                        views(verbatim(formatGibibytes(gibibytes(used), 1)).withMonospacedDigits(28),
-                             hstack(0, VerticalAlignment::firstTextBaseline,
-                                    views(verbatim(formatGibibytes(gibibytes(total), 0)), text(" total")))
+                             text("%@ total", {formatGibibytes(gibibytes(total), 0)})
                                  .withFont(11)
                                  .withForeground(ColorRole::secondary)));
   return Card{section(views(sectionHeader(label("Memory Used", "memorychip")), std::move(amount),

@@ -17,7 +17,6 @@ using Device = AudioSnapshot::Device;
 
 constexpr auto leading = HorizontalAlignment::leading;
 constexpr auto centered = VerticalAlignment::center;
-constexpr auto baseline = VerticalAlignment::firstTextBaseline;
 
 std::string outputSymbol(const std::optional<Device>& device) {
   return !device || device->isMuted ? "speaker.slash.fill" : transportSymbol(device->transport);
@@ -69,7 +68,7 @@ View activeNames(const std::vector<AudioSnapshot::AudioProcess>& active) {
     case 2:
       return verbatim(active[0].name + " · " + active[1].name);
     default:
-      return hstack(0, baseline, views(verbatim(std::to_string(active.size())), text(" apps using audio")));
+      return text("%@ apps using audio", {std::to_string(active.size())});
   }
 }
 

@@ -142,11 +142,10 @@ View OverviewTab::dateStrip() {
     return symbol(name).withFont(11, FontWeight::semibold).padding(4);
   };
   auto back = button(arrow("chevron.left"), shift(-1)).help(key("Previous day")).disabled(!env().canGoBack());
-  auto forward = button(isHistoric() ? arrow("chevron.right").withForeground(ColorRole::secondary)
-                                     : arrow("chevron.right").withOpacity(0.3),
-                        shift(1))
+  auto forward = button(arrow("chevron.right"), shift(1))
                      .help(key("Next day"))
-                     .disabled(!isHistoric());
+                     .disabled(!isHistoric())
+                     .withOpacity(isHistoric() ? 1 : 0.3);
   const std::string label = dateLabel();
   const bool isWord = label == "Live" || label == "Yesterday";
   auto day = (isWord ? text(label) : verbatim(label)).withFont(12, FontWeight::medium).minWidth(80);
@@ -185,17 +184,13 @@ View OverviewTab::cpuCard() const {
   if (record_) {
     fractions = record_->hourlyCPUFractions();
     said = hourlyReadOut(*record_);
-    under = hstack(
-        0, baseline,
-        views(text("Peak "), verbatim(wholePercentText(record_->peakCPU())), text("  ·  Hourly avg, 24 h")));
+    under = text("Peak %@  ·  Hourly avg, 24 h", {wholePercentText(record_->peakCPU())});
   } else {
     Series series = seriesOf(history, [](const CPUSnapshot& each) { return each.usagePercent / 100; });
     fractions = series.values;
     said = readOut(context_, std::move(series), percentText(context_));
-    under =
-        history.size() < samplesBeforeCaption
-            ? text("Collecting…")
-            : hstack(0, baseline, views(text("Last "), verbatim(std::to_string(history.size())), text(" s")));
+    under = history.size() < samplesBeforeCaption ? text("Collecting…")
+                                                  : text("Last %@ s", {std::to_string(history.size())});
   }
   const double usage = record_ ? record_->averageCPU() : env().cpu->current->usagePercent;
   const SparklineView chart{std::move(fractions), ColorRole::accent, false, "Metric trend"};
@@ -225,11 +220,8 @@ View OverviewTab::memoryCard() const {
   std::string amount = formatGibibytes(used, 1);
   amount.resize(amount.find(' '));  // the unit stands beside it
   auto under = record_
-                   ? hstack(0, baseline,
-                            views(text("Avg · Peak "), verbatim(formatGibibytes(record_->peakMemoryGB(), 0))))
-                   : hstack(0, baseline,
-                            views(text("of "), verbatim(formatGibibytes(total, 0) + "  ·  "),
-                                  text(rawValue(now.pressure))));
+                   ? text("Avg · Peak %@", {formatGibibytes(record_->peakMemoryGB(), 0)})
+                   : text("of %@  ·  " + std::string(rawValue(now.pressure)), {formatGibibytes(total, 0)});
   return card(10, views(caption(label("Memory", "memorychip")),
                         hstack(6, baseline,
                                views(headline(std::move(amount)).minWidth(90),
@@ -248,13 +240,12 @@ View OverviewTab::batteryCard() const {
     title.push_back(symbol("bolt.fill").withFont(11).withForeground(statusGoodColor));
   }
   const Color color = percent <= 19 ? statusCriticalColor : statusGoodColor;
+  const std::string amount = std::to_string(percent) + "%";
   const std::string remaining = now.timeRemainingText();
-  auto under = record_
-                   ? hstack(0, baseline,
-                            views(text("Started "), verbatim(std::to_string(record_->batteryStartPercent())),
-                                  text("%  ·  Ended "), verbatim(std::to_string(percent) + "%")))
-                   : (now.tellsTime() ? verbatim(remaining) : text(remaining));
-  return card(10, views(hstack(6, centered, std::move(title)), headline(std::to_string(percent) + "%"),
+  auto under = record_ ? text("Started %@  ·  Ended %@",
+                              {std::to_string(record_->batteryStartPercent()) + "%", amount})
+                       : (now.tellsTime() ? verbatim(remaining) : text(remaining));
+  return card(10, views(hstack(6, centered, std::move(title)), headline(amount),
                         ThinBar{static_cast<double>(percent) / 100, color}, caption(std::move(under))));
 }
 

@@ -154,9 +154,7 @@ View PowerTab::healthTrend() const {
   auto title = sectionHeader(text("Health trend (7 days)"));
   if (high - low < 2) {
     auto words = vstack(2, leading,
-                        views(hstack(0, VerticalAlignment::firstTextBaseline,
-                                     views(text("Stable at "), verbatim(percentOf(low))))
-                                  .withFont(14),
+                        views(text("Stable at %@", {percentOf(low)}).withFont(14),
                               text("No measurable change in the past 7 days")
                                   .withFont(11)
                                   .withForeground(ColorRole::secondary)));

@@ -71,9 +71,9 @@ TEST_F(OverviewTabTest, showsAPastDayFromItsRecord) {
   ASSERT_FALSE(isEnabled(views, "chevron.right"));
   env->shiftSelectedDate(-1);
   views.update();
-  EXPECT_THAT(views.texts(),
-              IsSupersetOf({"Yesterday", "45%", "Peak ", "71%", "4.0", "6 GB", "15%", "7 MB", "2d", "3h 4m",
-                            "Multiple Networks", "3 MB", "5 MB", "editor", "10.0%"}));
+  EXPECT_THAT(views.texts(), IsSupersetOf({"Yesterday", "45%", "Peak 71%  ·  Hourly avg, 24 h", "4.0",
+                                           "Avg · Peak 6 GB", "15%", "7 MB", "2d", "3h 4m",
+                                           "Multiple Networks", "3 MB", "5 MB", "editor", "10.0%"}));
   EXPECT_EQ(ringColor(views), statusWarningColor) << "exactly 70 percent";
   EXPECT_FALSE(isEnabled(views, "chevron.left")) << "the day before has no file";
   EXPECT_TRUE(isEnabled(views, "chevron.right"));

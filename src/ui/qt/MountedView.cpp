@@ -168,11 +168,12 @@ Inherited MountedView::passedOn() const {
   scope.depth += 1;
   if (view_->font) scope.font = *view_->font;
   if (view_->foreground) scope.foreground = *view_->foreground;
-  scope.opacity *= view_->opacity * pulseOpacity_;
+  double opacity = view_->opacity * pulseOpacity_;
   if (traits.isDisabled && scope.isEnabled) {
     scope.isEnabled = false;
-    scope.opacity *= disabledOpacity;
+    opacity = std::min(opacity, disabledOpacity);  // what is faint anyway shows well enough that it's off
   }
+  scope.opacity *= opacity;
   if (const auto* surface = view_->as<BackgroundContent>()) {
     scope.backdrop = backdropOn(*view_, *surface, scope.opacity, scope.backdrop);
   }

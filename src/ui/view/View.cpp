@@ -172,8 +172,8 @@ TextContent verbatimText(std::string text) {
   return {std::move(text), false, 0};
 }
 
-View text(std::string key) {
-  return View(ui::key(std::move(key)));
+View text(std::string key, std::vector<std::string> arguments) {
+  return View(keyWith(std::move(key), std::move(arguments)));
 }
 
 View verbatim(std::string data) {

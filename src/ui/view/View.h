@@ -67,8 +67,9 @@ struct DividerContent {
 // What a chart says of one of its points, put together without blanks; nothing: it says nothing.
 using ReadOut = std::function<std::vector<TextContent>(std::size_t point)>;
 
-// Lines over a common width: point i of n lies at x = i·w/(n−1), y = h − h·heights[i]. A line of fewer than
-// two points is not drawn. Later lines lie in front. Fills the space it is given.
+// Lines over a common width: point i of n lies at x = i·w/(n−1), its height from the bottom edge to the top
+// edge; at either the whole thickness of the line shows. A line of fewer than two points is not drawn. Later
+// lines lie in front. Fills the space it is given.
 struct LineChartContent {
   struct Line {
     std::vector<double> heights;  // 0 bottom to 1 top
@@ -336,7 +337,7 @@ struct View {
 
   View() = default;
   template <class C>
-    requires std::constructible_from<Content, C>
+  requires std::constructible_from<Content, C>
   explicit View(C of, std::vector<View> with = {}) : content(std::move(of)), children(std::move(with)) {}
 
   bool isEmpty() const { return std::holds_alternative<std::monostate>(content); }
@@ -388,7 +389,7 @@ TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
 TextContent keyWith(std::string text, std::vector<std::string> arguments);
 
-View text(std::string key);
+View text(std::string key, std::vector<std::string> arguments = {});
 View verbatim(std::string data);
 View symbol(std::string name);
 View image(std::string name);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <future>
@@ -91,12 +92,13 @@ TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
   MeasurePool pool({.threads = 2, .mostThreads = 2});
   Results results(folders.size());
   const auto take = results.take();
+  std::atomic<int> taken = 0;
   pool.measure(folders, flag, [&](std::size_t index, const FolderMeasure& measure) {
-    if (index == 10) *flag = true;
+    if (++taken == 10) *flag = true;
     take(index, measure);
   });
   const auto measures = results.waitForAll();
-  EXPECT_EQ(measures[0], (FolderMeasure{20, 20}));
+  EXPECT_GE(std::ranges::count(measures, FolderMeasure{20, 20}), 10);
   EXPECT_EQ(measures[49], FolderMeasure{});
   EXPECT_EQ(measure(pool, folders[49].path()), (FolderMeasure{20, 20})) << "another request isn't concerned";
 }

@@ -19,6 +19,7 @@ namespace {
 
 TEST(TerminationSignals, comeThroughTheDescriptorAlone) {
   signal(SIGHUP, SIG_IGN);
+  const auto before = signal(SIGINT, SIG_DFL);  // a shell may have had it ignored
   {
     TerminationSignals signals;
     const auto isReadable = [&] {
@@ -36,6 +37,7 @@ TEST(TerminationSignals, comeThroughTheDescriptorAlone) {
     }
   }
   signal(SIGHUP, SIG_DFL);
+  signal(SIGINT, before);
 }
 
 TEST(Platform, findsTheFolderForSettings) {
