@@ -36,11 +36,11 @@ QtMessageHandler writeMessage = nullptr;
 // that runs no handlers, and its last warning is the only word of it.
 void saveWhenTheDisplayIsGone() {
   std::atexit([] { app->saveDay(); });
-  writeMessage =
-      qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
-        writeMessage(type, context, text);
-        if (text.startsWith(QLatin1String("The Wayland connection"))) app->saveDay();
-      });
+  writeMessage = qInstallMessageHandler(nullptr);  // before any message can come
+  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    writeMessage(type, context, text);
+    if (text.startsWith(QLatin1String("The Wayland connection"))) app->saveDay();
+  });
 }
 
 // The session started it, not a person. What comes after, be it the next run or a program that is opened from
@@ -59,6 +59,17 @@ void startAnew(char** argv) {
   std::perror("kestrune: can't start anew");
 }
 
+// On Wayland the toolkit brings a window forward with the token that it finds in the environment, where no
+// other start of a program may find it afterwards.
+void openWith(const QString& activationToken) {
+  constexpr const char* name = "XDG_ACTIVATION_TOKEN";
+  const bool isOfUse =
+      !activationToken.isEmpty() && QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+  if (isOfUse) qputenv(name, activationToken.toUtf8());
+  app->openMainWindow();
+  if (isOfUse) qunsetenv(name);
+}
+
 int run(int argc, char** argv) {
   // Blocks the signals, and must do so before any thread is started.
   linux_platform::TerminationSignals signals;
@@ -71,16 +82,22 @@ int run(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
 
   using Request = ui::qt::SingleInstance::Request;
-  ui::qt::SingleInstance instance([](Request request, const QString& activationToken) {
-    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
-    if (app == nullptr) return;
-    if (request == Request::settings) app->notifications().post(ui::openSettingsTabNotification);
-    app->openMainWindow();
-  });
-  switch (instance.claim()) {
+  using Start = ui::qt::SingleInstance::Start;
+  const bool hasDisplay = ui::qt::KestruneApp::hasDisplay();
+  const Start start = !hasDisplay ? Start::headless : isQuiet ? Start::quiet : Start::window;
+  ui::qt::SingleInstance instance(
+      [](Request request, const QString& activationToken) {
+        if (app == nullptr) return;
+        if (request == Request::settings) app->notifications().post(ui::openSettingsTabNotification);
+        openWith(activationToken);
+      },
+      [] {
+        if (app != nullptr) app->terminate();
+      });
+  switch (instance.claim(start)) {
     case ui::qt::SingleInstance::Outcome::first:
       break;
-    case ui::qt::SingleInstance::Outcome::otherCameForward:
+    case ui::qt::SingleInstance::Outcome::otherRuns:
       return EXIT_SUCCESS;
     case ui::qt::SingleInstance::Outcome::otherDoesNotAnswer:
       std::fputs("kestrune: already running, but it does not answer\n", stderr);
@@ -102,11 +119,8 @@ int run(int argc, char** argv) {
     if (signals.consume()) kestrune.terminate();
   });
 
-  if (isQuiet) {
-    kestrune.openQuietly();
-  } else if (ui::qt::KestruneApp::hasDisplay()) {
-    kestrune.openMainWindow();
-  }
+  if (start == Start::quiet) kestrune.openQuietly();
+  if (start == Start::window) kestrune.openMainWindow();
   const int code = QApplication::exec();
   // All that is worth keeping has been saved; a reading that hangs in some lane must not keep the process.
   std::fflush(nullptr);

@@ -63,6 +63,43 @@ def states(own):
     return " ".join(said)
 
 
+def a_quiet_start_disturbs_nobody():
+    with session.Session() as own:
+        running = own.open_program()
+        own.press_to_close(own.main_window(), "ctrl+w")
+        session.wait_for("the window to close", lambda: not own.main_window())
+        session.ends_well(own.start("env", "KESTRUNE_START=quiet", session.program()))
+        time.sleep(0.5)
+        assert not own.main_window() and running.poll() is None
+
+
+def a_copy_without_a_display_makes_room_for_one_with():
+    with session.Session() as own:
+        bare = {name: value for name, value in own.environment.items() if name != "DISPLAY"}
+        headless = subprocess.Popen([session.program()], env=bare, stderr=subprocess.DEVNULL)
+        try:
+            session.wait_for("its name", lambda: "org.kestrune.Kestrune" in own.call(
+                "org.freedesktop.DBus", "/", "org.freedesktop.DBus.ListNames"))
+            time.sleep(0.5)
+            own.open_program()
+            session.ends_well(headless)
+            check_day(own)
+        finally:
+            own.end(headless)
+
+
+def calls_that_make_no_sense_are_refused():
+    with session.Session() as own:
+        running = own.open_program()
+        for method, *arguments in (("Activate", "dict:string:string:a,b"), ("Activate",), ("Activate", "string:x"),
+                                   ("ActivateAction", "string:settings"), ("Nonsense",)):
+            done = subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.kestrune.Kestrune",
+                                   "/org/kestrune/Kestrune", "org.freedesktop.Application." + method, *arguments],
+                                  env=own.environment, capture_output=True, text=True, check=False)
+            assert "Error org.freedesktop.DBus.Error" in done.stderr and "NoReply" not in done.stderr, done.stderr
+        assert running.poll() is None
+
+
 def it_outlives_its_session_bus():
     with session.Session() as own:
         running = own.open_program()
@@ -134,6 +171,9 @@ def it_fits_the_screen_at_every_scale():
 session.main([
     with_a_tray_it_starts_there_alone,
     without_a_tray_it_starts_minimised,
+    a_quiet_start_disturbs_nobody,
+    a_copy_without_a_display_makes_room_for_one_with,
+    calls_that_make_no_sense_are_refused,
     it_outlives_its_session_bus,
     every_word_to_end_is_obeyed_in_time_and_saves_the_day,
     the_day_is_saved_when_the_display_dies,

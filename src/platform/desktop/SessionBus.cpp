@@ -5,7 +5,7 @@
 namespace kestrune::desktop {
 
 std::optional<QDBusConnection> sessionBus() {
-  const bool isThere = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+  const bool isThere = !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
                        QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
   if (!isThere) return std::nullopt;
   const QDBusConnection bus = QDBusConnection::sessionBus();
