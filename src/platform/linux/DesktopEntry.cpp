@@ -75,6 +75,8 @@ class Reader {
       entry_.isHidden = value == "true";
     } else if (key == "NoDisplay") {
       entry_.isNoDisplay = value == "true";
+    } else if (key == "X-GNOME-Autostart-enabled") {
+      entry_.startsWithSession = value != "false";
     } else if (key == "Categories") {
       entry_.isTerminal = hasItem(value, "TerminalEmulator");
     }

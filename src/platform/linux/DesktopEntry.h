@@ -17,6 +17,8 @@ struct DesktopEntry {
   bool isHidden = false;     // as if the file weren't there
   bool isNoDisplay = false;  // an application, but in no menu
   bool isTerminal = false;   // one in which other programs run
+  bool startsWithSession =
+      true;  // in a folder for such entries, unless a desktop's tools have switched it off
 };
 
 // `localeNames`: the names of languages to look for, the best first. Absent: the text describes no

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxLoginItem.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/linux/AtomicFile.h"
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/Files.h"
 
 namespace kestrune::linux_platform {
@@ -32,26 +34,30 @@ std::string quotedCommand(std::string_view path) {
 }
 
 // The program takes no options; a variable tells it that nobody is waiting for its window.
-std::string commandLine(const std::string& program) {
+std::string execLine(const std::string& program) {
   return "Exec=env KESTRUNE_START=quiet " + quotedCommand(program);
 }
 
 std::string entryFor(const std::string& program) {
   return "[Desktop Entry]\nType=Application\nName=Kestrune\nIcon=org.kestrune.Kestrune\n" +
-         commandLine(program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
+         execLine(program) + "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
 }
 
-bool hasLine(std::string_view text, std::string_view line) {
-  for (std::size_t start = 0; start <= text.size();) {
-    const auto end = std::min(text.find('\n', start), text.size());
-    if (text.substr(start, end - start) == line) return true;
+bool isExecLine(std::string_view line) {
+  return trimmed(line.substr(0, line.find('='))) == "Exec";
+}
+
+// The entry with that line in place of its first command's, which is that of its own group.
+std::string withExecLine(std::string_view entry, std::string_view execLine) {
+  std::size_t start = 0;
+  while (start < entry.size()) {
+    const auto end = std::min(entry.find('\n', start), entry.size());
+    if (isExecLine(entry.substr(start, end - start))) {
+      return std::string(entry.substr(0, start)).append(execLine).append(entry.substr(end));
+    }
     start = end + 1;
   }
-  return false;
-}
-
-bool isOff(std::string_view entry) {
-  return hasLine(entry, "Hidden=true") || hasLine(entry, "X-GNOME-Autostart-enabled=false");
+  return std::string(entry);
 }
 
 }  // namespace
@@ -61,16 +67,31 @@ LinuxLoginItem::LinuxLoginItem(const std::string& configDirectory, std::string p
       program_(std::move(program)) {}
 
 bool LinuxLoginItem::isEnabled() {
-  const auto entry = path_.empty() ? std::nullopt : readFile(path_);
-  if (!entry || isOff(*entry)) return false;
-  if (!hasLine(*entry, commandLine(program_))) registerItem();
+  const auto text = path_.empty() ? std::nullopt : readFile(path_);
+  const auto entry = text ? parseDesktopEntry(*text, {}) : std::nullopt;
+  if (!entry || entry->isHidden || !entry->startsWithSession) return false;
+  const auto command = execArguments(entry->exec);
+  if (std::ranges::find(command, program_) == command.end()) bringUpToDate(*text);
   return true;
 }
 
 std::optional<std::string> LinuxLoginItem::registerItem() {
   if (path_.empty()) return noFolder;
-  const auto error = replaceFile(path_, entryFor(program_));
+  if (!canBeStarted()) return "An entry can't name the program's file: " + program_;
+  const auto error = replaceFile(linkTarget(path_), entryFor(program_));
   return error ? std::optional(error.message()) : std::nullopt;
+}
+
+// Entries are lines, and `env` takes a word with an equals sign for a variable.
+bool LinuxLoginItem::canBeStarted() const {
+  const bool canBeNamed = std::ranges::none_of(
+      program_, [](char character) { return character == '=' || (character >= 0 && character < ' '); });
+  return canBeNamed && access(program_.c_str(), X_OK) == 0;
+}
+
+// The next look comes soon, so a failure is left at that.
+void LinuxLoginItem::bringUpToDate(const std::string& entry) {
+  if (canBeStarted()) replaceFile(linkTarget(path_), withExecLine(entry, execLine(program_)));
 }
 
 std::optional<std::string> LinuxLoginItem::unregisterItem() {

@@ -7,8 +7,8 @@
 namespace kestrune::linux_platform {
 
 // An entry in the user's autostart folder, which sessions start programs from. One that says so itself, as
-// the tools of desktops have it say, is off. Where it is on but names another place than this program's, it
-// is brought up to date at the next look.
+// the tools of desktops have it say, is off. Where it is on but its command doesn't name this program's file,
+// the command is brought up to date at the next look; whatever else the entry says stays.
 class LinuxLoginItem final : public platform::LoginItem {
  public:
   // `configDirectory`: the user's folder for settings; empty: there is none. `program`: the path to start.
@@ -19,6 +19,9 @@ class LinuxLoginItem final : public platform::LoginItem {
   std::optional<std::string> unregisterItem() override;
 
  private:
+  bool canBeStarted() const;
+  void bringUpToDate(const std::string& entry);
+
   std::string path_;
   std::string program_;
 };

@@ -6,6 +6,7 @@
 
 #include "platform/linux/DataDirectory.h"
 #include "platform/linux/Files.h"
+#include "platform/linux/ProcessFiles.h"
 #include "platform/linux/ThreadPriority.h"
 
 namespace kestrune::linux_platform {
@@ -30,7 +31,7 @@ std::string ownConfigDirectory() {
 std::string ownProgram() {
   std::error_code error;
   const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
-  return error ? std::string(program_invocation_name) : path.string();
+  return error ? std::string(program_invocation_name) : std::string(withoutDeleted(path.string()));
 }
 
 std::string ownDataDirectory() {
