@@ -39,8 +39,9 @@ int main(int argc, char** argv) {
   using namespace kestrune;
   const ContinuousTime started(argc > 1 ? std::strtoll(argv[1], nullptr, 10) : 0);
   QApplication application(argc, argv);
-  ui::qt::SingleInstance instance([](ui::qt::SingleInstance::Request, const QString&) {});
-  if (instance.claim() != ui::qt::SingleInstance::Outcome::first) return EXIT_FAILURE;
+  ui::qt::SingleInstance instance([](ui::qt::SingleInstance::Request, const QString&) {}, [] {});
+  if (instance.claim(ui::qt::SingleInstance::Start::window) != ui::qt::SingleInstance::Outcome::first)
+    return EXIT_FAILURE;
   linux_platform::LinuxPlatform computer;
   desktop::DBusNotifications notifications(desktop::sessionBus());
   desktop::DesktopWorkspace workspace;

@@ -8,14 +8,11 @@
 #include <QWidget>
 
 namespace kestrune::ui::qt {
-namespace {
 
 double easeInOut(double progress) {
   const double rest = 1 - progress;
   return progress < 0.5 ? 2 * progress * progress : 1 - 2 * rest * rest;
 }
-
-}  // namespace
 
 double AnimationDriver::now() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -67,10 +64,12 @@ bool EasedValue::advance(double now) {
   return progress < 1;
 }
 
+bool areAnimationsWanted(const QWidget& widget) {
+  return widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) > 0;
+}
+
 bool canAnimate(const QWidget& widget) {
-  return widget.isVisible() &&
-         widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) > 0 &&
-         !widget.visibleRegion().isEmpty();
+  return widget.isVisible() && areAnimationsWanted(widget) && !widget.visibleRegion().isEmpty();
 }
 
 }  // namespace kestrune::ui::qt

@@ -41,6 +41,9 @@ class AnimationDriver final : public QObject {
   QBasicTimer timer_;
 };
 
+// From 0 to 1, slow at both ends.
+double easeInOut(double progress);
+
 // A figure that eases in and out from one value to the next.
 class EasedValue final : public Animated {
  public:
@@ -67,7 +70,9 @@ class EasedValue final : public Animated {
   double seconds_ = 0;
 };
 
-// Whether a movement of the widget would be seen and the desktop doesn't ask for none.
+// Whether the desktop doesn't ask for none.
+bool areAnimationsWanted(const QWidget& widget);
+// … and a movement of the widget would be seen.
 bool canAnimate(const QWidget& widget);
 
 }  // namespace kestrune::ui::qt

@@ -1,5 +1,6 @@
 #include "ui/qt/IconLeaf.h"
 
+#include <QFileInfo>
 #include <QPainter>
 
 #include "ui/qt/Theme.h"
@@ -7,10 +8,18 @@
 namespace kestrune::ui::qt {
 namespace {
 
+constexpr qint64 largestFile = 4 << 20;
+
+// Whoever installs an application chooses the path, and a pipe or a device there would hold up who opens it.
+QIcon iconAt(const QString& path) {
+  const QFileInfo file(path);
+  return file.isFile() && file.size() <= largestFile ? QIcon(path) : QIcon();
+}
+
 QIcon iconNamed(const std::string& name) {
   if (name.empty()) return {};
   const QString wanted = QString::fromStdString(name);
-  return wanted.startsWith(QLatin1Char('/')) ? QIcon(wanted) : QIcon::fromTheme(wanted);
+  return wanted.startsWith(QLatin1Char('/')) ? iconAt(wanted) : QIcon::fromTheme(wanted);
 }
 
 }  // namespace

@@ -74,10 +74,11 @@ MountedView::MountedView(MountContext& context, Root& root, QWidget& parent, con
 
 MountedView::~MountedView() {
   context_.scheduler.forget(*this);
-  pulse_.reset();
+  breath_.reset();
   for (Root* pane : panes_) pane->setContent(nullptr);
   children_.clear();
   if (menu_) menu_->close();
+  delete picture_.data();
   if (dialog_) {
     dialog_->disconnect();
     dialog_->hide();
@@ -365,7 +366,8 @@ void MountedView::applyGeometry(QPoint origin) {
     QRect geometry = bounds.translated(-origin);
     if (surface_ != nullptr) geometry = geometry.marginsAdded(surface_->outset());
     if (widget_->geometry() != geometry) widget_->setGeometry(geometry);
-    if (widget_->isHidden() != node_.isLeftOut()) widget_->setVisible(!node_.isLeftOut());
+    const bool isShown = !node_.isLeftOut() && !picture_;
+    if (widget_->isHidden() == isShown) widget_->setVisible(isShown);
     if (surface_ != nullptr)
       origin = bounds.topLeft() - QPoint(surface_->outset().left(), surface_->outset().top());
   }
@@ -383,13 +385,13 @@ void MountedView::collectWidgets(std::vector<QWidget*>& widgets) const {
 void MountedView::followPulse() {
   const auto& wanted = traitsOf(*view_).pulse;
   if (!wanted) {
-    pulse_.reset();
+    breath_.reset();
     pulseOpacity_ = 1;
     return;
   }
-  if (pulse_) return;
-  pulseOpacity_ = wanted->from;
-  pulse_ = makePulse(*wanted, [this](double opacity) {
+  if (breath_) return;
+  pulseOpacity_ = context_.breathing.isActive() ? wanted->from : wanted->to;
+  breath_ = std::make_unique<Breath>(context_.breathing, *wanted, [this](double opacity) {
     pulseOpacity_ = opacity;
     restyle(inherited_);
   });
@@ -397,7 +399,11 @@ void MountedView::followPulse() {
 }
 
 void MountedView::enter() {
-  if (widget_ && traitsOf(*view_).transition == Transition::moveFromBottomWithOpacity) playEntrance(*widget_);
+  if (!widget_ || traitsOf(*view_).transition != Transition::moveFromBottomWithOpacity) return;
+  picture_ = playEntrance(*widget_, [this] {
+    picture_.clear();
+    widget_->setVisible(!node_.isLeftOut());
+  });
 }
 
 void MountedView::leave() {

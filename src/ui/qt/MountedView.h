@@ -11,13 +11,12 @@
 #include <QWidget>
 
 #include "runtime/Published.h"
+#include "ui/qt/Breathing.h"
 #include "ui/qt/Leaf.h"
 #include "ui/qt/Scheduler.h"
 #include "ui/qt/Surface.h"
 #include "ui/view/Layout.h"
 #include "ui/view/View.h"
-
-class QVariantAnimation;
 
 namespace kestrune::ui::qt {
 
@@ -29,6 +28,7 @@ class Theme;
 struct MountContext {
   Theme& theme;
   Scheduler& scheduler;
+  Breathing& breathing;
   std::vector<Root*> roots;  // the window's areas that are laid out on their own
 };
 
@@ -104,6 +104,7 @@ class MountedView final : public Evaluated {
   QPointer<QWidget> widget_;
   QPointer<QMenu> menu_;  // while it is open
   QPointer<QDialog> dialog_;
+  QPointer<QWidget> picture_;  // comes in, in place of the widget
   RowsPane* rows_ = nullptr;
   Leaf* leaf_ = nullptr;
   Surface* surface_ = nullptr;
@@ -114,7 +115,7 @@ class MountedView final : public Evaluated {
   std::unique_ptr<const View> body_;
   Dependencies dependencies_;
   bool hasChanged_ = true;
-  std::unique_ptr<QVariantAnimation> pulse_;
+  std::unique_ptr<Breath> breath_;
   double pulseOpacity_ = 1;
   bool isMounted_ = false;
   bool isEntering_ = false;  // has come among views that were there already and isn't placed yet

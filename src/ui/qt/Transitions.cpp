@@ -1,9 +1,9 @@
 #include "ui/qt/Transitions.h"
 
 #include <QPainter>
-#include <QPointer>
-#include <QStyle>
-#include <QTimer>
+#include <QVariantAnimation>
+
+#include "ui/qt/Animation.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -37,12 +37,7 @@ class MovingPicture final : public QWidget {
   double progress_ = 0;
 };
 
-bool canAnimate(const QWidget& widget) {
-  return widget.isVisible() &&
-         widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) > 0;
-}
-
-void play(QWidget& widget, double from, double to, std::function<void()> finished) {
+QWidget* play(QWidget& widget, double from, double to, std::function<void()> finished) {
   auto* picture = new MovingPicture(widget, widget.grab());
   picture->setProgress(from);
   picture->show();
@@ -60,43 +55,20 @@ void play(QWidget& widget, double from, double to, std::function<void()> finishe
                      if (finished) finished();
                    });
   animation->start();
+  return picture;
 }
 
 }  // namespace
 
-void playEntrance(QWidget& widget) {
-  if (!canAnimate(widget)) return;
-  const QPointer<QWidget> guarded(&widget);
-  play(widget, 0, 1, [guarded] {
-    if (guarded) guarded->show();
-  });
+QWidget* playEntrance(QWidget& widget, std::function<void()> finished) {
+  if (!canAnimate(widget)) return nullptr;
+  QWidget* picture = play(widget, 0, 1, std::move(finished));
   widget.hide();
+  return picture;
 }
 
 void playExit(QWidget& widget) {
   if (canAnimate(widget)) play(widget, 1, 0, {});
-}
-
-std::unique_ptr<QVariantAnimation> makePulse(const Pulse& pulse, std::function<void(double)> apply) {
-  // There and back as one round, so that it can repeat by itself.
-  auto animation = std::make_unique<QVariantAnimation>();
-  animation->setStartValue(pulse.from);
-  animation->setKeyValueAt(0.5, pulse.to);
-  animation->setEndValue(pulse.from);
-  animation->setDuration(static_cast<int>(pulse.seconds * 2000));
-  animation->setLoopCount(-1);
-  // Each half eases in and out by itself.
-  QEasingCurve ease;
-  ease.setCustomType([](qreal t) -> qreal {
-    static const QEasingCurve half(QEasingCurve::InOutQuad);
-    return t < 0.5 ? half.valueForProgress(t * 2) / 2 : 0.5 + half.valueForProgress(t * 2 - 1) / 2;
-  });
-  animation->setEasingCurve(ease);
-  QObject::connect(animation.get(), &QVariantAnimation::valueChanged, animation.get(),
-                   [apply = std::move(apply)](const QVariant& value) { apply(value.toDouble()); });
-  QTimer::singleShot(static_cast<int>(pulse.delay * 1000), animation.get(),
-                     [running = animation.get()] { running->start(); });
-  return animation;
 }
 
 }  // namespace kestrune::ui::qt

@@ -1,22 +1,19 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
-#include <QVariantAnimation>
 #include <QWidget>
-
-#include "ui/view/View.h"
 
 namespace kestrune::ui::qt {
 
 // A widget that has just been put in its place comes in from below, fading in; one that is about to go leaves
-// the same way. What moves is a picture of the widget, so that neither layout nor focus know of it. Nothing
-// moves where the desktop asks for no animations, or where the widget can't be seen.
-void playEntrance(QWidget& widget);
-void playExit(QWidget& widget);
+// the same way. What moves is a picture of the widget, a sibling that deletes itself in the end, so that
+// focus doesn't know of it. Nothing moves where the desktop asks for no animations, or where the widget can't
+// be seen.
 
-// Calls `apply` with the opacity of a breathing view for as long as the animation lives.
-std::unique_ptr<QVariantAnimation> makePulse(const Pulse& pulse, std::function<void(double opacity)> apply);
+// Hides the widget, which is to be shown again when `finished` is called. Returns the picture; nothing:
+// nothing moves. With the picture `finished` goes too.
+QWidget* playEntrance(QWidget& widget, std::function<void()> finished);
+void playExit(QWidget& widget);
 
 }  // namespace kestrune::ui::qt

@@ -18,7 +18,7 @@ Inherited surroundings() {
 }  // namespace
 
 HostContext::HostContext(MainLoop& loop, Theme& theme)
-    : scheduler(loop, [this] { layOutAll(); }), context{theme, scheduler, {}} {}
+    : scheduler(loop, [this] { layOutAll(); }), context{theme, scheduler, breathing, {}} {}
 
 void HostContext::layOutAll() {
   // Laying one area out may add to the list, so no iterator is held.
@@ -93,7 +93,9 @@ void ViewHost::followVisibility() {
     if (window != nullptr) window->installEventFilter(this);
   }
   // A minimised or covered window is visible to Qt but not exposed.
-  scheduler.setActive(isVisible() && (window == nullptr || window->isExposed() || !window->isVisible()));
+  const bool isSeen = isVisible() && (window == nullptr || window->isExposed() || !window->isVisible());
+  scheduler.setActive(isSeen);
+  breathing.setActive(isSeen && areAnimationsWanted(*this));
 }
 
 }  // namespace kestrune::ui::qt

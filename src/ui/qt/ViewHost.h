@@ -17,6 +17,7 @@ class HostContext {
   void layOutAll();
 
   Scheduler scheduler;
+  Breathing breathing;
   MountContext context;
 };
 
