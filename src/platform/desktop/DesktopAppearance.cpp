@@ -22,9 +22,14 @@ const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 constexpr int firstLookMilliseconds = 150;
 
-QDBusMessage readAll() {
-  return QDBusMessage::createMethodCall(portalName, portalPath, settingsInterface, QStringLiteral("ReadAll"))
-         << QStringList(appearance);
+enum class Asleep : std::uint8_t { leave, start };
+
+QDBusMessage readAll(Asleep portal) {
+  auto question =
+      QDBusMessage::createMethodCall(portalName, portalPath, settingsInterface, QStringLiteral("ReadAll"));
+  question << QStringList(appearance);
+  question.setAutoStartService(portal == Asleep::start);
+  return question;
 }
 
 Appearance::Scheme schemeIn(const QVariant& value) {
@@ -70,18 +75,26 @@ DesktopAppearance::DesktopAppearance(QDBusConnection bus, std::function<void()> 
   bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), {appearance},
                QString(), this, SLOT(look()));
   bus_.connect(QString(), busPath, busName, QStringLiteral("NameOwnerChanged"), {portalName}, QString(), this,
-               SLOT(look()));
-  QDBusMessage question = readAll();
-  question.setAutoStartService(false);
-  if (const auto first = appearanceIn(bus_.call(question, QDBus::Block, firstLookMilliseconds))) {
+               SLOT(lookAtNewOwner(QString, QString, QString)));
+  const auto answer = bus_.call(readAll(Asleep::leave), QDBus::Block, firstLookMilliseconds);
+  if (const auto first = appearanceIn(answer)) {
     current_ = *first;
   } else {
-    look();
+    adoptAnswer(readAll(Asleep::start));
   }
 }
 
 void DesktopAppearance::look() {
-  auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(readAll()), this);
+  adoptAnswer(readAll(Asleep::leave));
+}
+
+// One that has gone is not called back.
+void DesktopAppearance::lookAtNewOwner(const QString&, const QString&, const QString& now) {
+  if (!now.isEmpty()) look();
+}
+
+void DesktopAppearance::adoptAnswer(const QDBusMessage& question) {
+  auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     answer->deleteLater();
     if (const auto next = appearanceIn(answer->reply())) adopt(*next);

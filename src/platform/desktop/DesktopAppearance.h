@@ -28,15 +28,17 @@ class DesktopAppearance final : public QObject {
  public:
   // `changed` is called whenever it is another one, from Qt's loop. The construction waits for a portal that
   // runs, for a moment at most, so that the first window has the right colours; one that doesn't run is
-  // started.
+  // started, once.
   DesktopAppearance(QDBusConnection bus, std::function<void()> changed);
 
   const Appearance& current() const { return current_; }
 
  private Q_SLOTS:
   void look();
+  void lookAtNewOwner(const QString& name, const QString& before, const QString& now);
 
  private:
+  void adoptAnswer(const QDBusMessage& question);
   void adopt(const Appearance& next);
 
   QDBusConnection bus_;

@@ -4,8 +4,9 @@
 #include <csignal>
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QFile>
 #include <QStandardPaths>
 #include <fcntl.h>
@@ -60,36 +61,46 @@ std::string fileURL(const platform::FileLocation& location) {
   return "file://" + path.toPercentEncoding("/").toStdString();
 }
 
-// Calls the file manager. False where none can be asked.
-bool askFileManager(const char* method, const std::string& url) {
-  const auto service = QStringLiteral("org.freedesktop.FileManager1");
+void openAddress(const std::string& url) {
+  const std::string desktops = qgetenv("XDG_CURRENT_DESKTOP").toStdString();
+  for (auto& command : openingCommands(desktops, url)) {
+    if (startDetached(std::move(command))) return;
+  }
+}
+
+// One that is slow may still do what it was asked for.
+bool hasRefused(const QDBusPendingCall& answer) {
+  const auto error = answer.error().type();
+  return answer.isError() && error != QDBusError::NoReply && error != QDBusError::TimedOut;
+}
+
+// Calls the file manager, which may have to be started first. Where it can't, `directory` is opened.
+void askFileManager(const char* method, const std::string& url, const std::string& directory) {
   const auto bus = sessionBus();
-  if (!bus) return false;
-  const bool isKnown = bus->interface()->isServiceRegistered(service).value() ||
-                       bus->interface()->activatableServiceNames().value().contains(service);
-  if (!isKnown) return false;
+  if (!bus) return openAddress(directory);
+  const auto service = QStringLiteral("org.freedesktop.FileManager1");
   auto call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/FileManager1"),
                                              service, QString::fromLatin1(method));
   call << QStringList{QString::fromStdString(url)} << QString();
-  return bus->send(call);
+  auto* const answer = new QDBusPendingCallWatcher(bus->asyncCall(call));
+  QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer, directory] {
+    answer->deleteLater();
+    if (hasRefused(*answer)) openAddress(directory);
+  });
 }
 
 }  // namespace
 
 void DesktopWorkspace::open(const platform::FileLocation& directory) {
-  const std::string url = fileURL(directory);
-  if (!askFileManager("ShowFolders", url)) openURL(url);
+  askFileManager("ShowFolders", fileURL(directory), fileURL(directory));
 }
 
 void DesktopWorkspace::reveal(const platform::FileLocation& file) {
-  if (!askFileManager("ShowItems", fileURL(file))) openURL(fileURL(file.parent()));
+  askFileManager("ShowItems", fileURL(file), fileURL(file.parent()));
 }
 
 void DesktopWorkspace::openURL(const std::string& url) {
-  const std::string desktops = qgetenv("XDG_CURRENT_DESKTOP").toStdString();
-  for (auto& command : openingCommands(desktops, url)) {
-    if (startDetached(std::move(command))) return;
-  }
+  openAddress(url);
 }
 
 }  // namespace kestrune::desktop

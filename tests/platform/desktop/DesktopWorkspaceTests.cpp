@@ -12,6 +12,7 @@
 namespace kestrune::desktop {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -98,6 +99,12 @@ TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
   sigprocmask(SIG_SETMASK, &before, nullptr);
   EXPECT_THAT(noteLines(), ElementsAre("kcmshell5", "<kcm_notifications>", "0000000000000000", "/dev/null"));
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "it is no child of ours, so it leaves no remains";
+}
+
+TEST_F(DesktopWorkspaceTest, aFolderIsOpenedWithoutAFileManagerToAsk) {
+  install("xdg-open");
+  workspace.reveal(platform::FileLocation("/home/a b/file"));
+  EXPECT_THAT(noteLines(), Contains("<file:///home/a%20b>"));
 }
 
 }  // namespace
