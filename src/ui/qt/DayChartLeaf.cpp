@@ -60,9 +60,9 @@ std::vector<double> roundScale(double highest, double unit) {
 DayChartLeaf::DayChartLeaf(Theme& theme, QWidget* parent) : ChartLeaf(theme, parent) {}
 
 bool DayChartLeaf::show(const Content& content, const LeafStyle& style) {
-  adopt(style);
+  const Change change = adopt(style);
   const auto& next = std::get<DayChartContent>(content);
-  const bool looksTheSame = next == content_ && !scale_.empty();
+  const bool looksTheSame = next == content_ && !scale_.empty() && change != Change::font;
   content_ = next;
   setReadOut(content_.readOut);
   if (looksTheSame) return false;
@@ -73,6 +73,7 @@ bool DayChartLeaf::show(const Content& content, const LeafStyle& style) {
     scaleWidth_ = std::max(scaleWidth_, std::ceil(theme().metrics(axisFont).horizontalAdvance(text)));
   }
   update();
+  refreshReadOut();
   return false;
 }
 

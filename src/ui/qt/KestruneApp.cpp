@@ -73,7 +73,7 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
   trayMenu_.addSeparator();
   trayMenu_.addAction(text("Quit Kestrune"), &connections_, [this] { terminate(); });
   if (hasDisplay()) {
-    tray_ = std::make_unique<TrayItem>(loop, *env_.cpu, formats_, &trayMenu_,
+    tray_ = std::make_unique<TrayItem>(*env_.cpu, formats_, &trayMenu_,
                                        [this](const QRect& item) { popover().toggle(item); });
   }
 

@@ -120,6 +120,7 @@ void RowsPane::makeRow(std::size_t index) {
   row->root->show();
   row->root->layOut(true);
   rows_.emplace(index, std::move(row));
+  if (Surface* surface = surfaceOf(index)) surface->setMarked(showsCurrent_ && index == current_);
 }
 
 void RowsPane::placeRow(std::size_t index, Row& row) {

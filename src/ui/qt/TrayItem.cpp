@@ -51,15 +51,17 @@ QIcon trayPicture(int percent) {
   return icon;
 }
 
-TrayItem::TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
+TrayItem::TrayItem(const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
                    std::function<void(const QRect& item)> onClick)
-    : loop_(loop),
-      cpu_(cpu),
+    : cpu_(cpu),
       formats_(formats),
       menu_(menu),
       onClick_(std::move(onClick)),
       embedding_([this] { comeUp(); }),
-      dependencies_([this] { loop_.post([this] { show(); }); }) {
+      dependencies_([this] {
+        QMetaObject::invokeMethod(
+            &pending_, [this] { show(); }, Qt::QueuedConnection);
+      }) {
   if (auto bus = desktop::sessionBus()) hosts_.emplace(std::move(*bus), [this] { comeUp(); });
   if (embedding_.isPresent()) comeUp();
 }

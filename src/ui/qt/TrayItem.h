@@ -22,7 +22,7 @@ class TrayItem {
  public:
   // `menu` opens at the secondary click, `onClick` is called at the primary one, with the place of the item
   // on the screen, or nothing where the desktop doesn't tell. All must outlive the item.
-  TrayItem(MainLoop& loop, const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
+  TrayItem(const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
            std::function<void(const QRect& item)> onClick);
   TrayItem(const TrayItem&) = delete;
   TrayItem& operator=(const TrayItem&) = delete;
@@ -34,7 +34,6 @@ class TrayItem {
   void comeUp();
   void show();
 
-  MainLoop& loop_;
   const CPUProvider& cpu_;
   LocaleFormats& formats_;
   QMenu* menu_;
@@ -44,6 +43,7 @@ class TrayItem {
   EmbeddingTray embedding_;
   std::optional<desktop::StatusNotifierHosts> hosts_;
   std::string shownLoad_;
+  QObject pending_;  // what is still to be called, ends with the item
   Dependencies dependencies_;
 };
 

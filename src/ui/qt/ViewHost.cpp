@@ -30,7 +30,8 @@ ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent, Siz
     : HostContext(loop, theme),
       Root(HostContext::context, sizing, parent),
       view_(std::make_unique<const View>(std::move(view))),
-      mounted_(std::make_unique<MountedView>(HostContext::context, *this, *this, *view_, surroundings())) {
+      mounted_(std::make_unique<MountedView>(HostContext::context, *this, *this, *view_, surroundings())),
+      styledFor_(theme.generation()) {
   setContent(mounted_.get());
 }
 
@@ -60,6 +61,7 @@ void ViewHost::flush() {
 }
 
 bool ViewHost::event(QEvent* event) {
+  Theme& theme = HostContext::context.theme;
   switch (event->type()) {
     case QEvent::Show:
     case QEvent::Hide:
@@ -68,7 +70,8 @@ bool ViewHost::event(QEvent* event) {
     case QEvent::PaletteChange:
     case QEvent::FontChange:
     case QEvent::StyleChange:
-      if (HostContext::context.theme.refresh() && mounted_) {
+      theme.refresh();  // the first of all windows to hear of it does that for all
+      if (mounted_ && std::exchange(styledFor_, theme.generation()) != theme.generation()) {
         mounted_->restyle(surroundings());
         layOutAll();
       }

@@ -44,6 +44,7 @@ class ViewHost final : private HostContext, public Root {
 
   std::unique_ptr<const View> view_;
   std::unique_ptr<MountedView> mounted_;
+  unsigned styledFor_;  // the theme's generation that is on screen
   QPointer<QWindow> watchedWindow_;
 };
 
