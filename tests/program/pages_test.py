@@ -57,7 +57,7 @@ def the_memory_page_agrees_with_the_samplers():
           lambda: probe()["memory"]["usedBytes"] / 2**30)
     memory = probe()["memory"]
     assert reader.after("Pressure") == memory["pressure"]
-    assert f"{memory['totalBytes'] / 2**30:.0f} GB" in reader.names()
+    assert f"{memory['totalBytes'] / 2**30:.0f} GB total" in reader.names()
 
 
 def the_disk_and_network_pages_agree_with_the_samplers():

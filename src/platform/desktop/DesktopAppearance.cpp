@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include "platform/desktop/SessionBus.h"
+
 namespace kestrune::desktop {
 namespace {
 
@@ -17,8 +19,6 @@ const auto portalName = QStringLiteral("org.freedesktop.portal.Desktop");
 const auto portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const auto settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const auto appearance = QStringLiteral("org.freedesktop.appearance");
-const auto busName = QStringLiteral("org.freedesktop.DBus");
-const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 constexpr int firstLookMilliseconds = 150;
 
@@ -74,8 +74,7 @@ DesktopAppearance::DesktopAppearance(QDBusConnection bus, std::function<void()> 
   // No sender is given, since the library would wait for the bus to tell who that is.
   bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), {appearance},
                QString(), this, SLOT(look()));
-  bus_.connect(QString(), busPath, busName, QStringLiteral("NameOwnerChanged"), {portalName}, QString(), this,
-               SLOT(lookAtNewOwner(QString, QString, QString)));
+  followOwner(bus_, portalName, this, SLOT(lookAtNewOwner(QString, QString, QString)));
   const auto answer = bus_.call(readAll(Asleep::leave), QDBus::Block, firstLookMilliseconds);
   if (const auto first = appearanceIn(answer)) {
     current_ = *first;

@@ -6,13 +6,13 @@
 #include <QDBusPendingCallWatcher>
 #include <QVariantMap>
 
+#include "platform/desktop/SessionBus.h"
+
 namespace kestrune::desktop {
 namespace {
 
 const auto serviceName = QStringLiteral("org.freedesktop.Notifications");
 const auto servicePath = QStringLiteral("/org/freedesktop/Notifications");
-const auto busName = QStringLiteral("org.freedesktop.DBus");
-const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 constexpr int busPatience = 5000;  // milliseconds
 // The answer tells what the notification is known by, so that it counts however late it comes. One that ends
@@ -50,8 +50,7 @@ NotificationService::NotificationService(QDBusConnection bus) : bus_(std::move(b
   // No sender is given, since the library would wait for the bus to tell who that is.
   bus_.connect(QString(), servicePath, serviceName, QStringLiteral("NotificationClosed"), this,
                SLOT(closed(uint)));
-  bus_.connect(QString(), busPath, busName, QStringLiteral("NameOwnerChanged"), {serviceName}, QString(),
-               this, SLOT(ownerChanged(QString, QString)));
+  followOwner(bus_, serviceName, this, SLOT(ownerChanged(QString, QString)));
 }
 
 void NotificationService::lookForIt(const std::function<void(bool isThere)>& answer) {

@@ -33,7 +33,7 @@ class NotificationService final : public QObject {
   void lookForIt(const std::function<void(bool isThere)>& answer);
 
   // To come before `show`: asks the program what it can do, unless that is known. Starts it where need be.
-  // `done` comes at once or later, in any case.
+  // `done` comes at once or when there is an answer, be it an error, unless this is gone by then.
   void prepare(const std::function<void()>& done);
 
   // Shows it in place of another one. `answer` gets what it is known by, or 0 and what went wrong.

@@ -12,4 +12,10 @@ std::optional<QDBusConnection> sessionBus() {
   return bus.isConnected() ? std::optional(bus) : std::nullopt;
 }
 
+void followOwner(QDBusConnection& bus, const QString& name, QObject* receiver, const char* slot) {
+  // No sender is given, since the library would wait for the bus to tell who that is.
+  bus.connect(QString(), busPath, busName, QStringLiteral("NameOwnerChanged"), {name}, QString(), receiver,
+              slot);
+}
+
 }  // namespace kestrune::desktop

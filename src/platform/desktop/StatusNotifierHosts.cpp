@@ -7,13 +7,13 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include "platform/desktop/SessionBus.h"
+
 namespace kestrune::desktop {
 namespace {
 
 const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
-const auto busName = QStringLiteral("org.freedesktop.DBus");
-const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 }  // namespace
 
@@ -22,8 +22,7 @@ StatusNotifierHosts::StatusNotifierHosts(QDBusConnection bus, std::function<void
   // A watcher may be there long before the first panel, and a panel may come with its watcher.
   bus_.connect(QString(), watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
                SLOT(look()));
-  bus_.connect(QString(), busPath, busName, QStringLiteral("NameOwnerChanged"), {watcherName}, QString(),
-               this, SLOT(look()));
+  followOwner(bus_, watcherName, this, SLOT(look()));
   look();
 }
 

@@ -66,8 +66,8 @@ bool isOnDisk(int fd, std::string_view content) {
   return writeAll(fd, content) && fsync(fd) == 0;
 }
 
-// The file gets its name when it is whole, so that a program that is killed in between leaves nothing behind.
-// Absent: the file system can't do that.
+// The file gets its name when it is whole, a moment before it takes the other one's place: a program that is
+// killed hardly ever leaves something behind. Absent: the file system can't do that.
 std::optional<Temporary> writtenBeforeNamed(const fs::path& folder, const std::string& path,
                                             std::string_view content) {
   constexpr int mostTries = 16;

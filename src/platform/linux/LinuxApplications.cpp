@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxProcessEnvironment.h"
 #include "platform/linux/ProcessFiles.h"
 #include "platform/linux/ProgramName.h"
+#include "platform/linux/UserFolders.h"
 #include "platform/linux/UserLanguages.h"
 
 namespace kestrune::linux_platform {
@@ -35,8 +36,7 @@ void appendPaths(std::vector<std::string>& paths, std::string_view list) {
 std::vector<std::string> dataDirectories(platform::ProcessEnvironment& environment) {
   std::vector<std::string> directories;
   const std::string home = environment.variable("HOME").value_or("");
-  appendPaths(directories, environment.variable("XDG_DATA_HOME").value_or(""));
-  if (directories.empty() && !home.empty()) appendPaths(directories, home + "/.local/share");
+  appendPaths(directories, dataDirectory(environment));
   const std::string dirs = environment.variable("XDG_DATA_DIRS").value_or("");
   appendPaths(directories, dirs.empty() ? "/usr/local/share:/usr/share" : dirs);
   // Sessions that were not told of them lack these.

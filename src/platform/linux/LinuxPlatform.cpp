@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/linux/DataDirectory.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/ProcessFiles.h"
 #include "platform/linux/ThreadPriority.h"
+#include "platform/linux/UserFolders.h"
 
 namespace kestrune::linux_platform {
 namespace {
@@ -24,7 +24,7 @@ std::string preferencesFile(const std::string& configDirectory) {
 
 std::string ownConfigDirectory() {
   LinuxProcessEnvironment environment;
-  return defaultConfigDirectory(environment);
+  return configDirectory(environment);
 }
 
 // Where this program is installed; as it was started, should the kernel not tell.
@@ -36,17 +36,10 @@ std::string ownProgram() {
 
 std::string ownDataDirectory() {
   LinuxProcessEnvironment environment;
-  return defaultDataDirectory(environment);
+  return dataDirectory(environment);
 }
 
 }  // namespace
-
-std::string defaultConfigDirectory(platform::ProcessEnvironment& environment) {
-  const auto config = environment.variable("XDG_CONFIG_HOME");
-  if (config && config->starts_with('/')) return *config;
-  const auto home = environment.variable("HOME");
-  return home && home->starts_with('/') ? below(*home, ".config") : std::string();
-}
 
 LinuxPlatform::LinuxPlatform() : LinuxPlatform("/", ownConfigDirectory(), ownDataDirectory()) {}
 

@@ -29,10 +29,6 @@
 
 namespace kestrune::linux_platform {
 
-// The user's folder for settings: XDG_CONFIG_HOME where that is an absolute path, else .config in the home
-// folder; empty where there is none.
-std::string defaultConfigDirectory(platform::ProcessEnvironment& environment);
-
 // This computer. It outlives all that uses it.
 class LinuxPlatform {
  public:

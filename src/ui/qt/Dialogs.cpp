@@ -16,10 +16,6 @@ namespace {
 
 using Current = std::function<const Content*()>;
 
-QString plain(QString text) {
-  return text.replace(u'&', QStringLiteral("&&"));
-}
-
 // Does what the choice stands for now.
 void choose(const Current& current, std::size_t index) {
   const Content* content = current();
@@ -41,7 +37,7 @@ QDialog* openAlert(const AlertContent& alert, const Current& current, const Them
     auto role = QMessageBox::AcceptRole;
     if (choice.isDestructive) role = QMessageBox::DestructiveRole;
     if (choice.isCancel) role = QMessageBox::RejectRole;
-    auto* button = box->addButton(plain(theme.text(choice.title)), role);
+    auto* button = box->addButton(withoutMnemonic(theme.text(choice.title)), role);
     choiceOf.insert(button, i);
     if (!choice.isCancel) continue;
     cancel = i;

@@ -267,7 +267,7 @@ void MountedView::openMenu(QPoint place) {
     }
     // The items may have changed by the time that one is chosen.
     menu_->addAction(menuIcon(item.symbol, context_.theme, surface_->devicePixelRatioF()),
-                     context_.theme.text(item.title).replace(u'&', QStringLiteral("&&")), surface_,
+                     withoutMnemonic(context_.theme.text(item.title)), surface_,
                      [this, title = item.title] { chooseMenuItem(title); });
   }
   // An assistive tool chooses without a click, and the menu would stay.

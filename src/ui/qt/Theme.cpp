@@ -110,4 +110,8 @@ QPixmap Theme::image(const std::string& name, double width, double height, const
   return pictures_.picture("images/" + name, width, height, color, devicePixelRatio);
 }
 
+QString withoutMnemonic(QString text) {
+  return text.replace(u'&', QStringLiteral("&&"));
+}
+
 }  // namespace kestrune::ui::qt

@@ -67,4 +67,7 @@ class Theme {
   AnimationDriver animations_;
 };
 
+// As buttons and menus show it, where "&" would mark a letter.
+QString withoutMnemonic(QString text);
+
 }  // namespace kestrune::ui::qt

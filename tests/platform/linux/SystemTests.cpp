@@ -12,6 +12,7 @@
 #include "TemporaryFolder.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/UserFolders.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune::linux_platform {
@@ -44,7 +45,7 @@ TEST(Platform, findsTheFolderForSettings) {
   const auto directory = [](std::map<std::string, std::string> variables) {
     test::ScriptedEnvironment environment;
     environment.variables = std::move(variables);
-    return defaultConfigDirectory(environment);
+    return configDirectory(environment);
   };
   EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", "/cfg"}}), "/cfg");
   EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", "relative"}}), "/home/u/.config");

@@ -1,7 +1,9 @@
 #include <QMouseEvent>
 #include <QProxyStyle>
+#include <QTemporaryDir>
 #include <QToolTip>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "LeafSupport.h"
 
@@ -137,6 +139,25 @@ TEST(LeafMouse, GoesToWhatLiesAround) {
                     Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(leaf, &press);
   EXPECT_EQ(around.presses, 1);
+}
+
+TEST(LeafIcon, OpensNothingButFiles) {
+  const QTemporaryDir folder;
+  const std::string pipe = folder.filePath("pipe.png").toStdString();
+  const std::string file = folder.filePath("icon.png").toStdString();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  QImage image(16, 16, QImage::Format_RGB32);
+  image.fill(Qt::blue);
+  ASSERT_TRUE(image.save(QString::fromStdString(file)));
+  LeafStage stage;
+  for (const auto& [name, isPicture] : {std::pair{file, true}, {pipe, false}}) {
+    stage.put(IconContent{.name = name, .fallbackSymbol = "cpu"}, 16, 16);
+    const QImage shown = stage.picture();
+    EXPECT_EQ(isBlue(shown.pixelColor(8, 8)), isPicture) << name;
+    QImage blank = shown;
+    blank.fill(Qt::white);
+    EXPECT_NE(shown, blank) << "a symbol stands for it";
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <QAccessible>
 #include <gtest/gtest.h>
 
+#include "ui/qt/Breathing.h"
 #include "ui/qt/MountSupport.h"
 #include "ui/qt/ViewHost.h"
 
@@ -156,6 +157,48 @@ TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
   EXPECT_TRUE(memory->state().selected);
   memory->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_EQ(taps, 1);
+}
+
+TEST(ViewHost, EveryWindowFollowsAChangeOfTheFont) {
+  Stage stage(verbatim("text"));
+  ViewHost other(stage.test.loop, stage.theme, verbatim("text"));
+  other.resize(stage.host.size());
+  other.show();
+  QApplication::processEvents();
+  const auto widths = [&] {
+    return std::pair(stage.host.findChild<Leaf*>()->width(), other.findChild<Leaf*>()->width());
+  };
+  const auto before = widths();
+  const QFont font = QApplication::font();
+  QFont larger = font;
+  larger.setStretch(200);
+  QApplication::setFont(larger);
+  QApplication::processEvents();
+  EXPECT_GT(widths().first, before.first);
+  EXPECT_GT(widths().second, before.second);
+  QApplication::setFont(font);
+  QApplication::processEvents();
+  EXPECT_EQ(widths(), before);
+}
+
+TEST(Breathing, MovesOnlyWhileItIsSeen) {
+  Breathing all;
+  double opacity = 0;
+  auto breath = std::make_unique<Breath>(all, Pulse{.from = 0.2, .to = 1, .seconds = 0.5},
+                                         [&opacity](double now) { opacity = now; });
+  const double start = AnimationDriver::now();
+  EXPECT_FALSE(all.isRunning());
+  all.setActive(true);
+  EXPECT_TRUE(all.isRunning());
+  for (const auto& [seconds, expected] : {std::pair{0.25, 0.6}, {0.5, 1.0}, {0.75, 0.6}, {1.0, 0.2}}) {
+    breath->advance(start + seconds);
+    EXPECT_NEAR(opacity, expected, 0.05) << seconds;
+  }
+  all.setActive(false);
+  EXPECT_FALSE(all.isRunning());
+  all.setActive(true);
+  breath.reset();
+  EXPECT_FALSE(all.isRunning()) << "nothing is left that breathes";
 }
 
 }  // namespace
