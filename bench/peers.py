@@ -11,9 +11,9 @@ import termios
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "tests", "program"))
+import measured  # noqa: E402
 import session  # noqa: E402
 
-PROCESSES = 300
 WINDOWS = 5  # each of so many seconds; the median counts, as other things run on a machine too
 SECONDS = 10
 STARTS = 5
@@ -31,33 +31,14 @@ def family(pid):
     return found
 
 
-def run_time(pids):
-    total = 0
-    for pid in pids:
-        for thread in os.listdir(f"/proc/{pid}/task"):
-            with open(f"/proc/{pid}/task/{thread}/schedstat") as stat:
-                total += int(stat.read().split()[0])
-    return total / 1e9
-
-
 def load(pid):
     """CPU in percent of one core, the median of some windows of time."""
-    loads = []
-    for _ in range(WINDOWS):
-        pids = family(pid)
-        before, begun = run_time(pids), time.monotonic()
-        time.sleep(SECONDS)
-        loads.append((run_time(pids) - before) / (time.monotonic() - begun) * 100)
-    return statistics.median(loads)
+    return statistics.median(measured.load(family(pid), SECONDS) for _ in range(WINDOWS))
 
 
 def memory(pid):
     """PSS in MB."""
-    total = 0
-    for each in family(pid):
-        with open(f"/proc/{each}/smaps_rollup") as rollup:
-            total += next(int(line.split()[1]) for line in rollup if line.startswith("Pss:"))
-    return total / 1024
+    return sum(measured.memory(each)[0] for each in family(pid))
 
 
 class InTerminal:
@@ -108,8 +89,7 @@ def measure(command, kind):
     with session.Session() as own:
         # As a desktop without assistive tools; the program under test is treated like its peers.
         own.environment.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", None)
-        for _ in range(max(PROCESSES - sum(name.isdigit() for name in os.listdir("/proc")), 0)):
-            own.start("sleep", "100000")
+        measured.fill(own)
         starts = []
         for i in range(STARTS):
             shown = kind(own, command)

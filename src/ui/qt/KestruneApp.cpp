@@ -82,9 +82,15 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
                      if (state == Qt::ApplicationActive) notifications_.post(didBecomeActiveNotification);
                    });
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
-  // The session is about to end, unless somebody calls that off.
+  // The session is about to end, unless somebody calls that off. What starts with the session needs no
+  // restart by it.
   QObject::connect(
-      qApp, &QGuiApplication::commitDataRequest, &connections_, [this] { saveDay(); }, Qt::DirectConnection);
+      qApp, &QGuiApplication::commitDataRequest, &connections_,
+      [this](QSessionManager& manager) {
+        saveDay();
+        if (shell_.loginItem.isEnabled()) manager.setRestartHint(QSessionManager::RestartNever);
+      },
+      Qt::DirectConnection);
 }
 
 KestruneApp::~KestruneApp() = default;
