@@ -15,7 +15,8 @@ struct pa_operation;
 namespace kestrune::linux_platform {
 
 // The connection to the sound server of the user's session, PulseAudio or PipeWire. It only asks: it opens no
-// stream, sets nothing and starts no server by itself (one that waits for a connection comes up with it). One thread at a time.
+// stream, sets nothing and starts no server by itself (one that waits for a connection comes up with it). One
+// thread at a time.
 class PulseConnection {
  public:
   using Deadline = std::chrono::steady_clock::time_point;

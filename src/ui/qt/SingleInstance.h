@@ -10,7 +10,8 @@ namespace kestrune::ui::qt {
 
 // Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a
 // later one asks it to come forward. The desktop may start the program under that name, and ask it for its
-// settings. Without a session bus, or where that refuses the name, every copy counts as the first. Main thread.
+// settings. Without a session bus, or where that refuses the name, every copy counts as the first. Main
+// thread.
 class SingleInstance {
  public:
   enum class Request : std::uint8_t {

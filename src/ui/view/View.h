@@ -337,7 +337,7 @@ struct View {
 
   View() = default;
   template <class C>
-  requires std::constructible_from<Content, C>
+    requires std::constructible_from<Content, C>
   explicit View(C of, std::vector<View> with = {}) : content(std::move(of)), children(std::move(with)) {}
 
   bool isEmpty() const { return std::holds_alternative<std::monostate>(content); }
