@@ -9,12 +9,7 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "platform/desktop/DBusNotifications.h"
-#include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/SessionBus.h"
-#include "platform/linux/LinuxPlatform.h"
-#include "ui/qt/KestruneApp.h"
-#include "ui/qt/LoopDriver.h"
+#include "assembly/Assembly.h"
 #include "ui/qt/SingleInstance.h"
 
 namespace {
@@ -42,15 +37,10 @@ int main(int argc, char** argv) {
   ui::qt::SingleInstance instance([](ui::qt::SingleInstance::Request, const QString&) {}, [] {});
   if (instance.claim(ui::qt::SingleInstance::Start::window) != ui::qt::SingleInstance::Outcome::first)
     return EXIT_FAILURE;
-  linux_platform::LinuxPlatform computer;
-  desktop::DBusNotifications notifications(desktop::sessionBus());
-  desktop::DesktopWorkspace workspace;
-  const platform::Platform services = computer.platform(notifications, workspace);
-  MainLoop loop(services.clock, computer.loopDescriptor());
-  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
-  ui::qt::KestruneApp app(loop, services);
+  Assembly assembly;
+  ui::qt::KestruneApp& app = assembly.app;
   FirstFrame firstFrame([&] {
-    std::printf("%" PRId64 "\n", (services.clock.continuousNow() - started).count() / 1000);
+    std::printf("%" PRId64 "\n", (assembly.services.clock.continuousNow() - started).count() / 1000);
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
   });

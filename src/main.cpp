@@ -6,14 +6,9 @@
 #include <QSocketNotifier>
 #include <unistd.h>
 
-#include "platform/desktop/DBusNotifications.h"
-#include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/SessionBus.h"
-#include "platform/linux/LinuxPlatform.h"
+#include "assembly/Assembly.h"
 #include "platform/linux/TerminationSignals.h"
 #include "ui/MainTab.h"
-#include "ui/qt/KestruneApp.h"
-#include "ui/qt/LoopDriver.h"
 #include "ui/qt/SingleInstance.h"
 
 namespace {
@@ -104,13 +99,8 @@ int run(int argc, char** argv) {
       return EXIT_FAILURE;
   }
 
-  linux_platform::LinuxPlatform computer;
-  desktop::DBusNotifications notifications(desktop::sessionBus());
-  desktop::DesktopWorkspace workspace;
-  const platform::Platform services = computer.platform(notifications, workspace);
-  MainLoop loop(services.clock, computer.loopDescriptor());
-  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
-  ui::qt::KestruneApp kestrune(loop, services);
+  Assembly assembly;
+  ui::qt::KestruneApp& kestrune = assembly.app;
   app = &kestrune;
   saveWhenTheDisplayIsGone();
 

@@ -9,13 +9,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include "platform/desktop/DBusNotifications.h"
-#include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/SessionBus.h"
-#include "platform/linux/LinuxPlatform.h"
+#include "assembly/Assembly.h"
 #include "ui/qt/DesktopPalette.h"
-#include "ui/qt/KestruneApp.h"
-#include "ui/qt/LoopDriver.h"
 #include "ui/qt/ViewHost.h"
 
 namespace {
@@ -94,13 +89,8 @@ int main(int argc, char** argv) {
   }
   if (options.dark) QApplication::setPalette(ui::qt::darkPalette());
 
-  linux_platform::LinuxPlatform computer;
-  desktop::DBusNotifications notifications(desktop::sessionBus());
-  desktop::DesktopWorkspace workspace;
-  const platform::Platform services = computer.platform(notifications, workspace);
-  MainLoop loop(services.clock, computer.loopDescriptor());
-  const ui::qt::LoopDriver driver(loop, computer.loopDescriptor().fd());
-  ui::qt::KestruneApp app(loop, services);
+  Assembly assembly;
+  ui::qt::KestruneApp& app = assembly.app;
   app.window().resize(options.size);
   app.openMainWindow();
   letPass(options.seconds * 1000);

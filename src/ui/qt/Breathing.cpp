@@ -30,7 +30,7 @@ void Breathing::follow() {
     timer_.stop();
     return;
   }
-  const auto quickest = std::ranges::min(breaths_, {}, &Breath::secondsPerStep);
+  const auto* const quickest = std::ranges::min(breaths_, {}, &Breath::secondsPerStep);
   timer_.start(static_cast<int>(quickest->secondsPerStep() * 1000), this);
 }
 
