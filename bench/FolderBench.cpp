@@ -23,18 +23,18 @@
 #include <unistd.h>
 
 #include "folders/FolderItems.h"
-#include "platform/linux/MeasurePool.h"
-#include "platform/linux/UniqueFd.h"
+#include "platform/linux/files/UniqueFd.h"
+#include "platform/linux/folders/MeasurePool.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using kestrune::FolderItem;
 using kestrune::FolderItems;
-using kestrune::linux_platform::MeasurePool;
-using kestrune::linux_platform::UniqueFd;
 using kestrune::platform::FileLocation;
 using kestrune::platform::FolderMeasure;
+using kestrune::platform::MeasurePool;
+using kestrune::platform::UniqueFd;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr double walkBudget = 1.2;      // times the bare walker

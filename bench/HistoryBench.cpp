@@ -13,7 +13,7 @@
 #include "FullDay.h"
 #include "history/DayFile.h"
 #include "history/HistoryRecorder.h"
-#include "platform/linux/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxDayFiles.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {
@@ -43,7 +43,7 @@ BENCHMARK(decodeFullDay)->Unit(benchmark::kMicrosecond);
 void load89FullDays(benchmark::State& state) {
   std::string folder = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no folder");
-  linux_platform::LinuxDayFiles storage(folder);
+  platform::LinuxDayFiles storage(folder);
   constexpr int days = 89;
   for (int i = 0; i < days; ++i) storage.write(nameOf(i), encodeDay(fullDay({86400.0 * i})).text);
   for (auto _ : state) {

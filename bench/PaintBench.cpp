@@ -9,9 +9,9 @@
 #include <benchmark/benchmark.h>
 
 #include "texts/Catalogue.h"
-#include "ui/qt/Leaf.h"
-#include "ui/qt/LinePainter.h"
-#include "ui/qt/Theme.h"
+#include "ui/qt/charts/LinePainter.h"
+#include "ui/qt/mount/LeafFactory.h"
+#include "ui/qt/theme/Theme.h"
 
 // What painting the commonest parts of a tab costs, and what the ordinary ways to draw a line would.
 namespace {

@@ -12,11 +12,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/processes/LinuxProcessTable.h"
 
 namespace {
 
-using kestrune::linux_platform::LinuxProcessTable;
+using kestrune::platform::LinuxProcessTable;
 using Seconds = std::chrono::duration<double>;
 
 constexpr double budget = 1.3;  // times the bare loop

@@ -8,11 +8,11 @@
 
 #include <benchmark/benchmark.h>
 
-#include "platform/linux/LinuxBlockStorage.h"
-#include "platform/linux/LinuxMemory.h"
-#include "platform/linux/LinuxNetworkInterfaces.h"
-#include "platform/linux/LinuxPowerSources.h"
-#include "platform/linux/LinuxVolumes.h"
+#include "platform/linux/memory/LinuxMemory.h"
+#include "platform/linux/network/LinuxNetworkInterfaces.h"
+#include "platform/linux/power/LinuxPowerSources.h"
+#include "platform/linux/storage/LinuxBlockStorage.h"
+#include "platform/linux/storage/LinuxVolumes.h"
 #include "providers/BatteryProvider.h"
 #include "providers/DiskProvider.h"
 #include "providers/MemoryProvider.h"
@@ -82,8 +82,8 @@ void tickEverySecond(benchmark::State& state, test::ScriptedPlatform& machine, P
 void diskTick(benchmark::State& state) {
   const LargeMachine files;
   test::ScriptedPlatform machine;
-  linux_platform::LinuxBlockStorage storage(files.root());
-  linux_platform::LinuxVolumes volumes(files.root());
+  platform::LinuxBlockStorage storage(files.root());
+  platform::LinuxVolumes volumes(files.root());
   DiskProvider provider(machine.loop, storage, volumes);
   tickEverySecond(state, machine, provider);
 }
@@ -92,7 +92,7 @@ BENCHMARK(diskTick)->Unit(benchmark::kMicrosecond);
 void networkTick(benchmark::State& state) {
   const LargeMachine files;
   test::ScriptedPlatform machine;
-  linux_platform::LinuxNetworkInterfaces links(files.root());
+  platform::LinuxNetworkInterfaces links(files.root());
   const auto provider = std::make_shared<NetworkProvider>(
       machine.loop,
       NetworkProvider::Services{links, machine.tools, machine.wifi, machine.location, *machine.lane});
@@ -103,7 +103,7 @@ BENCHMARK(networkTick)->Unit(benchmark::kMicrosecond);
 void memoryTick(benchmark::State& state) {
   const LargeMachine files;
   test::ScriptedPlatform machine;
-  linux_platform::LinuxMemory memory(files.root());
+  platform::LinuxMemory memory(files.root());
   const auto provider = std::make_shared<MemoryProvider>(
       machine.loop, memory,
       std::make_shared<ProcessScanCache>(machine.clock, machine.processTable, *machine.lane));
@@ -115,11 +115,11 @@ BENCHMARK(memoryTick)->Unit(benchmark::kMicrosecond);
 void allTicksOnThisMachine(benchmark::State& state) {
   test::ScriptedPlatform machine;
   machine.holdsLane = true;
-  linux_platform::LinuxBlockStorage storage;
-  linux_platform::LinuxVolumes volumes;
-  linux_platform::LinuxNetworkInterfaces links;
-  linux_platform::LinuxMemory memory;
-  linux_platform::LinuxPowerSources sources;
+  platform::LinuxBlockStorage storage;
+  platform::LinuxVolumes volumes;
+  platform::LinuxNetworkInterfaces links;
+  platform::LinuxMemory memory;
+  platform::LinuxPowerSources sources;
   DiskProvider disk(machine.loop, storage, volumes);
   BatteryProvider battery(machine.loop, sources);
   const auto network = std::make_shared<NetworkProvider>(

@@ -9,8 +9,8 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "assembly/Assembly.h"
-#include "ui/qt/SingleInstance.h"
+#include "Assembly.h"
+#include "platform/desktop/SingleInstance.h"
 
 namespace {
 
@@ -34,8 +34,8 @@ int main(int argc, char** argv) {
   using namespace kestrune;
   const ContinuousTime started(argc > 1 ? std::strtoll(argv[1], nullptr, 10) : 0);
   QApplication application(argc, argv);
-  ui::qt::SingleInstance instance([](ui::qt::SingleInstance::Request, const QString&) {}, [] {});
-  if (instance.claim(ui::qt::SingleInstance::Start::window) != ui::qt::SingleInstance::Outcome::first)
+  desktop::SingleInstance instance([](desktop::SingleInstance::Request, const QString&) {}, [] {});
+  if (instance.claim(desktop::SingleInstance::Start::window) != desktop::SingleInstance::Outcome::first)
     return EXIT_FAILURE;
   Assembly assembly;
   ui::qt::KestruneApp& app = assembly.app;

@@ -1,6 +1,6 @@
-# One library for each folder below src/. A library sees the headers of its own folder and of those it
-# links, and no others: each has an include root in the build tree that holds links to its own headers
-# alone, so that an include against the direction of the house does not compile.
+# One library for each folder below src/, a room. A room sees its own headers and those of the rooms it uses, and no
+# others: each has an include root in the build tree that links to its own headers alone, so an include against the
+# direction of the house does not compile.
 
 option(KESTRUNE_WERROR "Treat warnings as errors" ON)
 set(KESTRUNE_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
@@ -28,32 +28,49 @@ else()
   target_link_options(kestrune_flags INTERFACE -Wl,-z,relro,-z,now,--as-needed)
 endif()
 
-# kestrune_library(NAME FOLDER <below src/> SOURCES … LINKS … [PRIVATE_LINKS …])
-# makes kestrune_NAME. Without SOURCES it is a library of headers.
-function(kestrune_library name)
-  cmake_parse_arguments(arg "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
-  set(target kestrune_${name})
-  set(source_dir ${PROJECT_SOURCE_DIR}/src/${arg_FOLDER})
-  set(root ${PROJECT_BINARY_DIR}/roots/${name})
+# kestrune_room([SOURCES …] [USES …] [LIBRARIES …] [PRIVATE_LIBRARIES …])
+#
+# Makes the library kestrune_<path of the folder below src, "/" as "_"> from the folder that calls it. USES names the
+# rooms it may include from, by their paths; LIBRARIES are libraries from outside. Without SOURCES the room is made of
+# headers alone.
+function(kestrune_room)
+  cmake_parse_arguments(arg "" "" "SOURCES;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
+  file(RELATIVE_PATH room ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  kestrune_target(target "${room}")
+  set(used ${arg_LIBRARIES})
+  foreach(other IN LISTS arg_USES)
+    kestrune_target(other_target ${other})
+    list(APPEND used ${other_target})
+  endforeach()
 
-  file(GLOB headers CONFIGURE_DEPENDS ${source_dir}/*.h)
-  file(REMOVE_RECURSE ${root}/${arg_FOLDER})
-  file(MAKE_DIRECTORY ${root}/${arg_FOLDER})
+  set(root ${PROJECT_BINARY_DIR}/roots/${target})
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  file(REMOVE_RECURSE ${root})
+  file(MAKE_DIRECTORY ${root}/${room})
   foreach(header IN LISTS headers)
     get_filename_component(file ${header} NAME)
-    file(CREATE_LINK ${header} ${root}/${arg_FOLDER}/${file} SYMBOLIC)
+    file(CREATE_LINK ${header} ${root}/${room}/${file} SYMBOLIC)
   endforeach()
 
   if(arg_SOURCES)
     add_library(${target} STATIC ${arg_SOURCES})
     target_include_directories(${target} PUBLIC ${root})
-    target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE kestrune_flags ${arg_PRIVATE_LINKS})
+    target_link_libraries(${target} PUBLIC ${used} PRIVATE kestrune_flags ${arg_PRIVATE_LIBRARIES})
     kestrune_precompile(${target})
   else()
     add_library(${target} INTERFACE)
     target_include_directories(${target} INTERFACE ${root})
-    target_link_libraries(${target} INTERFACE ${arg_LINKS})
+    target_link_libraries(${target} INTERFACE ${used})
   endif()
+endfunction()
+
+# The headers beside main.cpp are the room "assembly".
+function(kestrune_target result room)
+  if(room STREQUAL "")
+    set(room assembly)
+  endif()
+  string(REPLACE "/" "_" name ${room})
+  set(${result} kestrune_${name} PARENT_SCOPE)
 endfunction()
 
 # The standard headers that nearly every file of ours includes, compiled once and shared.

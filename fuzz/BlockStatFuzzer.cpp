@@ -1,10 +1,10 @@
 #include "Fuzzer.h"
-#include "platform/linux/BlockStat.h"
+#include "platform/linux/storage/BlockStat.h"
 
 using namespace kestrune;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto counters = linux_platform::parseBlockStat(fuzz::textOf(data, size));
+  const auto counters = platform::parseBlockStat(fuzz::textOf(data, size));
   for (const auto& bytes : {counters.bytesRead, counters.bytesWritten}) {
     // Whole sectors, and few enough that a computer's drives can be added up.
     fuzz::require(!bytes || (*bytes % 512 == 0 && *bytes <= std::uint64_t{1} << 57U));

@@ -1,5 +1,5 @@
 #include "Fuzzer.h"
-#include "platform/linux/MemInfo.h"
+#include "platform/linux/memory/MemInfo.h"
 
 using namespace kestrune;
 
@@ -8,11 +8,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto isFromText = [&text](const std::optional<std::uint64_t>& figure) {
     return !figure || text.find(std::to_string(*figure)) != std::string::npos;
   };
-  const auto info = linux_platform::parseMemInfo(text);
+  const auto info = platform::parseMemInfo(text);
   for (const auto& figure : {info.memTotal, info.memAvailable, info.memFree, info.buffers, info.cached,
                              info.shmem, info.anonPages, info.zswap, info.swapTotal, info.swapFree}) {
     fuzz::require(isFromText(figure));
   }
-  fuzz::require(isFromText(linux_platform::parseZramUsage(text)));
+  fuzz::require(isFromText(platform::parseZramUsage(text)));
   return 0;
 }

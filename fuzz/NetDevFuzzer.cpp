@@ -1,17 +1,17 @@
 #include "Fuzzer.h"
-#include "platform/linux/NetDev.h"
+#include "platform/linux/network/NetDev.h"
 
 using namespace kestrune;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text = fuzz::textOf(data, size);
-  const auto links = linux_platform::parseNetDev(text);
+  const auto links = platform::parseNetDev(text);
   for (const auto& link : links) {
     fuzz::require(!link.name.empty() && text.find(link.name + ":") != std::string::npos);
     fuzz::require(!link.isCarriedByAnother);
   }
   // Cut anywhere, it yields the first ones of the very same.
-  const auto ofPart = linux_platform::parseNetDev(std::string_view(text).substr(0, size / 2));
+  const auto ofPart = platform::parseNetDev(std::string_view(text).substr(0, size / 2));
   fuzz::require(ofPart.size() <= links.size());
   for (std::size_t i = 0; i < ofPart.size(); ++i) {
     fuzz::require(ofPart[i].name == links[i].name);

@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "Fuzzer.h"
-#include "platform/linux/Nl80211.h"
+#include "platform/linux/network/Nl80211.h"
 
 using namespace kestrune;
 
@@ -18,10 +18,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // A copy, so that reading beyond its end is found.
   const std::vector<std::uint8_t> copy(data, data + size);
   const auto attributes = std::as_bytes(std::span(copy));
-  if (const auto interface = linux_platform::parseRadioInterface(attributes)) {
+  if (const auto interface = platform::parseRadioInterface(attributes)) {
     requirePlausible(interface->ssid);
     if (interface->name) fuzz::require(!interface->name->empty() && interface->name->size() <= size);
   }
-  if (const auto network = linux_platform::parseHeardNetwork(attributes)) requirePlausible(network->ssid);
+  if (const auto network = platform::parseHeardNetwork(attributes)) requirePlausible(network->ssid);
   return 0;
 }

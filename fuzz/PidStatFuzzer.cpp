@@ -1,15 +1,15 @@
 #include "Fuzzer.h"
-#include "platform/linux/PidStat.h"
+#include "platform/linux/processes/PidStat.h"
 
 using namespace kestrune;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text = fuzz::textOf(data, size);
-  const auto stat = linux_platform::parsePidStat(text);
+  const auto stat = platform::parsePidStat(text);
   if (stat) {
     fuzz::require(text.find("(" + std::string(stat->name) + ")") != std::string::npos);
     // A cut that still is understood yields the same figures.
-    const auto ofPart = linux_platform::parsePidStat(std::string_view(text).substr(0, size - 1));
+    const auto ofPart = platform::parsePidStat(std::string_view(text).substr(0, size - 1));
     fuzz::require(!ofPart || ofPart->name != stat->name || ofPart->residentPages == stat->residentPages);
   }
 
@@ -20,7 +20,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view all(text);
   const auto name = all.substr(0, first);
   const auto completed =
-      linux_platform::completedName(name, all.substr(first + 1, second - first - 1), all.substr(second + 1));
+      platform::completedName(name, all.substr(first + 1, second - first - 1), all.substr(second + 1));
   fuzz::require(completed.starts_with(name));
   return 0;
 }

@@ -6,10 +6,10 @@
 #include <QSocketNotifier>
 #include <unistd.h>
 
-#include "assembly/Assembly.h"
-#include "platform/linux/TerminationSignals.h"
-#include "ui/MainTab.h"
-#include "ui/qt/SingleInstance.h"
+#include "Assembly.h"
+#include "platform/desktop/SingleInstance.h"
+#include "platform/linux/program/TerminationSignals.h"
+#include "ui/window/MainTab.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ void openWith(const QString& activationToken) {
 
 int run(int argc, char** argv) {
   // Blocks the signals, and must do so before any thread is started.
-  linux_platform::TerminationSignals signals;
+  platform::TerminationSignals signals;
   chooseQtPlatform();
   const bool isQuiet = startsQuietly();
   QApplication application(argc, argv);
@@ -76,11 +76,11 @@ int run(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("org.kestrune.Kestrune"));
   QApplication::setQuitOnLastWindowClosed(false);
 
-  using Request = ui::qt::SingleInstance::Request;
-  using Start = ui::qt::SingleInstance::Start;
+  using Request = desktop::SingleInstance::Request;
+  using Start = desktop::SingleInstance::Start;
   const bool hasDisplay = ui::qt::KestruneApp::hasDisplay();
   const Start start = !hasDisplay ? Start::headless : isQuiet ? Start::quiet : Start::window;
-  ui::qt::SingleInstance instance(
+  desktop::SingleInstance instance(
       [](Request request, const QString& activationToken) {
         if (app == nullptr) return;
         if (request == Request::settings) app->notifications().post(ui::openSettingsTabNotification);
@@ -90,11 +90,11 @@ int run(int argc, char** argv) {
         if (app != nullptr) app->terminate();
       });
   switch (instance.claim(start)) {
-    case ui::qt::SingleInstance::Outcome::first:
+    case desktop::SingleInstance::Outcome::first:
       break;
-    case ui::qt::SingleInstance::Outcome::otherRuns:
+    case desktop::SingleInstance::Outcome::otherRuns:
       return EXIT_SUCCESS;
-    case ui::qt::SingleInstance::Outcome::otherDoesNotAnswer:
+    case desktop::SingleInstance::Outcome::otherDoesNotAnswer:
       std::fputs("kestrune: already running, but it does not answer\n", stderr);
       return EXIT_FAILURE;
   }

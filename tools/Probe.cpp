@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
     std::fputs("usage: kestrune_probe [--seconds N]\n", stderr);
     return EXIT_FAILURE;
   }
-  linux_platform::LinuxPlatform computer;
+  platform::LinuxPlatform computer;
   SilentNotifications notifications;
   UnusedWorkspace workspace;
   NoDayFiles dayFiles;

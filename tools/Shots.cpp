@@ -9,9 +9,9 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include "assembly/Assembly.h"
-#include "ui/qt/DesktopPalette.h"
-#include "ui/qt/ViewHost.h"
+#include "Assembly.h"
+#include "ui/qt/mount/ViewHost.h"
+#include "ui/qt/theme/DesktopPalette.h"
 
 namespace {
 

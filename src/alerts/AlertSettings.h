@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Preferences.h"
+#include "settings/Preferences.h"
 
 namespace kestrune {
 

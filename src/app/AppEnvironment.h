@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "alerts/AlertsMonitor.h"
-#include "core/Preferences.h"
 #include "folders/FolderProvider.h"
 #include "history/DayFiles.h"
 #include "history/HistoricalDataStore.h"
@@ -19,6 +18,7 @@
 #include "providers/NetworkProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
+#include "settings/Preferences.h"
 #include "texts/Catalogue.h"
 #include "texts/LocaleFormats.h"
 

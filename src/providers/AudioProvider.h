@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "core/HistoryRing.h"
 #include "platform/Applications.h"
 #include "platform/AudioService.h"
 #include "providers/AudioSnapshot.h"
+#include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
 #include "runtime/WorkLane.h"

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "core/HistoryRing.h"
 #include "platform/PowerSources.h"
+#include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "core/HistoryRing.h"
 #include "platform/Chip.h"
 #include "platform/Processors.h"
+#include "providers/HistoryRing.h"
 #include "providers/ProcessScanCache.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "core/HistoryRing.h"
 #include "platform/BlockStorage.h"
 #include "platform/Volumes.h"
+#include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
 

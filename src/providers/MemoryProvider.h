@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/HistoryRing.h"
 #include "platform/Memory.h"
+#include "providers/HistoryRing.h"
 #include "providers/ProcessScanCache.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "core/HistoryRing.h"
 #include "platform/LocationPermission.h"
 #include "platform/NetworkInterfaces.h"
 #include "platform/ToolRunner.h"
 #include "platform/WiFi.h"
 #include "providers/ConnectionFacts.h"
+#include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
 #include "runtime/WorkLane.h"

@@ -18,11 +18,11 @@
 #include "SampleDay.h"
 #include "history/DayFile.h"
 #include "history/HistoryRecorder.h"
-#include "platform/linux/LinuxDayFiles.h"
-#include "platform/linux/TemporaryFolder.h"
-#include "platform/linux/UniqueFd.h"
+#include "platform/linux/files/UniqueFd.h"
+#include "platform/linux/user/LinuxDayFiles.h"
 #include "support/LeaveMachine.h"
 #include "support/ScriptedPlatform.h"
+#include "support/TemporaryFolder.h"
 
 namespace kestrune {
 namespace {
@@ -77,7 +77,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
  protected:
   // What the recorder prints when it saves.
   std::string save(const DailySummary& summary) {
-    linux_platform::LinuxDayFiles storage(data);
+    platform::LinuxDayFiles storage(data);
     DayFiles files(storage, calendar);
     HistoryRecorder recorder(loop, {.calendar = calendar, .facts = systemFacts, .files = files});
     testing::internal::CaptureStdout();
@@ -96,7 +96,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
 };
 
 TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
-  linux_platform::LinuxDayFiles storage(data);
+  platform::LinuxDayFiles storage(data);
   ASSERT_EQ(save(numberedDay(0)), "");
   std::mt19937 random(20260509);
   std::uniform_int_distribution<int> microseconds(0, 10000);
@@ -104,8 +104,8 @@ TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
   for (int round = 0; round < 100; ++round) {
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
-    const linux_platform::UniqueFd ours(ends[0]);
-    linux_platform::UniqueFd theirs(ends[1]);
+    const platform::UniqueFd ours(ends[0]);
+    platform::UniqueFd theirs(ends[1]);
     const pid_t parent = getpid();
     const pid_t child = fork();
     ASSERT_GE(child, 0);

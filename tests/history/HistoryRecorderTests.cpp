@@ -6,7 +6,7 @@
 #include "SampleDay.h"
 #include "history/DayFile.h"
 #include "history/HistoryRecorder.h"
-#include "platform/linux/LinuxCalendar.h"
+#include "platform/linux/time/LinuxCalendar.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {
@@ -244,7 +244,7 @@ TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
 
 TEST_F(HistoryRecorderTest, aDayWithoutMidnightBeginsAfterTheJump) {
   const Zone zone("America/Sao_Paulo");
-  linux_platform::LinuxCalendar saoPaulo;
+  platform::LinuxCalendar saoPaulo;
   const Date jump{1541300400 - unixTimeOfReferenceDate};  // 01:00 on the 4th of November 2018
   clock.setWall(jump + -90);
   begin(saoPaulo);

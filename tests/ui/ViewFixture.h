@@ -7,9 +7,9 @@
 
 #include "support/ScriptedPlatform.h"
 #include "support/ViewInspector.h"
-#include "ui/CPUTab.h"
-#include "ui/MainWindowView.h"
-#include "ui/ViewContext.h"
+#include "ui/components/ViewContext.h"
+#include "ui/pages/CPUTab.h"
+#include "ui/window/MainWindowView.h"
 
 namespace kestrune::test {
 

@@ -4,12 +4,12 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/linux/Files.h"
-#include "platform/linux/ProcessFiles.h"
-#include "platform/linux/ThreadPriority.h"
-#include "platform/linux/UserFolders.h"
+#include "platform/linux/files/Files.h"
+#include "platform/linux/processes/ProcessFiles.h"
+#include "platform/linux/program/ThreadPriority.h"
+#include "platform/linux/program/UserFolders.h"
 
-namespace kestrune::linux_platform {
+namespace kestrune::platform {
 namespace {
 
 // A look at the connection may hang with a tool; the next ones go past it.
@@ -64,9 +64,8 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)),
       folderLane_(std::make_shared<ThreadLane>("kestrune-list", nameThread, folderThreads)) {}
 
-platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifications,
-                                           platform::Workspace& workspace,
-                                           platform::DayFileStorage* dayFiles) {
+Platform LinuxPlatform::platform(UserNotifications& notifications, Workspace& workspace,
+                                 DayFileStorage* dayFiles) {
   return {.clock = clock_,
           .calendar = calendar_,
           .environment = environment_,
@@ -96,4 +95,4 @@ platform::Platform LinuxPlatform::platform(platform::UserNotifications& notifica
           .workspace = workspace};
 }
 
-}  // namespace kestrune::linux_platform
+}  // namespace kestrune::platform

@@ -4,30 +4,30 @@
 #include <string>
 
 #include "platform/Platform.h"
-#include "platform/linux/JsonPreferenceStorage.h"
-#include "platform/linux/LinuxApplications.h"
-#include "platform/linux/LinuxAudioService.h"
-#include "platform/linux/LinuxBlockStorage.h"
-#include "platform/linux/LinuxCalendar.h"
-#include "platform/linux/LinuxChip.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/linux/LinuxDayFiles.h"
-#include "platform/linux/LinuxFolders.h"
-#include "platform/linux/LinuxLocationPermission.h"
-#include "platform/linux/LinuxLoginItem.h"
-#include "platform/linux/LinuxMemory.h"
-#include "platform/linux/LinuxNetworkInterfaces.h"
-#include "platform/linux/LinuxPowerSources.h"
-#include "platform/linux/LinuxProcessEnvironment.h"
-#include "platform/linux/LinuxProcessTable.h"
-#include "platform/linux/LinuxProcessors.h"
 #include "platform/linux/LinuxSystemFacts.h"
-#include "platform/linux/LinuxToolRunner.h"
-#include "platform/linux/LinuxVolumes.h"
-#include "platform/linux/LinuxWiFi.h"
-#include "platform/linux/LoopDescriptor.h"
+#include "platform/linux/applications/LinuxApplications.h"
+#include "platform/linux/audio/LinuxAudioService.h"
+#include "platform/linux/folders/LinuxFolders.h"
+#include "platform/linux/memory/LinuxMemory.h"
+#include "platform/linux/network/LinuxLocationPermission.h"
+#include "platform/linux/network/LinuxNetworkInterfaces.h"
+#include "platform/linux/network/LinuxWiFi.h"
+#include "platform/linux/power/LinuxPowerSources.h"
+#include "platform/linux/processes/LinuxProcessTable.h"
+#include "platform/linux/processor/LinuxChip.h"
+#include "platform/linux/processor/LinuxProcessors.h"
+#include "platform/linux/program/LinuxProcessEnvironment.h"
+#include "platform/linux/program/LinuxToolRunner.h"
+#include "platform/linux/program/LoopDescriptor.h"
+#include "platform/linux/storage/LinuxBlockStorage.h"
+#include "platform/linux/storage/LinuxVolumes.h"
+#include "platform/linux/time/LinuxCalendar.h"
+#include "platform/linux/time/LinuxClock.h"
+#include "platform/linux/user/JsonPreferenceStorage.h"
+#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxLoginItem.h"
 
-namespace kestrune::linux_platform {
+namespace kestrune::platform {
 
 // This computer. It outlives all that uses it.
 class LinuxPlatform {
@@ -41,8 +41,8 @@ class LinuxPlatform {
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
   // What belongs to the desktop comes from elsewhere. `dayFiles` takes the place of the files on the disk.
-  platform::Platform platform(platform::UserNotifications& notifications, platform::Workspace& workspace,
-                              platform::DayFileStorage* dayFiles = nullptr);
+  Platform platform(UserNotifications& notifications, Workspace& workspace,
+                    DayFileStorage* dayFiles = nullptr);
   // What the main loop is to be made with.
   LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
 
@@ -76,4 +76,4 @@ class LinuxPlatform {
   std::shared_ptr<ThreadLane> folderLane_;
 };
 
-}  // namespace kestrune::linux_platform
+}  // namespace kestrune::platform

@@ -5,11 +5,11 @@
 #include <ctime>
 #include <string_view>
 
-#include "platform/linux/Files.h"
-#include "platform/linux/UserLanguages.h"
+#include "platform/linux/applications/UserLanguages.h"
+#include "platform/linux/files/Files.h"
 #include "runtime/Utf8.h"
 
-namespace kestrune::linux_platform {
+namespace kestrune::platform {
 namespace {
 
 using namespace std::chrono;
@@ -58,4 +58,4 @@ std::vector<std::string> LinuxSystemFacts::languages() {
   return userLanguages(environment_);
 }
 
-}  // namespace kestrune::linux_platform
+}  // namespace kestrune::platform

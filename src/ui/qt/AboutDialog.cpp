@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "ui/ShellCommands.h"
-#include "ui/qt/Theme.h"
+#include "ui/qt/theme/Theme.h"
+#include "ui/window/ShellCommands.h"
 
 namespace kestrune::ui::qt {
 namespace {

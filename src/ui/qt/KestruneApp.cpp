@@ -6,12 +6,12 @@
 #include <QSessionManager>
 #include <QTimer>
 
-#include "core/Language.h"
-#include "core/Sandbox.h"
+#include "app/Sandbox.h"
 #include "platform/desktop/SessionBus.h"
-#include "ui/qt/DesktopPalette.h"
-#include "ui/qt/LeafAccessibility.h"
-#include "ui/qt/Surface.h"
+#include "settings/Language.h"
+#include "ui/qt/leaves/LeafAccessibility.h"
+#include "ui/qt/mount/Surface.h"
+#include "ui/qt/theme/DesktopPalette.h"
 
 namespace kestrune::ui::qt {
 namespace {

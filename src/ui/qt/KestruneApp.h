@@ -12,8 +12,8 @@
 #include "ui/qt/Clipboard.h"
 #include "ui/qt/MainWindow.h"
 #include "ui/qt/Popover.h"
-#include "ui/qt/Theme.h"
 #include "ui/qt/TrayItem.h"
+#include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 

@@ -4,10 +4,10 @@
 #include <QMenuBar>
 #include <QScreen>
 
-#include "ui/ShellCommands.h"
 #include "ui/qt/AboutDialog.h"
-#include "ui/qt/Theme.h"
-#include "ui/qt/ViewHost.h"
+#include "ui/qt/mount/ViewHost.h"
+#include "ui/qt/theme/Theme.h"
+#include "ui/window/ShellCommands.h"
 
 namespace kestrune::ui::qt {
 namespace {

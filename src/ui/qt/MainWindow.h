@@ -5,8 +5,8 @@
 #include <QMainWindow>
 
 #include "runtime/Published.h"
-#include "ui/MainWindowView.h"
-#include "ui/ViewContext.h"
+#include "ui/components/ViewContext.h"
+#include "ui/window/MainWindowView.h"
 
 namespace kestrune::ui::qt {
 

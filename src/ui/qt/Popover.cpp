@@ -7,8 +7,8 @@
 #include <QScreen>
 #include <QWindow>
 
-#include "ui/qt/Theme.h"
-#include "ui/qt/ViewHost.h"
+#include "ui/qt/mount/ViewHost.h"
+#include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 namespace {

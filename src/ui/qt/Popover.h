@@ -3,8 +3,8 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
-#include "ui/MenuBarPopover.h"
-#include "ui/ViewContext.h"
+#include "ui/components/ViewContext.h"
+#include "ui/window/MenuBarPopover.h"
 
 namespace kestrune::ui::qt {
 

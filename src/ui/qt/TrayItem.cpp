@@ -7,7 +7,7 @@
 #include <QPainterPath>
 
 #include "platform/desktop/SessionBus.h"
-#include "ui/MenuBarLabel.h"
+#include "ui/window/MenuBarLabel.h"
 
 namespace kestrune::ui::qt {
 namespace {

@@ -5,12 +5,12 @@
 
 #include <QSystemTrayIcon>
 
+#include "platform/desktop/EmbeddingTray.h"
 #include "platform/desktop/StatusNotifierHosts.h"
 #include "providers/CPUProvider.h"
 #include "runtime/MainLoop.h"
 #include "runtime/Published.h"
 #include "texts/LocaleFormats.h"
-#include "ui/qt/EmbeddingTray.h"
 
 class QMenu;
 
@@ -40,7 +40,7 @@ class TrayItem {
   std::function<void(const QRect& item)> onClick_;
   // Its protocol is settled for good when the first one is made, by what trays there are then.
   std::optional<QSystemTrayIcon> icon_;
-  EmbeddingTray embedding_;
+  desktop::EmbeddingTray embedding_;
   std::optional<desktop::StatusNotifierHosts> hosts_;
   std::string shownLoad_;
   QObject pending_;  // what is still to be called, ends with the item

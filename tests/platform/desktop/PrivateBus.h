@@ -9,9 +9,9 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
-#include "platform/audio/ChildProcess.h"
 #include "platform/desktop/DBusNotifications.h"
-#include "platform/linux/TemporaryFolder.h"
+#include "platform/linux/audio/ChildProcess.h"
+#include "support/TemporaryFolder.h"
 
 namespace kestrune::test {
 

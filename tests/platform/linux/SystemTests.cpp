@@ -9,13 +9,13 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "TemporaryFolder.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/TerminationSignals.h"
-#include "platform/linux/UserFolders.h"
+#include "platform/linux/program/TerminationSignals.h"
+#include "platform/linux/program/UserFolders.h"
 #include "support/ScriptedPlatform.h"
+#include "support/TemporaryFolder.h"
 
-namespace kestrune::linux_platform {
+namespace kestrune::platform {
 namespace {
 
 TEST(TerminationSignals, comeThroughTheDescriptorAlone) {
@@ -57,7 +57,7 @@ TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
   const test::TemporaryFolder config;
   LinuxPlatform computer(test::fixture("hybrid-laptop"), config.path(), config.path());
   test::ScriptedPlatform scripted;
-  const platform::Platform platform = computer.platform(scripted.notifications, scripted.workspace);
+  const Platform platform = computer.platform(scripted.notifications, scripted.workspace);
   EXPECT_EQ(platform.chip.performanceCores(), 6);
   platform.preferences.store("key", true);
   EXPECT_TRUE(config.has("kestrune/preferences.json"));
@@ -87,4 +87,4 @@ TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
 }
 
 }  // namespace
-}  // namespace kestrune::linux_platform
+}  // namespace kestrune::platform

@@ -7,8 +7,8 @@
 #include <QWidget>
 
 #include "texts/Catalogue.h"
-#include "ui/qt/Leaf.h"
-#include "ui/qt/Theme.h"
+#include "ui/qt/mount/LeafFactory.h"
+#include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 

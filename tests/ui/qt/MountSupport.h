@@ -8,8 +8,8 @@
 #include "support/TestClock.h"
 #include "support/Views.h"
 #include "texts/Catalogue.h"
-#include "ui/qt/Theme.h"
-#include "ui/qt/ViewHost.h"
+#include "ui/qt/mount/ViewHost.h"
+#include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 

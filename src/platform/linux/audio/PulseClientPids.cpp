@@ -1,0 +1,74 @@
+#include "platform/linux/audio/PulseClientPids.h"
+
+#include <charconv>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+
+#include "platform/linux/files/Directory.h"
+#include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Files.h"
+#include "platform/linux/processes/PidStat.h"
+#include "platform/linux/processes/ProcessFiles.h"
+
+namespace kestrune::platform {
+
+PulseClientPids::PulseClientPids(std::string root) : root_(std::move(root)) {}
+
+std::int32_t PulseClientPids::pid(const PulseClient& client) {
+  // A pid that the kernel vouches for, unless it is that of a server between.
+  if (client.peerPid > 0 && !client.hasForeignPeer) return client.peerPid;
+  if (client.claimedPid < 1 || client.isOnOtherMachine) return 0;
+
+  const auto [entry, isNew] = known_.try_emplace(client.index);
+  Known& known = entry->second;
+  if (isNew || known.claimedPid != client.claimedPid || known.claimedBinary != client.claimedBinary) {
+    known = {client.claimedPid, client.claimedBinary, findOut(client)};
+  }
+  return known.pid;
+}
+
+void PulseClientPids::keepOnly(const std::vector<PulseClient>& clients) {
+  std::unordered_set<std::uint32_t> indexes;
+  for (const PulseClient& client : clients) indexes.insert(client.index);
+  std::erase_if(known_, [&](const auto& entry) { return !indexes.contains(entry.first); });
+}
+
+std::int32_t PulseClientPids::findOut(const PulseClient& client) const {
+  const std::string binary(withoutDeleted(client.claimedBinary));
+  if (runs(client.claimedPid, binary)) return client.claimedPid;
+  return binary.empty() ? 0 : findInSandbox(client.claimedPid, binary);
+}
+
+// Whether a process of that pid may be a program of that name; an empty name says nothing.
+bool PulseClientPids::runs(std::int32_t pid, const std::string& binary) const {
+  const auto text = readFile(processFile(root_, pid, "stat"));
+  const auto stat = text ? parsePidStat(*text) : std::nullopt;
+  if (!stat || stat->isKernelThread) return false;
+  if (binary.empty() || baseName(executableOf(root_, pid)) == binary) return true;
+  // The executable may be hidden; the name is not, but the kernel cuts it off.
+  return mayBeCut(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
+}
+
+std::int32_t PulseClientPids::findInSandbox(std::int32_t innerPid, const std::string& binary) const {
+  for (const std::string& entry : entryNames(below(root_, "proc"))) {
+    const auto pid = FieldScanner(entry).number<std::int32_t>();
+    if (!pid || *pid < 1 || !runs(*pid, binary)) continue;
+    const auto status = readFile(processFile(root_, *pid, "status"));
+    if (status && innermostPid(*status) == innerPid) return *pid;
+  }
+  return 0;
+}
+
+std::int32_t innermostPid(std::string_view status) {
+  constexpr std::string_view key = "\nNSpid:\t";
+  const auto start = status.find(key);
+  if (start == std::string_view::npos) return 0;
+  std::string_view pids = status.substr(start + key.size());
+  pids = pids.substr(0, pids.find('\n'));
+  const auto lastTab = pids.rfind('\t');
+  if (lastTab == std::string_view::npos) return 0;
+  return FieldScanner(pids.substr(lastTab + 1)).number<std::int32_t>().value_or(0);
+}
+
+}  // namespace kestrune::platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <algorithm>
+#include <charconv>
+#include <concepts>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+namespace kestrune::platform {
+
+// Takes a line apart, from left to right, into fields that blanks separate.
+class FieldScanner {
+ public:
+  explicit FieldScanner(std::string_view text) : rest_(text) {}
+
+  void skipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size())); }
+
+  // Empty at the end of the line.
+  std::string_view field() {
+    skipBlanks();
+    const std::string_view taken = rest_.substr(0, rest_.find(' '));
+    rest_.remove_prefix(taken.size());
+    return taken;
+  }
+
+  // The field as a number. Absent: it is none, or doesn't fit.
+  template <std::integral T>
+  std::optional<T> number() {
+    const std::string_view text = field();
+    T value{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return value;
+  }
+
+  bool atEnd() {
+    skipBlanks();
+    return rest_.empty();
+  }
+  std::string_view rest() const { return rest_; }
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace kestrune::platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include <sys/types.h>
+
+namespace kestrune::platform {
+
+// `path`, which has no leading slash, below the directory `root`.
+std::string below(const std::string& root, std::string_view path);
+
+// As `read`, tried again when a signal came in between.
+ssize_t readSome(int fd, std::span<char> buffer);
+
+// The whole file, whose size need not be known: those of the kernel tell none. Absent: it can't be read or is
+// larger than `limit` bytes. It never waits for a writer.
+std::optional<std::string> readFile(const std::string& path, std::size_t limit = std::size_t{1} << 20U);
+
+// The file's text up to the first zero byte, without blanks at either end; empty where it can't be read.
+std::string readText(const std::string& path);
+
+// Where the symbolic link leads, as it is written there; empty where it can't be read.
+std::string readLink(const std::string& path);
+
+// Without blanks, tabs and line ends at either end.
+std::string_view trimmed(std::string_view text);
+
+// What follows the last slash.
+std::string_view baseName(std::string_view path);
+
+}  // namespace kestrune::platform

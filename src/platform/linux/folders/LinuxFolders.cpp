@@ -1,0 +1,90 @@
+#include "platform/linux/folders/LinuxFolders.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <thread>
+#include <utility>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include "platform/linux/files/OpenDirectory.h"
+#include "platform/linux/folders/WholeFileSystem.h"
+#include "platform/linux/program/ThreadPriority.h"
+
+namespace kestrune::platform {
+namespace {
+
+// Kept behind the permission to see all files, where there is such a thing.
+constexpr const char* probeFile = "/Library/Application Support/com.apple.TCC/TCC.db";
+
+// Each thread holds some ten directories open, and a process may have a thousand.
+constexpr unsigned mostThreads = 32;
+constexpr unsigned mostHeldUp = 16;
+
+constexpr std::size_t listingBuffer = 65536;
+
+MeasurePool::Settings poolSettings() {
+  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
+  return {.prepare = slowDownThread, .threads = threads, .mostThreads = threads + mostHeldUp};
+}
+
+DirectoryEntry entryOf(int directory, const FileLocation& folder, const char* name, unsigned char type) {
+  DirectoryEntry entry{.location = folder.child(name), .size = {}};
+  entry.isDirectory = type == DT_DIR;
+  entry.isLink = type == DT_LNK;
+  if (type != DT_REG && type != DT_UNKNOWN) return entry;
+  const auto info = statEntry(directory, name, STATX_TYPE | STATX_SIZE);
+  if (!info) return entry;
+  entry.isDirectory = S_ISDIR(info->stx_mode);
+  entry.isLink = S_ISLNK(info->stx_mode);
+  constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
+  if (S_ISREG(info->stx_mode))
+    entry.size = static_cast<std::int64_t>(std::min<std::uint64_t>(info->stx_size, largest));
+  return entry;
+}
+
+}  // namespace
+
+LinuxFolders::LinuxFolders(ProcessEnvironment& environment, std::string root)
+    : environment_(environment), root_(std::move(root)), pool_(poolSettings()) {}
+
+FileLocation LinuxFolders::homeDirectory() {
+  const auto home = environment_.variable("HOME");
+  if (home && home->starts_with('/')) return FileLocation(*home);
+  std::vector<char> texts(16384);
+  passwd entry{};
+  passwd* found = nullptr;
+  const bool isKnown =
+      getpwuid_r(geteuid(), &entry, texts.data(), texts.size(), &found) == 0 && found != nullptr;
+  const std::string path = isKnown && found->pw_dir != nullptr ? found->pw_dir : "";
+  return path.starts_with('/') ? FileLocation(path) : FileLocation();
+}
+
+bool LinuxFolders::isReadable(const std::string& path) {
+  if (path == probeFile) return seesWholeFileSystem(root_, environment_);
+  return access(path.c_str(), R_OK) == 0;
+}
+
+std::optional<std::vector<DirectoryEntry>> LinuxFolders::contents(const FileLocation& folder,
+                                                                  bool skipsHidden) {
+  const UniqueFd directory = openDirectory(folder.path(), O_RDONLY);
+  if (!directory) return std::nullopt;
+  std::vector<DirectoryEntry> entries;
+  std::vector<char> buffer(listingBuffer);
+  const auto end = forEachEntry(directory.get(), buffer, [&](const char* name, unsigned char type) {
+    const bool isHidden = name[0] == '.';
+    if (!(skipsHidden && isHidden)) entries.push_back(entryOf(directory.get(), folder, name, type));
+    return true;
+  });
+  return end == ReadEnd::complete ? std::optional(std::move(entries)) : std::nullopt;
+}
+
+void LinuxFolders::measure(std::vector<FileLocation> folders, CancellationFlag isCancelled,
+                           MeasureDone done) {
+  pool_.measure(std::move(folders), std::move(isCancelled), std::move(done));
+}
+
+}  // namespace kestrune::platform

@@ -1,0 +1,216 @@
+#include "platform/linux/folders/SubtreeWalk.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include "platform/linux/files/OpenDirectory.h"
+#include "platform/linux/folders/FolderRules.h"
+
+namespace kestrune::platform {
+namespace {
+
+// So many of the deepest levels have their directories open, and the topmost one.
+constexpr std::size_t openLevels = 8;
+
+constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+
+DirectoryId idOf(const struct statx& info) {
+  return {.device = (std::uint64_t{info.stx_dev_major} << 32U) | info.stx_dev_minor, .inode = info.stx_ino};
+}
+
+// Kernels before 5.8 tell no mount; there a change of the device has to do.
+std::uint64_t mountOf(const struct statx& info) {
+  return (info.stx_mask & STATX_MNT_ID) != 0 ? info.stx_mnt_id : idOf(info).device;
+}
+
+// Only its owner may read a directory without leaving a trace in its times.
+UniqueFd openForReading(int directory, const char* name, bool isOwn) {
+  constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+  UniqueFd opened(openat(directory, name, flags | (isOwn ? O_NOATIME : 0)));
+  if (!opened && isOwn) opened = UniqueFd(openat(directory, name, flags));
+  return opened;
+}
+
+// Looks at the file system before reading in it. O_DIRECTORY here would make the kernel mount what is mounted
+// on demand.
+UniqueFd openRootOfMount(int directory, const char* name, bool isOwn) {
+  const UniqueFd root(openat(directory, name, O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  struct statfs info {};
+  if (!root || fstatfs(root.get(), &info) != 0) return {};
+  if (isKernelFileSystem(static_cast<std::uint32_t>(info.f_type))) return {};
+  return openForReading(root.get(), ".", isOwn);
+}
+
+bool isOwn(const struct statx& info) {
+  const uid_t user = geteuid();
+  return user == 0 || info.stx_uid == user;
+}
+
+}  // namespace
+
+void SubtreeWalk::begin(const FileLocation& folder) {
+  const UniqueFd parent = openDirectory(folder.parent().path(), O_PATH);
+  if (!parent) return;
+  const std::string name(folder.path() == "/" ? "." : folder.name());
+  auto level = opened(parent.get(), name.c_str(), std::nullopt);
+  if (!level) return;
+  readEntries(*level);
+  push(*std::move(level));
+}
+
+void SubtreeWalk::begin(Level part) {
+  push(std::move(part));
+}
+
+bool SubtreeWalk::step() {
+  while (unfinished_ > 0 && levels_.back().next == levels_.back().names.size()) leave();
+  if (unfinished_ == 0 || isStopped()) return false;
+  Level& top = levels_.back();
+  const std::size_t nameAt = top.next;
+  top.next = top.names.find('\0', nameAt) + 1;
+  if (top.next == top.names.size()) --unfinished_;
+  enter(top, nameAt);
+  return unfinished_ > 0;
+}
+
+bool SubtreeWalk::isStopped() const {
+  return around_.isCancelled.load(std::memory_order_relaxed) ||
+         around_.isClosing.load(std::memory_order_relaxed);
+}
+
+void SubtreeWalk::push(Level level) {
+  if (level.next == level.names.size()) return;
+  ++unfinished_;
+  levels_.push_back(std::move(level));
+  const std::size_t top = levels_.size() - 1;
+  if (top > openLevels) levels_[top - openLevels].directory = UniqueFd();
+}
+
+void SubtreeWalk::enter(const Level& upper, std::size_t nameAt) {
+  auto level = opened(upper.directory.get(), &upper.names[nameAt], upper.mount);
+  if (!level) return;
+  level->nameInUpper = nameAt;
+  readEntries(*level);
+  push(*std::move(level));
+}
+
+// Absent: it is no directory, or none to go into.
+std::optional<SubtreeWalk::Level> SubtreeWalk::opened(int upper, const char* name,
+                                                      std::optional<std::uint64_t> mountOfUpper) {
+  constexpr unsigned mask = STATX_TYPE | STATX_UID | STATX_INO | STATX_MNT_ID;
+  const auto info = statEntry(upper, name, mask);
+  if (!info || !S_ISDIR(info->stx_mode)) return std::nullopt;
+  Level level;
+  level.id = idOf(*info);
+  level.mount = mountOf(*info);
+  if (level.mount == mountOfUpper) {
+    level.directory = openForReading(upper, name, isOwn(*info));
+  } else if (around_.mounts.enter(level.id)) {
+    level.directory = openRootOfMount(upper, name, isOwn(*info));
+  }
+  return level.directory ? std::optional(std::move(level)) : std::nullopt;
+}
+
+void SubtreeWalk::readEntries(Level& level) {
+  const int directory = level.directory.get();
+  forEachEntry(directory, around_.buffer, [&](const char* name, unsigned char type) {
+    around_.entries.store(around_.entries.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+    if (isStopped()) return false;
+    add(directory, name, type, level.names);
+    return true;
+  });
+}
+
+void SubtreeWalk::add(int directory, const char* name, unsigned char type, std::string& names) {
+  bool isDirectory = type == DT_DIR;
+  if (type == DT_REG || type == DT_UNKNOWN) {
+    const auto info = statEntry(directory, name, STATX_TYPE | STATX_SIZE);
+    if (!info) return;
+    isDirectory = type == DT_UNKNOWN && S_ISDIR(info->stx_mode);
+    if (S_ISREG(info->stx_mode) && info->stx_size > 0) {
+      ++found_.files;
+      found_.bytes += std::min<std::uint64_t>(info->stx_size, largest - found_.bytes);
+    }
+  }
+  if (isDirectory && !isPackage(name)) (names += name) += '\0';
+}
+
+// The deepest level is done.
+void SubtreeWalk::leave() {
+  const Level child = std::move(levels_.back());
+  levels_.pop_back();
+  Level& top = levels_.back();
+  if (top.directory) return;
+  top.directory = reopened(levels_.size() - 1, child.directory);
+  if (!top.directory) drop(top);
+}
+
+// Back up from the child, which saves the way down; but that leads elsewhere if somebody has moved the child.
+UniqueFd SubtreeWalk::reopened(std::size_t level, const UniqueFd& child) const {
+  constexpr int flags = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+  const auto isLevel = [&](const UniqueFd& directory) {
+    struct statx info {};
+    return directory && statx(directory.get(), "", AT_EMPTY_PATH, STATX_INO, &info) == 0 &&
+           idOf(info) == levels_[level].id;
+  };
+  if (child) {
+    UniqueFd parent(openat(child.get(), "..", flags));
+    if (isLevel(parent)) return parent;
+  }
+  std::size_t upper = level;
+  while (!levels_[upper].directory) --upper;  // the topmost one is open
+  UniqueFd at;
+  for (std::size_t i = upper + 1; i <= level; ++i) {
+    const int from = at ? at.get() : levels_[upper].directory.get();
+    at = UniqueFd(openat(from, &levels_[i - 1].names[levels_[i].nameInUpper], flags));
+    if (!at) return {};
+  }
+  return isLevel(at) ? std::move(at) : UniqueFd();
+}
+
+// What can't be reached any more is left out.
+void SubtreeWalk::drop(Level& level) {
+  if (level.next == level.names.size()) return;
+  level.next = level.names.size();
+  --unfinished_;
+}
+
+std::optional<SubtreeWalk::Level> SubtreeWalk::split() {
+  const std::size_t count = levels_.size();
+  const std::size_t firstOpen = count > openLevels ? count - openLevels : 1;
+  const auto take = [&](std::size_t index) {
+    Level& level = levels_[index];
+    const bool hasNames = level.directory && level.next < level.names.size();
+    return hasNames ? takeHalf(level, unfinished_ > 1) : std::nullopt;
+  };
+  if (count == 0) return std::nullopt;
+  auto part = take(0);
+  for (std::size_t i = firstOpen; i < count && !part; ++i) part = take(i);
+  return part;
+}
+
+std::optional<SubtreeWalk::Level> SubtreeWalk::takeHalf(Level& level, bool mayTakeAll) {
+  const std::size_t middle = level.next + (level.names.size() - level.next) / 2;
+  std::size_t cut = level.names.find('\0', middle) + 1;
+  if (cut == level.names.size()) {
+    // The middle lies in the last name; that one is given, or all if it is the only one.
+    cut = level.names.rfind('\0', cut - 2) + 1;  // npos + 1 is 0
+    cut = std::max(cut, level.next);
+    if (cut == level.next && !mayTakeAll) return std::nullopt;
+  }
+  Level part{.directory = UniqueFd(fcntl(level.directory.get(), F_DUPFD_CLOEXEC, 0)),
+             .id = level.id,
+             .mount = level.mount,
+             .names = level.names.substr(cut)};
+  if (!part.directory) return std::nullopt;
+  level.names.resize(cut);
+  if (level.next == cut) --unfinished_;
+  return part;
+}
+
+}  // namespace kestrune::platform

@@ -1,0 +1,56 @@
+#include "platform/linux/memory/MemInfo.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/linux/files/FieldScanner.h"
+
+namespace kestrune::platform {
+namespace {
+
+struct Line {
+  std::string_view name;
+  std::optional<std::uint64_t> MemInfo::*field;
+};
+
+constexpr std::array<Line, 10> lines = {{{"MemTotal", &MemInfo::memTotal},
+                                         {"MemAvailable", &MemInfo::memAvailable},
+                                         {"MemFree", &MemInfo::memFree},
+                                         {"Buffers", &MemInfo::buffers},
+                                         {"Cached", &MemInfo::cached},
+                                         {"Shmem", &MemInfo::shmem},
+                                         {"AnonPages", &MemInfo::anonPages},
+                                         {"Zswap", &MemInfo::zswap},
+                                         {"SwapTotal", &MemInfo::swapTotal},
+                                         {"SwapFree", &MemInfo::swapFree}}};
+
+void parseLine(std::string_view line, MemInfo& info) {
+  const auto colon = line.find(':');
+  if (colon == std::string_view::npos) return;
+  const auto* const known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
+  if (known == lines.end()) return;
+  info.*(known->field) = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
+}
+
+}  // namespace
+
+MemInfo parseMemInfo(std::string_view text) {
+  MemInfo info;
+  while (!text.empty()) {
+    const auto end = text.find('\n');
+    // A line without its end may have lost digits.
+    if (end == std::string_view::npos) break;
+    parseLine(text.substr(0, end), info);
+    text.remove_prefix(end + 1);
+  }
+  return info;
+}
+
+std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat) {
+  FieldScanner fields(mmStat.substr(0, mmStat.find('\n')));
+  fields.field();  // size of the data as it was
+  fields.field();  // size of the data compressed
+  return fields.number<std::uint64_t>();
+}
+
+}  // namespace kestrune::platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/WiFi.h"
+#include "platform/linux/network/Nl80211.h"
+
+namespace kestrune::platform {
+
+// What there is to ask about wireless interfaces. Main thread.
+class RadioSource {
+ public:
+  virtual ~RadioSource() = default;
+  // All of this process's network namespace, in the kernel's order. Absent: they can't be read.
+  virtual std::optional<std::vector<RadioInterface>> interfaces() = 0;
+  // The name of the network that the interface is a client of, by what it heard. Absent: none, or hidden.
+  virtual std::optional<std::string> heardSsid(std::uint32_t interfaceIndex) = 0;
+};
+
+// nl80211, which needs no privilege.
+std::unique_ptr<RadioSource> makeNl80211Source();
+
+// The wireless interfaces. The default one is the first that is associated with a network as its client, or
+// else the first that could be; access points and the like are none. Only a machine with a radio, by
+// sys/class/ieee80211 below `root`, is asked any further.
+class LinuxWiFi final : public WiFi {
+ public:
+  explicit LinuxWiFi(std::string root = "/", std::unique_ptr<RadioSource> radios = makeNl80211Source());
+
+  std::optional<WiFiInterface> defaultInterface() override;
+  std::vector<std::optional<std::string>> interfaceNames() override;
+
+ private:
+  std::vector<RadioInterface> interfaces();
+  bool isAssociated(const RadioInterface& interface) const;
+
+  std::string root_;
+  std::unique_ptr<RadioSource> radios_;
+};
+
+}  // namespace kestrune::platform

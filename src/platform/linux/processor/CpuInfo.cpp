@@ -1,0 +1,99 @@
+#include "platform/linux/processor/CpuInfo.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <system_error>
+
+#include "platform/linux/files/Files.h"
+
+namespace kestrune::platform {
+namespace {
+
+std::string withSingleBlanks(std::string_view text) {
+  std::string tidy;
+  for (const char c : trimmed(text)) {
+    const bool isBlank = c == ' ' || c == '\t';
+    if (isBlank && tidy.ends_with(' ')) continue;
+    tidy += isBlank ? ' ' : c;
+  }
+  return tidy;
+}
+
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return std::ranges::equal(text, lowerCase, {}, lower);
+}
+
+template <class T>
+std::optional<T> number(std::string_view text) {
+  const bool isHex = text.starts_with("0x");
+  if (isHex) text.remove_prefix(2);
+  T value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, isHex ? 16 : 10);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+// Gathers line by line; what belongs to one processor comes together, and in this order.
+class Gatherer {
+ public:
+  void line(std::string_view key, std::string_view value) {
+    if (key == "processor") {
+      if (number<std::int32_t>(value)) ++info_.processors;
+    } else if (equalsIgnoringCase(key, "model name")) {
+      if (info_.modelName.empty()) info_.modelName = withSingleBlanks(value);
+    } else if (key == "Hardware") {
+      info_.hardware = withSingleBlanks(value);
+    } else if (key == "physical id") {
+      package_ = number<std::int32_t>(value);
+    } else if (key == "cpu cores") {
+      addPackage(number<std::int32_t>(value));
+    } else if (key == "CPU implementer") {
+      implementer_ = number<std::uint32_t>(value);
+    } else if (key == "CPU part") {
+      addArmCore(number<std::uint32_t>(value));
+    }
+  }
+
+  CpuInfo take() { return std::move(info_); }
+
+ private:
+  void addPackage(std::optional<std::int32_t> cores) {
+    constexpr std::int32_t most = 65536;
+    const std::int32_t package = package_.value_or(0);
+    if (!cores || *cores < 1 || *cores > most - info_.physicalCores) return;
+    if (std::ranges::find(packages_, package) != packages_.end()) return;
+    packages_.push_back(package);
+    info_.physicalCores += *cores;
+  }
+
+  void addArmCore(std::optional<std::uint32_t> part) {
+    if (!implementer_ || !part) return;
+    const ArmCore core{*implementer_, *part};
+    if (std::ranges::find(info_.armCores, core) == info_.armCores.end()) info_.armCores.push_back(core);
+  }
+
+  CpuInfo info_;
+  std::vector<std::int32_t> packages_;
+  std::optional<std::int32_t> package_;
+  std::optional<std::uint32_t> implementer_;
+};
+
+}  // namespace
+
+CpuInfo parseCpuInfo(std::string_view text) {
+  Gatherer gatherer;
+  while (!text.empty()) {
+    const auto end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    const auto colon = line.find(':');
+    if (colon != std::string_view::npos) {
+      gatherer.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+    }
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return gatherer.take();
+}
+
+}  // namespace kestrune::platform

@@ -1,0 +1,43 @@
+#include "platform/linux/processor/ProcStat.h"
+
+#include <algorithm>
+
+#include "platform/linux/files/FieldScanner.h"
+
+namespace kestrune::platform {
+namespace {
+
+constexpr std::string_view prefix = "cpu";
+constexpr std::size_t oldestStates = 4;  // what even the first kernels tell
+
+bool parseProcessor(std::string_view line, RawProcessor& processor) {
+  FieldScanner fields(line.substr(prefix.size()));
+  const auto id = fields.number<std::int32_t>();
+  if (!id || *id < 0) return false;
+  processor = {.id = *id, .ticks = {}};
+  for (std::size_t state = 0; state < rawStates; ++state) {
+    if (fields.atEnd()) return state >= oldestStates;
+    const auto ticks = fields.number<std::uint64_t>();
+    if (!ticks) return false;
+    processor.ticks[state] = *ticks;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool parseProcStat(std::string_view text, std::vector<RawProcessor>& processors) {
+  processors.clear();
+  while (text.starts_with(prefix)) {
+    const auto end = text.find('\n');
+    if (end == std::string_view::npos) return false;
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end + 1);
+    if (line.starts_with("cpu ")) continue;  // the sum of all
+    if (!parseProcessor(line, processors.emplace_back())) return false;
+  }
+  const bool isCut = text.empty() || prefix.starts_with(text);
+  return !isCut && !processors.empty();
+}
+
+}  // namespace kestrune::platform

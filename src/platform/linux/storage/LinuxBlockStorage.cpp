@@ -1,0 +1,52 @@
+#include "platform/linux/storage/LinuxBlockStorage.h"
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include <dirent.h>
+
+#include "platform/linux/files/Directory.h"
+#include "platform/linux/files/Files.h"
+#include "platform/linux/storage/BlockStat.h"
+
+namespace kestrune::platform {
+
+LinuxBlockStorage::LinuxBlockStorage(std::string root) : root_(std::move(root)) {}
+
+LinuxBlockStorage::Device LinuxBlockStorage::makeDevice(const std::string& name) const {
+  const std::string folder = below(root_, "sys/block/" + name);
+  // The hidden ones are the paths to a drive with several; what goes through them shows on the drive itself.
+  const bool isDrive = exists(folder + "/device") && readText(folder + "/hidden") != "1";
+  return {.stat = KeptFile(folder + "/stat"), .isDrive = isDrive, .last = {}};
+}
+
+std::optional<std::vector<BlockDriver>> LinuxBlockStorage::blockDrivers() {
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(below(root_, "sys/block").c_str()), closedir);
+  if (!directory) return std::nullopt;
+  for (auto& [name, device] : devices_) device.isListed = false;
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string_view name(static_cast<const char*>(entry->d_name));
+    if (name.starts_with('.')) continue;
+    auto known = devices_.find(name);
+    if (known == devices_.end()) {
+      known = devices_.emplace(std::string(name), makeDevice(std::string(name))).first;
+    }
+    known->second.isListed = true;
+  }
+  std::erase_if(devices_, [](const auto& entry) { return !entry.second.isListed; });
+
+  std::vector<BlockDriver> drivers;
+  for (auto& [name, device] : devices_) {
+    if (!device.isDrive) continue;
+    if (const auto text = device.stat.read()) {
+      const BlockDriver now = parseBlockStat(*text);
+      if (now.bytesRead) device.last.bytesRead = now.bytesRead;
+      if (now.bytesWritten) device.last.bytesWritten = now.bytesWritten;
+    }
+    drivers.push_back(device.last);
+  }
+  return drivers;
+}
+
+}  // namespace kestrune::platform

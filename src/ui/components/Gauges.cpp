@@ -1,0 +1,24 @@
+#include "ui/components/Gauges.h"
+
+#include "ui/components/Fraction.h"
+
+namespace kestrune::ui {
+
+View ThinBar::body() const {
+  return View(BarContent{.fraction = clampedFraction(fraction),
+                         .track = Color(ColorRole::primary, 0.06),
+                         .fill = color.withOpacity(0.85),
+                         .cornerRadius = 3,
+                         .animationSeconds = 0.4})
+      .height(5);
+}
+
+View DonutRing::body() const {
+  return View(RingContent{.fraction = clampedFraction(fraction),
+                          .lineWidth = lineWidth,
+                          .track = Color(ColorRole::primary, 0.07),
+                          .arc = color,
+                          .animationSeconds = 0.5});
+}
+
+}  // namespace kestrune::ui

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "settings/Preferences.h"
+#include "ui/view/View.h"
+
+namespace kestrune::ui {
+
+// Tells the user that the sandbox withholds a feature; stands in its place, on a card of its own. "Dismiss"
+// hides every such banner of the program for good: they are empty while the shared preference is false.
+struct SandboxFeatureBanner {
+  std::string title;  // both localizable
+  std::string description;
+  Preference<bool> showHints;
+
+  // The preferences must outlive the view.
+  SandboxFeatureBanner(std::string title, std::string description, Preferences& preferences);
+
+  View body() const;
+  operator View() const { return body(); }
+};
+
+}  // namespace kestrune::ui

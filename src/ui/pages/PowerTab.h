@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "ui/components/ViewContext.h"
+#include "ui/view/View.h"
+
+namespace kestrune::ui {
+
+// The page about the battery: charge, power, electrical figures, health and how both have moved. A machine
+// without a battery shows the provider's first values.
+class PowerTab final : public Component {
+ public:
+  // Reads the last week's day files.
+  explicit PowerTab(const ViewContext& context);
+
+  View body() override;
+
+ private:
+  const BatterySnapshot& battery() const { return *context_.env.battery->current; }
+  View batteryCard() const;
+  View sourceCard() const;
+  View electricalCard() const;
+  View healthCard() const;
+  View healthTrend() const;
+  View chargeHistory() const;
+
+  ViewContext context_;
+  std::vector<std::int64_t> healthPercents_;  // of the last week, as far as they are known, oldest first
+};
+
+}  // namespace kestrune::ui

@@ -1,0 +1,332 @@
+#include "ui/pages/StatsTab.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "ui/components/Card.h"
+#include "ui/components/Dashboard.h"
+#include "ui/components/Formatters.h"
+#include "ui/components/NetworkParts.h"
+#include "ui/components/TimeRange.h"
+#include "ui/view/ViewList.h"
+
+namespace kestrune::ui {
+namespace {
+
+using Mark = DayChartContent::Mark;
+
+constexpr auto leading = HorizontalAlignment::leading;
+constexpr auto centered = VerticalAlignment::center;
+constexpr double chartHeight = 130;
+constexpr double areaOpacity = 0.08;
+constexpr double peakSwatchOpacity = 0.3;
+constexpr double bytesPerMegabyte = 1048576.0;
+constexpr std::array<TimeRangeChoice, 3> ranges{{{"7 days", 7}, {"30 days", 30}, {"90 days", 90}}};
+
+std::string megabytesText(double megabytes) {
+  return formatBytes(wholeBytes(megabytes * bytesPerMegabyte));
+}
+
+std::string gigabytesText(double gigabytes) {
+  return formatGibibytes(gigabytes, 1);
+}
+
+View swatch(Color color) {
+  return spacer(0).size(10, 10).background({.fill = color, .cornerRadius = 3});
+}
+
+View legendItem(Color color, std::string caption, std::string value) {
+  return hstack(
+      5, centered,
+      views(swatch(color), text(std::move(caption)).withFont(11).withForeground(ColorRole::secondary),
+            verbatim(std::move(value)).withMonospacedDigits(14, FontWeight::medium)));
+}
+
+View summaryCard(std::string symbolName, std::string caption, std::string value) {
+  return Card{
+      vstack(
+          6, leading,
+          views(label(std::move(caption), std::move(symbolName))
+                    .withFont(11)
+                    .withForeground(ColorRole::secondary),
+                verbatim(std::move(value)).withMonospacedDigits(28, FontWeight::semibold).withLineLimit(1)))
+          .fillWidth()};
+}
+
+View chartCard(std::string title, std::string symbolName, DayChartContent chart, TextContent spoken,
+               std::vector<View> legend) {
+  auto graph = View(std::move(chart)).accessibilityElement(std::move(spoken)).height(chartHeight);
+  return Card{section(views(sectionHeader(label(std::move(title), std::move(symbolName))), std::move(graph),
+                            hstack(20, centered, std::move(legend))))};
+}
+
+// What a chart says of a day: each figure with its name.
+struct NamedFigures {
+  const char* name;  // localizable
+  std::vector<std::optional<double>> figures;
+};
+
+ReadOut sayDay(std::function<std::string(std::size_t)> title, std::vector<NamedFigures> named,
+               std::function<std::string(double)> figureText) {
+  return [title = std::move(title), named = std::move(named),
+          figureText = std::move(figureText)](std::size_t day) -> std::vector<TextContent> {
+    std::vector<TextContent> said{verbatimText(title(day) + ":")};
+    for (const auto& [name, figures] : named) {
+      if (day >= figures.size() || !figures[day]) return {};
+      said.push_back(verbatimText("  "));
+      said.push_back(key(name));
+      said.push_back(verbatimText(" " + figureText(*figures[day])));
+    }
+    return said;
+  };
+}
+
+// Megabytes are told in tenths of gigabytes where they are many.
+double dataUnit(double highest) {
+  return highest >= 1024 ? 102.4 : 1;
+}
+
+}  // namespace
+
+const char* label(StatsRange range) {
+  return ranges.at(static_cast<std::size_t>(range)).label.data();
+}
+
+int dayCount(StatsRange range) {
+  return static_cast<int>(ranges.at(static_cast<std::size_t>(range)).samples);
+}
+
+StatsTab::StatsTab(const ViewContext& context) : context_(context) {
+  loadSoon();
+}
+
+void StatsTab::select(StatsRange wanted) {
+  range.set(wanted);
+  loadSoon();
+}
+
+// The page is on screen before its files are read.
+void StatsTab::loadSoon() {
+  isLoading.set(true);
+  context_.loop.post([this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired()) load();
+  });
+}
+
+void StatsTab::load() {
+  const AppEnvironment& env = context_.env;
+  const int count = dayCount(range.get());
+  dailySummaries_ = {env.recorder->current};
+  for (int day = -1; day >= -(count - 1); --day) {
+    if (auto record = env.dayRecord(day)) dailySummaries_.push_back(*std::move(record));
+  }
+  std::ranges::stable_sort(dailySummaries_, {}, &DailySummary::date);
+  stats_.clear();
+  stats_.reserve(dailySummaries_.size());
+  for (const DailySummary& record : dailySummaries_) {
+    stats_.push_back(dayStats(record, env.startOfDay(record.date)));
+  }
+  days_.clear();
+  statsOfDay_.clear();
+  for (int day = -(count - 1); day <= 0; ++day) {
+    const auto start = env.startOfDay(day);
+    if (!start) continue;
+    const auto found = std::ranges::find(stats_, *start, &DayStats::date);
+    days_.push_back(*start);
+    statsOfDay_.push_back(found == stats_.end()
+                              ? std::nullopt
+                              : std::optional(static_cast<std::size_t>(found - stats_.begin())));
+  }
+  isLoading.set(false);
+}
+
+std::string StatsTab::csv() const {
+  return statsCSV(stats_, dailySummaries_,
+                  [&files = context_.env.dayFiles](Date date) { return files.dayName(date); });
+}
+
+StatsTab::Figures StatsTab::figures(double DayStats::*figure) const {
+  Figures values;
+  values.reserve(statsOfDay_.size());
+  for (const auto& at : statsOfDay_) {
+    values.push_back(at ? std::optional(stats_[*at].*figure) : std::nullopt);
+  }
+  return values;
+}
+
+double StatsTab::sum(double DayStats::*figure) const {
+  double total = 0;
+  for (const DayStats& day : stats_) total += day.*figure;
+  return total;
+}
+
+double StatsTab::mean(double DayStats::*figure) const {
+  return stats_.empty() ? 0 : sum(figure) / static_cast<double>(stats_.size());
+}
+
+double StatsTab::highest(double DayStats::*figure) const {
+  double most = 0;
+  for (const DayStats& day : stats_) most = std::max(most, day.*figure);
+  return most;
+}
+
+std::vector<TextContent> StatsTab::axisDays() const {
+  std::vector<TextContent> days;
+  days.reserve(days_.size());
+  for (const Date day : days_) {
+    days.push_back(verbatimText(context_.formats.shortDay(context_.env.dayFiles.dayName(day))));
+  }
+  return days;
+}
+
+std::string StatsTab::dayTitle(std::size_t day) const {
+  return day < days_.size() ? context_.formats.day(context_.env.dayFiles.dayName(days_[day])) : std::string();
+}
+
+std::string StatsTab::percent(double percentage) const {
+  return context_.formats.percent(percentage / 100, 0);
+}
+
+View StatsTab::body() {
+  std::vector<View> sections = views(titleRow());
+  if (isLoading.get()) {
+    sections.push_back(loadingState());
+  } else if (stats_.empty()) {
+    sections.push_back(emptyState());
+  } else {
+    for (auto& each : views(summary(), cpuCard(), memoryCard(), networkCard(), diskCard())) {
+      sections.push_back(std::move(each));
+    }
+  }
+  return dashboard(std::move(sections));
+}
+
+View StatsTab::titleRow() {
+  auto picker = timeRangePicker(ranges, static_cast<std::size_t>(range.get()),
+                                [this](std::size_t index) { select(static_cast<StatsRange>(index)); });
+  auto title =
+      button(label("Export CSV", "arrow.down.doc").withFont(12).paddingHorizontal(8).paddingVertical(3),
+             [this] { isExporting.set(true); })
+          .help(key("Export history data as CSV file"));
+  std::vector<View> parts = views(std::move(picker), spacer(), std::move(title));
+  if (isExporting.get()) {
+    std::string fileName = std::string("Kestrune-") + label(range.get()) + ".csv";
+    std::ranges::replace(fileName, ' ', '-');
+    parts.emplace_back(FileExportContent{.fileName = std::move(fileName),
+                                         .fileKind = key("Comma-separated text"),
+                                         .extension = "csv",
+                                         .content = csv(),
+                                         .onEnd = [this] { isExporting.set(false); }});
+  }
+  return hstack(innerSpacing, centered, std::move(parts));
+}
+
+View StatsTab::loadingState() const {
+  auto dots = hstack(5, centered, {});
+  for (int dot = 0; dot < 3; ++dot) {
+    dots.children.push_back(kestrune::ui::dot(7, ColorRole::secondary)
+                                .pulse({.from = 0.25, .to = 1, .seconds = 0.5, .delay = 0.15 * dot}));
+  }
+  return vstack(10, HorizontalAlignment::center,
+                views(std::move(dots), text("Loading history…").withForeground(ColorRole::secondary)))
+      .fillWidth(HorizontalAlignment::center)
+      .padding({.top = 60, .leading = 0, .bottom = 0, .trailing = 0});
+}
+
+View StatsTab::emptyState() const {
+  const auto small = [](const char* words) {
+    return text(words).withFont(11).withForeground(ColorRole::tertiary);
+  };
+  return vstack(10, HorizontalAlignment::center,
+                views(symbol("chart.xyaxis.line").withFont(40).withForeground(ColorRole::secondary),
+                      text("No history found for this range")
+                          .withFont(13, FontWeight::semibold)
+                          .withForeground(ColorRole::secondary),
+                      small("Kestrune records data once per minute while running."),
+                      small("All your data is keep local. Never leave a trace.")))
+      .fillWidth(HorizontalAlignment::center)
+      .padding({.top = 60, .leading = 0, .bottom = 0, .trailing = 0});
+}
+
+View StatsTab::summary() const {
+  const double total = (sum(&DayStats::networkUpMB) + sum(&DayStats::networkDownMB));
+  return cardRow(views(summaryCard("calendar", "Days recorded", std::to_string(stats_.size())),
+                       summaryCard("cpu", "Avg CPU", percent(mean(&DayStats::avgCPU))),
+                       summaryCard("cpu", "Peak CPU", percent(highest(&DayStats::peakCPU))),
+                       summaryCard("network", "Total data", megabytesText(total))));
+}
+
+View StatsTab::cpuCard() const {
+  const Figures average = figures(&DayStats::avgCPU);
+  const Figures peak = figures(&DayStats::peakCPU);
+  const double meanLoad = mean(&DayStats::avgCPU);
+  const double highestLoad = highest(&DayStats::peakCPU);
+  const auto asPercent = [&formats = context_.formats](double figure) {
+    return formats.percent(figure / 100, 0);
+  };
+  DayChartContent chart{.days = axisDays(),
+                        .series = {{Mark::area, peak, Color(ColorRole::accent, areaOpacity)},
+                                   {Mark::line, average, ColorRole::accent}},
+                        .scaleUnit = 1,
+                        .scaleText = asPercent,
+                        .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
+                                          {{"Avg", average}, {"Peak", peak}}, asPercent)};
+  return chartCard(
+      "CPU Usage", "cpu", std::move(chart),
+      keyWith("CPU usage trend. Avg %@ percent, peak %@ percent.",
+              {fmt::format("{:.0f}", meanLoad), fmt::format("{:.0f}", highestLoad)}),
+      views(legendItem(ColorRole::accent, "Avg", percent(meanLoad)),
+            legendItem(Color(ColorRole::accent, peakSwatchOpacity), "Peak", percent(highestLoad))));
+}
+
+View StatsTab::memoryCard() const {
+  const Figures average = figures(&DayStats::avgMemoryGB);
+  const Figures peak = figures(&DayStats::peakMemoryGB);
+  const std::string meanText = gigabytesText(mean(&DayStats::avgMemoryGB));
+  const std::string highestText = gigabytesText(highest(&DayStats::peakMemoryGB));
+  DayChartContent chart{.days = axisDays(),
+                        .series = {{Mark::area, peak, Color(ColorRole::purple, areaOpacity)},
+                                   {Mark::line, average, ColorRole::purple}},
+                        .scaleUnit = 0.1,
+                        .scaleText = gigabytesText,
+                        .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
+                                          {{"Avg", average}, {"Peak", peak}}, gigabytesText)};
+  return chartCard("Memory Usage", "memorychip", std::move(chart),
+                   keyWith("Memory usage trend. Avg %@, peak %@.", {meanText, highestText}),
+                   views(legendItem(ColorRole::purple, "Avg", meanText),
+                         legendItem(Color(ColorRole::purple, peakSwatchOpacity), "Peak", highestText)));
+}
+
+View StatsTab::networkCard() const {
+  return dataCard("Network Data", "network", "Network data usage chart.",
+                  {"Download", &DayStats::networkDownMB}, {"Upload", &DayStats::networkUpMB});
+}
+
+View StatsTab::diskCard() const {
+  return dataCard("Disk I/O", "internaldrive", "Disk I/O chart.", {"Read", &DayStats::diskReadMB},
+                  {"Write", &DayStats::diskWriteMB});
+}
+
+View StatsTab::dataCard(std::string title, std::string symbolName, std::string spoken,
+                        const NamedFigure& lower, const NamedFigure& upper) const {
+  const Figures below = figures(lower.figure);
+  const Figures above = figures(upper.figure);
+  double most = 0;
+  for (const DayStats& day : stats_) most = std::max(most, day.*lower.figure + day.*upper.figure);
+  DayChartContent chart{
+      .days = axisDays(),
+      .series = {{Mark::bars, below, ColorRole::accent}, {Mark::bars, above, ColorRole::orange}},
+      .scaleUnit = dataUnit(most),
+      .scaleText = megabytesText,
+      .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
+                        {{lower.name, below}, {upper.name, above}}, megabytesText)};
+  return chartCard(std::move(title), std::move(symbolName), std::move(chart), key(std::move(spoken)),
+                   views(legendItem(ColorRole::accent, lower.name, megabytesText(sum(lower.figure))),
+                         legendItem(ColorRole::orange, upper.name, megabytesText(sum(upper.figure)))));
+}
+
+}  // namespace kestrune::ui

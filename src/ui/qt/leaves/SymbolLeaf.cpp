@@ -1,0 +1,92 @@
+#include "ui/qt/leaves/SymbolLeaf.h"
+
+#include <cmath>
+
+#include <QPainter>
+
+#include "ui/qt/theme/Theme.h"
+
+namespace kestrune::ui::qt {
+namespace {
+
+// Against the size of the font: the box, and the drawing in it, which then reaches from the capitals' top to
+// about where letters end below the line.
+constexpr double boxShare = 1.2;
+constexpr double drawingShare = 1.06;
+constexpr double capitalHeightShare = 0.72;
+
+constexpr double dividerOpacity = 0.14;
+
+}  // namespace
+
+SymbolLeaf::SymbolLeaf(Theme& theme, QWidget* parent) : PaintedLeaf(theme, parent, QAccessible::Graphic) {}
+
+bool SymbolLeaf::show(const Content& content, const LeafStyle& style) {
+  const Change change = adopt(style);
+  const auto& next = std::get<SymbolContent>(content);
+  if (next != content_) {
+    content_ = next;
+    update();
+  }
+  return change == Change::font;
+}
+
+LeafMetrics SymbolLeaf::measure(Proposal) {
+  const double size = style().font.size;
+  const double side = std::round(size * boxShare);
+  // In a row aligned at the baseline its middle stands at the middle of the capitals.
+  return {{side, side}, std::round(side / 2 + size * capitalHeightShare / 2)};
+}
+
+void SymbolLeaf::paint(QPainter& painter) {
+  const double scale = devicePixelRatioF();
+  const double side = std::round(style().font.size * drawingShare);
+  // The opacity isn't part of the picture that is kept, since it may change many times a second.
+  const QPixmap picture = theme().symbol(content_.name, side, theme().color(style().foreground), scale);
+  if (picture.isNull()) return;
+  const auto aligned = [scale](double length) { return std::floor(length * scale) / scale; };
+  painter.setOpacity(style().opacity);
+  painter.drawPixmap(QPointF(aligned((width() - side) / 2), aligned((height() - side) / 2)), picture);
+}
+
+ImageLeaf::ImageLeaf(Theme& theme, QWidget* parent) : FillingLeaf(theme, parent, QAccessible::Graphic) {}
+
+bool ImageLeaf::show(const Content& content, const LeafStyle& style) {
+  adopt(style);
+  const auto& next = std::get<ImageContent>(content);
+  if (next == content_) return false;
+  content_ = next;
+  update();
+  return false;
+}
+
+void ImageLeaf::paint(QPainter& painter) {
+  const QPixmap picture =
+      theme().image(content_.name, width(), height(), theme().color(style().foreground), devicePixelRatioF());
+  if (picture.isNull()) return;
+  painter.setOpacity(style().opacity);
+  painter.drawPixmap(QPointF(0, 0), picture);
+}
+
+DividerLeaf::DividerLeaf(Theme& theme, QWidget* parent)
+    : FillingLeaf(theme, parent, QAccessible::Separator) {}
+
+bool DividerLeaf::show(const Content&, const LeafStyle& style) {
+  adopt(style);
+  return false;
+}
+
+LeafMetrics DividerLeaf::measure(Proposal proposal) {
+  return {{proposal.width.value_or(1), proposal.height.value_or(1)}, 0};
+}
+
+void DividerLeaf::paint(QPainter& painter) {
+  const double scale = devicePixelRatioF();
+  const auto middle = [scale](int length) { return std::floor((length * scale - 1) / 2) / scale; };
+  const double hair = 1 / scale;
+  const QRectF line = width() >= height() ? QRectF(0, middle(height()), width(), hair)
+                                          : QRectF(middle(width()), 0, hair, height());
+  painter.fillRect(line, color(Color(ColorRole::primary, dividerOpacity)));
+}
+
+}  // namespace kestrune::ui::qt

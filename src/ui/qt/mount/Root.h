@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <QWidget>
+
+#include "ui/qt/mount/Breathing.h"
+#include "ui/qt/mount/Scheduler.h"
+#include "ui/view/View.h"
+
+namespace kestrune::ui {
+class LayoutNode;
+}
+
+namespace kestrune::ui::qt {
+
+class MountedView;
+class Root;
+class Theme;
+
+// What every mounted view of one window shares.
+struct MountContext {
+  Theme& theme;
+  Scheduler& scheduler;
+  Breathing& breathing;
+  std::vector<Root*> roots;  // the window's areas that are laid out on their own
+};
+
+// Where a view is brought to screen as a whole: the content of a window, of a scroll view, a pane of a split
+// view.
+class Root : public QWidget {
+ public:
+  enum class Sizing : std::uint8_t {
+    fill,           // the content fills the widget
+    heightToWidth,  // the widget asks for the height that the content wants at its width
+  };
+
+  Root(MountContext& context, Sizing sizing, QWidget* parent);
+  ~Root() override;
+
+  void setContent(MountedView* content) { content_ = content; }
+  // Arranges the content anew if something in it has changed its size or `always` is set.
+  void layOut(bool always = false);
+  void noteStructureChange() { structureChanged_ = true; }
+  // The even colour behind the content; without one, what lies behind this is seen.
+  void setFill(const std::optional<Color>& fill);
+  int heightForWidth(int width) const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  MountContext& context_;
+  Sizing sizing_;
+  MountedView* content_ = nullptr;
+  std::optional<Color> fill_ = Color(ColorRole::window);
+  bool structureChanged_ = true;
+  int wantedHeight_ = -1;
+};
+
+}  // namespace kestrune::ui::qt

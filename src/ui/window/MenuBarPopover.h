@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+
+#include "settings/Preferences.h"
+#include "ui/components/ViewContext.h"
+#include "ui/view/View.h"
+
+namespace kestrune::ui {
+
+// What opens beside the item in the tray: the chosen figures as they are now, the busiest processes, and the
+// commands of the program.
+class MenuBarPopover final : public Component {
+ public:
+  // What the shell does for the popover.
+  struct Commands {
+    std::function<void()> openMainWindow;
+    std::function<void()> terminate;
+  };
+
+  MenuBarPopover(const ViewContext& context, Commands commands);
+
+  View body() override;
+
+ private:
+  View metrics() const;
+  View cpuRow() const;
+  View memoryRow() const;
+  View diskRow() const;
+  View networkRow() const;
+  View processes() const;
+  View commandColumn() const;
+
+  ViewContext context_;
+  Commands commands_;
+  Preference<bool> showCPU_;
+  Preference<bool> showMemory_;
+  Preference<bool> showDisk_;
+  Preference<bool> showNetwork_;
+  Preference<bool> showProcesses_;
+  Preference<bool> showIP_;
+  Preference<bool> showAudio_;
+};
+
+// What the audio row says: the programs that use audio, else the output device with its volume.
+TextContent audioSummary(const AudioSnapshot& audio);
+
+}  // namespace kestrune::ui

@@ -1,0 +1,143 @@
+#include <fstream>
+#include <future>
+#include <string>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/linux/folders/FolderTree.h"
+#include "platform/linux/folders/LinuxFolders.h"
+#include "platform/linux/folders/MeasurePool.h"
+#include "support/LeaveMachine.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune::platform {
+namespace {
+
+using namespace std::chrono_literals;
+using test::measured;
+
+class FolderMountTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!test::hasLeftMachine()) GTEST_SKIP() << "the kernel grants no mounts of its own";
+  }
+  ~FolderMountTest() override {
+    for (auto target = mounted_.rbegin(); target != mounted_.rend(); ++target) {
+      EXPECT_EQ(umount2(target->c_str(), MNT_DETACH), 0) << *target;
+    }
+  }
+  // False: it isn't granted here.
+  bool mountAt(const std::string& name, const char* type, const std::string& source, unsigned long flags = 0,
+               const std::string& options = {}) {
+    tree.directory(name);
+    if (mount(source.c_str(), (tree / name).c_str(), type, flags, options.c_str()) != 0) return false;
+    mounted_.push_back(tree / name);
+    return true;
+  }
+
+  test::FolderTree tree;
+
+ private:
+  std::vector<std::string> mounted_;
+};
+
+TEST_F(FolderMountTest, theKernelsOwnFileSystemsAreNothing) {
+  for (const auto* path : {"/proc", "/proc/self/fdinfo", "/sys", "/dev/pts"}) {
+    EXPECT_EQ(measured(path), FolderMeasure{}) << path;
+  }
+  tree.file("file", 1);
+  ASSERT_TRUE(mountAt("proc", nullptr, "/proc", MS_BIND | MS_REC));
+  ASSERT_TRUE(mountAt("part-of-sys", nullptr, "/sys/kernel", MS_BIND | MS_REC));
+  EXPECT_EQ(measured(tree.path()), (FolderMeasure{1, 1}));
+}
+
+TEST_F(FolderMountTest, otherFileSystemsBelowAreTakenIn) {
+  tree.file("file", 1);
+  ASSERT_TRUE(mountAt("memory", "tmpfs", "tmpfs"));
+  tree.file("memory/sub/file", 10);
+  ASSERT_TRUE(mountAt("memory/inner", "tmpfs", "tmpfs"));
+  tree.file("memory/inner/file", 100);
+  EXPECT_EQ(measured(tree.path()), (FolderMeasure{111, 3}));
+  EXPECT_EQ(measured(tree / "memory"), (FolderMeasure{110, 2}));
+}
+
+TEST_F(FolderMountTest, aSumBeyondTheLargestNumberStaysThere) {
+  ASSERT_TRUE(mountAt("memory", "tmpfs", "tmpfs"));
+  constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+  for (const auto* name : {"memory/a/file", "memory/b/file", "memory/c/file"}) {
+    tree.file(name, 0);
+    ASSERT_EQ(truncate((tree / name).c_str(), largest), 0);
+  }
+  EXPECT_EQ(measured(tree / "memory/a"), (FolderMeasure{static_cast<std::uint64_t>(largest), 1}));
+  EXPECT_EQ(measured(tree.path()), (FolderMeasure{std::numeric_limits<std::uint64_t>::max(), 3}));
+}
+
+// Each doubles the paths that lead through the tree.
+TEST_F(FolderMountTest, mountsOfOneDirectoryInEachOtherAddNothing) {
+  tree.file("top/file", 1);
+  constexpr int doublings = 10;
+  for (int i = 0; i < doublings; ++i) tree.directory("top/" + std::to_string(i));
+  for (int i = 0; i < doublings; ++i) {
+    ASSERT_TRUE(mountAt("top/" + std::to_string(i), nullptr, tree / "top", MS_BIND | MS_REC));
+  }
+  test::DrivenWalk driven;
+  auto walk = driven.walk();
+  walk.begin(FileLocation(tree / "top"));
+  while (walk.step()) {
+  }
+  EXPECT_EQ(walk.found(), (FolderMeasure{1, 1}));
+  EXPECT_EQ(driven.entries, doublings + 1U);
+}
+
+// Nobody answers for this file system, as for one whose server is gone.
+class UnansweredMount {
+ public:
+  UnansweredMount() : device_(open("/dev/fuse", O_RDWR | O_CLOEXEC)) {}
+  bool isThere() const { return static_cast<bool>(device_); }
+  std::string options() const {
+    return "fd=" + std::to_string(device_.get()) + ",rootmode=40000,user_id=0,group_id=0";
+  }
+  // Whoever waits is told that the connection is gone.
+  void end() { device_ = UniqueFd(); }
+
+ private:
+  UniqueFd device_;
+};
+
+TEST_F(FolderMountTest, aFileSystemThatHangsHoldsUpNothingElse) {
+  tree.file("fine/file", 5);
+  UnansweredMount unanswered;
+  if (!unanswered.isThere() ||
+      !mountAt("hung", "fuse", "nobody", MS_NODEV | MS_NOSUID, unanswered.options())) {
+    GTEST_SKIP() << "no file system of the test's own";
+  }
+  test::ScriptedEnvironment environment;
+  LinuxFolders folders(environment);
+  const auto listing = folders.contents(FileLocation(tree.path()), true);
+  ASSERT_TRUE(listing);
+  EXPECT_EQ(listing->size(), 2U) << "what lies beside it is listed";
+
+  std::promise<FolderMeasure> hung;
+  std::promise<FolderMeasure> fine;
+  MeasurePool pool({.threads = 1, .mostThreads = 3, .patience = 20ms});
+  const auto never = std::make_shared<std::atomic<bool>>(false);
+  const auto measure = [&](const std::string& name, std::promise<FolderMeasure>& result) {
+    pool.measure({FileLocation(tree / name)}, never,
+                 [&](std::size_t, const FolderMeasure& found) { result.set_value(found); });
+  };
+  measure("hung", hung);
+  measure("fine", fine);
+  auto hungResult = hung.get_future();
+  EXPECT_EQ(fine.get_future().get(), (FolderMeasure{5, 1}));
+  EXPECT_EQ(hungResult.wait_for(0s), std::future_status::timeout);
+  unanswered.end();
+  EXPECT_EQ(hungResult.get(), FolderMeasure{});
+}
+
+}  // namespace
+}  // namespace kestrune::platform

@@ -1,0 +1,156 @@
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <future>
+#include <mutex>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+#include "platform/linux/folders/FolderTree.h"
+#include "platform/linux/folders/MeasurePool.h"
+
+namespace kestrune::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+// What a request for some folders brings, for a thread that waits for it.
+class Results {
+ public:
+  explicit Results(std::size_t count) : measures_(count) {}
+
+  Folders::MeasureDone take() {
+    return [this](std::size_t index, const FolderMeasure& measure) {
+      const std::lock_guard lock(mutex_);
+      EXPECT_FALSE(measures_.at(index)) << "a second time";
+      measures_[index] = measure;
+      if (++done_ == measures_.size()) all_.set_value();
+    };
+  }
+  std::vector<FolderMeasure> waitForAll() {
+    all_.get_future().wait();
+    const std::lock_guard lock(mutex_);
+    std::vector<FolderMeasure> measures;
+    for (const auto& measure : measures_) measures.push_back(*measure);
+    return measures;
+  }
+  std::size_t done() {
+    const std::lock_guard lock(mutex_);
+    return done_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::optional<FolderMeasure>> measures_;
+  std::size_t done_ = 0;
+  std::promise<void> all_;
+};
+
+CancellationFlag neverCancelled() {
+  return std::make_shared<std::atomic<bool>>(false);
+}
+
+class MeasurePoolTest : public testing::Test {
+ protected:
+  FolderMeasure measure(MeasurePool& pool, const std::string& path) {
+    Results results(1);
+    pool.measure({FileLocation(path)}, neverCancelled(), results.take());
+    return results.waitForAll().front();
+  }
+
+  test::FolderTree tree;
+};
+
+TEST_F(MeasurePoolTest, measuresManyFoldersOnceEach) {
+  std::vector<FileLocation> folders;
+  for (int i = 0; i < 300; ++i) {
+    tree.file(std::to_string(i) + "/sub/file", static_cast<std::size_t>(i) + 1);
+    folders.emplace_back(tree / std::to_string(i));
+  }
+  MeasurePool pool({.threads = 4, .mostThreads = 4});
+  Results first(folders.size());
+  Results second(folders.size());
+  pool.measure(folders, neverCancelled(), first.take());
+  pool.measure(folders, neverCancelled(), second.take());
+  pool.measure({}, neverCancelled(), [](std::size_t, const FolderMeasure&) { ADD_FAILURE(); });
+  const auto measures = first.waitForAll();
+  for (std::size_t i = 0; i < measures.size(); ++i) EXPECT_EQ(measures[i], (FolderMeasure{i + 1, 1}));
+  EXPECT_EQ(second.waitForAll(), measures);
+}
+
+TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
+  std::vector<FileLocation> folders;
+  for (int i = 0; i < 50; ++i) {
+    for (int j = 0; j < 20; ++j) tree.file(std::to_string(i) + "/" + std::to_string(j) + "/file", 1);
+    folders.emplace_back(tree / std::to_string(i));
+  }
+  const auto flag = std::make_shared<std::atomic<bool>>(false);
+  MeasurePool pool({.threads = 2, .mostThreads = 2});
+  Results results(folders.size());
+  const auto take = results.take();
+  std::atomic<int> taken = 0;
+  pool.measure(folders, flag, [&](std::size_t index, const FolderMeasure& measure) {
+    if (++taken == 10) *flag = true;
+    take(index, measure);
+  });
+  const auto measures = results.waitForAll();
+  EXPECT_GE(std::ranges::count(measures, FolderMeasure{20, 20}), 10);
+  EXPECT_EQ(measures[49], FolderMeasure{});
+  EXPECT_EQ(measure(pool, folders[49].path()), (FolderMeasure{20, 20})) << "another request isn't concerned";
+}
+
+TEST_F(MeasurePoolTest, entriesMayComeAndGoMeanwhile) {
+  constexpr std::uint64_t lasting = 200;
+  for (std::uint64_t i = 0; i < lasting; ++i)
+    tree.file("lasting/" + std::to_string(i % 20) + "/" + std::to_string(i), 1);
+  std::atomic<bool> isOver = false;
+  std::thread disturber([&] {
+    for (int i = 0; !isOver; ++i) {
+      const std::string name = "passing" + std::to_string(i % 10);
+      tree.file(name + "/sub/file", 1);
+      fs::rename(tree / (name + "/sub"), tree / (name + "/moved"));
+      fs::remove_all(tree / name);
+    }
+  });
+  MeasurePool pool({.threads = 3, .mostThreads = 3});
+  for (int round = 0; round < 100; ++round) {
+    const FolderMeasure found = measure(pool, tree.path());
+    EXPECT_GE(found.files, lasting);
+    EXPECT_LE(found.files, lasting + 20) << "the ten directories may be seen before and after a change";
+  }
+  isOver = true;
+  disturber.join();
+}
+
+TEST_F(MeasurePoolTest, aThreadThatIsHeldUpIsReplacedAndMayComeBack) {
+  tree.file("a/file", 1);
+  tree.file("b/file", 2);
+  MeasurePool pool({.threads = 1, .mostThreads = 3, .patience = 5ms});
+  std::promise<void> release;
+  std::promise<void> isHeldUp;
+  pool.measure({FileLocation(tree / "a")}, neverCancelled(), [&](std::size_t, const FolderMeasure&) {
+    isHeldUp.set_value();
+    release.get_future().wait();
+  });
+  isHeldUp.get_future().wait();
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(measure(pool, tree / "b"), (FolderMeasure{2, 1}));
+  release.set_value();
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(measure(pool, tree / "a"), (FolderMeasure{1, 1}));
+}
+
+TEST_F(MeasurePoolTest, mayEndAtAnyTime) {
+  for (int i = 0; i < 100; ++i) tree.file(std::to_string(i) + "/sub/file", 1);
+  const std::size_t descriptors = test::openDescriptors();
+  for (int round = 0; round < 30; ++round) {
+    Results results(1000);
+    MeasurePool pool({.threads = 3, .mostThreads = 3});
+    pool.measure(std::vector(1000, FileLocation(tree.path())), neverCancelled(), results.take());
+    while (round % 3 > 0 && results.done() < 2) std::this_thread::yield();
+  }
+  EXPECT_EQ(test::openDescriptors(), descriptors);
+}
+
+}  // namespace
+}  // namespace kestrune::platform

@@ -1,0 +1,128 @@
+#include <filesystem>
+#include <limits>
+
+#include <gmock/gmock.h>
+
+#include "platform/linux/processor/LinuxProcessors.h"
+#include "support/TemporaryFolder.h"
+
+namespace kestrune::platform {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using Ticks = std::vector<ProcessorTicks>;
+
+constexpr std::string_view end = "intr 5 1\nctxt 7\n";
+
+class ProcessorsTest : public testing::Test {
+ protected:
+  // `lines` are those of the processors.
+  std::optional<Ticks> readWith(const std::string& lines) {
+    root.write("proc/stat", "cpu  1 1 1 1\n" + lines + std::string(end));
+    return processors.processorTicks();
+  }
+
+  test::TemporaryFolder root;
+  LinuxProcessors processors{root.path()};
+};
+
+TEST_F(ProcessorsTest, countsEachStateFromItsOwnStart) {
+  EXPECT_THAT(*readWith("cpu0 1000 100 500 9000 50 5 6 7 400 40\n"), ElementsAre(ProcessorTicks{}));
+  // user +10, nice +20, system 30 + 3 + 4 + 5, idle 40 + 2; the guests' 999 are in user and nice already.
+  EXPECT_THAT(*readWith("cpu0 1010 120 530 9040 52 8 10 12 1399 1039\n"),
+              ElementsAre(ProcessorTicks{.user = 10, .system = 42, .idle = 42, .nice = 20}));
+}
+
+TEST_F(ProcessorsTest, aCounterThatFallsAddsNothing) {
+  readWith("cpu0 10 0 10 100 50\n");
+  EXPECT_THAT(*readWith("cpu0 9 0 12 101 40\n"), ElementsAre(ProcessorTicks{.system = 2, .idle = 1}));
+}
+
+TEST_F(ProcessorsTest, beginsAnewBeforeTheSumOverflows) {
+  constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+  readWith("cpu0 0 0 0 0\ncpu1 0 0 0 0\n");
+  const std::string nearly = std::to_string(most - 10);
+  EXPECT_THAT(*readWith("cpu0 0 0 0 " + nearly + "\ncpu1 0 0 10 0\n"),
+              ElementsAre(ProcessorTicks{.idle = most - 10}, ProcessorTicks{.system = 10}));
+  EXPECT_THAT(*readWith("cpu0 0 0 0 " + nearly + "\ncpu1 0 0 11 0\n"), Each(ProcessorTicks{}));
+  EXPECT_THAT(*readWith("cpu0 3 0 0 " + nearly + "\ncpu1 0 0 11 4\n"),
+              ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 4}));
+}
+
+TEST_F(ProcessorsTest, beginsAnewWhenTheProcessorsChange) {
+  readWith("cpu0 0 0 0 0\ncpu1 0 0 0 0\n");
+  readWith("cpu0 5 0 0 0\ncpu1 0 0 0 5\n");
+  EXPECT_THAT(*readWith("cpu0 9 0 0 0\n"), ElementsAre(ProcessorTicks{})) << "unplugged";
+  EXPECT_THAT(*readWith("cpu0 10 0 0 0\n"), ElementsAre(ProcessorTicks{.user = 1}));
+  EXPECT_THAT(*readWith("cpu0 10 0 0 0\ncpu3 0 0 0 99\n"), Each(ProcessorTicks{})) << "plugged";
+  EXPECT_THAT(*readWith("cpu0 10 0 0 0\ncpu2 0 0 0 99\n"), Each(ProcessorTicks{})) << "as many, but others";
+}
+
+TEST_F(ProcessorsTest, aFailedReadLeavesTheStateAlone) {
+  EXPECT_FALSE(processors.processorTicks()) << "missing";
+  readWith("cpu0 1 0 0 1\ncpu1 1 0 0 100\n");
+  for (const char* broken : {"", "cpu  1 1 1 1\ncpu0 2 0 0 1\ncpu1 1 0 0 1", "cpu  1 1\ncpu0 2 0 0 1\n",
+                             "cpu0 2 0 0 1\ncpu1 nonsense\nintr 5\n"}) {
+    root.write("proc/stat", broken);
+    EXPECT_FALSE(processors.processorTicks()) << broken;
+  }
+  EXPECT_THAT(*readWith("cpu0 4 0 0 1\ncpu1 1 0 0 102\n"),
+              ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 2}));
+}
+
+// Adds `id + 1` ticks of user time to every processor of a fixture, so that the next reading tells which is
+// which.
+Ticks labelled(const std::string& machine) {
+  const test::TemporaryFolder root;
+  std::filesystem::copy(test::fixture(machine), root.path(), std::filesystem::copy_options::recursive);
+  LinuxProcessors processors(root.path());
+  EXPECT_THAT(*processors.processorTicks(), Each(ProcessorTicks{}));
+
+  std::istringstream before(root.read("proc/stat"));
+  std::string after;
+  for (std::string line; std::getline(before, line);) {
+    if (line.starts_with("cpu") && !line.starts_with("cpu ")) {
+      const auto blank = line.find(' ');
+      const long id = std::stol(line.substr(3));
+      const long user = std::stol(line.substr(blank));
+      line =
+          line.substr(0, blank + 1) + std::to_string(user + id + 1) + line.substr(line.find(' ', blank + 1));
+    }
+    after += line + "\n";
+  }
+  root.write("proc/stat", after);
+  return processors.processorTicks().value_or(Ticks());
+}
+
+std::vector<int> idsInOrder(const std::string& machine) {
+  std::vector<int> ids;
+  for (const ProcessorTicks& ticks : labelled(machine)) ids.push_back(ticks.user - 1);
+  return ids;
+}
+
+TEST(ProcessorsOfMachines, efficiencyCoresComeFirst) {
+  EXPECT_THAT(idsInOrder("plain-4-core-pc"), ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(idsInOrder("hybrid-laptop"),
+              ElementsAre(12, 13, 14, 15, 16, 17, 18, 19, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11));
+  EXPECT_THAT(idsInOrder("arm-two-clusters"), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7));
+  EXPECT_THAT(idsInOrder("container-offline-gaps"), ElementsAre(0, 2, 3, 8, 9, 11));
+}
+
+TEST_F(ProcessorsTest, readsWhatIsLargerThanTheBuffer) {
+  const auto lines = [](int user) {
+    std::string all;
+    for (int id = 0; id < 2048; ++id) {
+      all += "cpu" + std::to_string(id) + " " + std::to_string(user + id) +
+             " 1234567 12345678 1234567890 123456 123456 123456 0 0 0\n";
+    }
+    return all;
+  };
+  readWith(lines(1000000));
+  const auto ticks = readWith(lines(1000007));
+  ASSERT_TRUE(ticks);
+  EXPECT_THAT(*ticks, testing::AllOf(testing::SizeIs(2048), Each(ProcessorTicks{.user = 7})));
+}
+
+}  // namespace
+}  // namespace kestrune::platform

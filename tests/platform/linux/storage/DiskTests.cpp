@@ -1,0 +1,132 @@
+#include <filesystem>
+
+#include <gmock/gmock.h>
+
+#include "platform/linux/storage/LinuxBlockStorage.h"
+#include "platform/linux/storage/LinuxVolumes.h"
+#include "platform/linux/storage/MountInfo.h"
+#include "support/TemporaryFolder.h"
+
+namespace kestrune::platform {
+namespace {
+
+class LinuxBlockStorageTest : public testing::Test {
+ protected:
+  void makeDrive(const std::string& name, const std::string& stat) {
+    root.write("sys/block/" + name + "/stat", stat);
+    std::filesystem::create_directories(root / ("sys/block/" + name + "/device"));
+  }
+  std::uint64_t bytesRead() {
+    std::uint64_t sum = 0;
+    const auto drivers = storage.blockDrivers().value_or(std::vector<BlockDriver>{});
+    for (const auto& driver : drivers) sum += driver.bytesRead.value_or(0);
+    return sum;
+  }
+
+  test::TemporaryFolder root;
+  LinuxBlockStorage storage{root.path()};
+};
+
+constexpr const char* someStat =
+    "     100        5     2000       30      200        7     6000       40        0\n";
+
+TEST_F(LinuxBlockStorageTest, countsWhatHasHardwareBehindIt) {
+  makeDrive("sda", someStat);
+  makeDrive("nvme0c0n1", someStat);
+  root.write("sys/block/nvme0c0n1/hidden", "1\n");
+  for (const auto* name : {"loop0", "zram0", "dm-0", "md127", "ram1"}) {
+    root.write(std::string("sys/block/") + name + "/stat", someStat);
+  }
+  const auto drivers = storage.blockDrivers();
+  ASSERT_TRUE(drivers);
+  ASSERT_EQ(drivers->size(), 1U);
+  EXPECT_EQ(drivers->front().bytesRead, 2000U * 512);
+  EXPECT_EQ(drivers->front().bytesWritten, 6000U * 512);
+}
+
+TEST_F(LinuxBlockStorageTest, aDriveThatCannotBeReadForAMomentKeepsItsFigures) {
+  EXPECT_FALSE(storage.blockDrivers()) << "no list at all";
+  std::filesystem::create_directories(root / "sys/block/sda/device");
+  EXPECT_EQ(bytesRead(), 0U);
+  makeDrive("sda", someStat);
+  EXPECT_EQ(bytesRead(), 1024000U);
+  for (const auto* text : {"", "1 2", "1 2 -5 4 5 6 7\n", "1 2 99999999999999999999 4 5 6 x\n"}) {
+    root.write("sys/block/sda/stat", text);
+    EXPECT_EQ(bytesRead(), 1024000U) << text;
+  }
+  std::filesystem::remove_all(root / "sys/block/sda");
+  EXPECT_EQ(bytesRead(), 0U);
+  makeDrive("sda", "0 0 4 0 0 0 0\n");
+  EXPECT_EQ(bytesRead(), 2048U) << "another drive with the same name";
+}
+
+class LinuxVolumesTest : public testing::Test {
+ protected:
+  void mount(const std::string& device, const std::string& type, const std::string& source) {
+    root.write("proc/self/mountinfo", "22 27 0:21 / /proc rw - proc proc rw\n27 1 " + device +
+                                          " / / rw,relatime shared:1 - " + type + " " + source + " rw\n");
+  }
+  // As a program that has just started sees it.
+  std::optional<std::string> name() { return LinuxVolumes(root.path()).name("/"); }
+
+  test::TemporaryFolder root;
+};
+
+TEST_F(LinuxVolumesTest, aLabelNamesTheVolumeAlsoOnceItHasChanged) {
+  mount("254:1", "ext4", "/dev/vda1");
+  root.write("run/udev/data/b254:1", "E:ID_FS_LABEL=My_Disk\nE:ID_FS_LABEL_ENC=My\\x20Disk\n");
+  EXPECT_EQ(name(), "My Disk");
+  LinuxVolumes volumes(root.path());
+  root.write("run/udev/data/b254:1", "E:ID_FS_LABEL=Old\n");
+  std::filesystem::last_write_time(root / "run/udev/data/b254:1", {});
+  EXPECT_EQ(volumes.name("/"), "Old");
+  root.write("run/udev/data/b254:1", "E:ID_FS_LABEL=New\n");
+  EXPECT_EQ(volumes.name("/"), "New");
+}
+
+TEST_F(LinuxVolumesTest, fileSystemsWithNumbersOfTheirOwnAreTracedToTheirDevice) {
+  mount("0:30", "btrfs", "/dev/nvme0n1p2");
+  EXPECT_EQ(name(), "nvme0n1p2");
+  root.write("sys/class/block/nvme0n1p2/dev", "259:2\n");
+  root.write("run/udev/data/b259:2", "E:ID_FS_LABEL_ENC=fedora\n");
+  EXPECT_EQ(name(), "fedora");
+  mount("0:31", "overlay", "overlay");
+  EXPECT_EQ(name(), "overlay");
+  mount("0:31", "zfs", "tank/ROOT/debian\\040one");
+  EXPECT_EQ(name(), "tank/ROOT/debian one");
+  mount("0:31", "tmpfs", "none");
+  EXPECT_EQ(name(), "tmpfs");
+}
+
+TEST_F(LinuxVolumesTest, whatCannotBeReadHasNoName) {
+  EXPECT_EQ(name(), std::nullopt);
+  for (const auto* text :
+       {"", "27 1 254:1 / / rw -", "27 1 254:1 / /home rw - ext4 /dev/vda1 rw\n", "\\\n\n"}) {
+    root.write("proc/self/mountinfo", text);
+    EXPECT_EQ(name(), std::nullopt) << text;
+  }
+}
+
+TEST(MountInfoTest, theUppermostOfSeveralMountsCounts) {
+  const auto* text = "1 0 0:2 / / rw - rootfs rootfs rw\n2 1 8:1 / / rw - ext4 /dev/sda1 rw\n";
+  const auto mount = findMount(text, "/");
+  ASSERT_TRUE(mount);
+  EXPECT_EQ(mount->source, "/dev/sda1");
+  EXPECT_EQ(mount->device, "8:1");
+  EXPECT_EQ(unescaped("a\\040b\\x2fc\\04\\xzz\\"), "a b/c\\04\\xzz\\");
+}
+
+TEST(LinuxVolumesOnThisMachine, tellsTheRootsCapacityAndName) {
+  LinuxVolumes volumes;
+  const auto capacity = volumes.capacity("/");
+  ASSERT_TRUE(capacity);
+  const auto space = std::filesystem::space("/");
+  EXPECT_EQ(capacity->totalBytes, space.capacity);
+  EXPECT_GT(capacity->freeBytes, 0U);
+  EXPECT_LE(capacity->freeBytes, capacity->totalBytes);
+  EXPECT_NE(volumes.name("/").value_or(""), "");
+  EXPECT_FALSE(volumes.capacity("/no/such/folder"));
+}
+
+}  // namespace
+}  // namespace kestrune::platform

@@ -1,0 +1,123 @@
+#include <filesystem>
+
+#include <gmock/gmock.h>
+
+#include "platform/linux/user/JsonPreferenceStorage.h"
+#include "platform/linux/user/PreferenceDocument.h"
+#include "support/TemporaryFolder.h"
+
+namespace kestrune::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* fileName = "config/kestrune/preferences.json";
+
+class PreferenceStorageTest : public testing::Test {
+ protected:
+  PreferenceMap reloaded() { return JsonPreferenceStorage(folder / fileName).load(); }
+  std::size_t filesBesides() {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder / "config/kestrune"), {})) -
+           1;
+  }
+
+  test::TemporaryFolder folder;
+  JsonPreferenceStorage storage{folder / fileName};
+};
+
+TEST_F(PreferenceStorageTest, keepsEveryKindAsItIs) {
+  EXPECT_THAT(storage.load(), IsEmpty());
+  EXPECT_FALSE(folder.has("config")) << "reading makes nothing";
+  const PreferenceMap preferences{{"flag", true},    {"whole", std::int64_t{-9007199254740993}},
+                                  {"huge", 1e300},   {"text", std::string("caf\u00e9 \"\n")},
+                                  {"percent", 80.0}, {"languages", std::vector<std::string>{"es"}}};
+  for (const auto& [key, value] : preferences) storage.store(key, value);
+  EXPECT_EQ(reloaded(), preferences);
+  EXPECT_EQ(filesBesides(), 0U) << "no temporary file stays";
+  EXPECT_EQ(fs::status(folder / fileName).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(fs::status(folder / "config/kestrune").permissions(), fs::perms::owner_all);
+
+  storage.store("percent", std::numeric_limits<double>::quiet_NaN());
+  storage.store("bytes", std::string("\xE9"));
+  EXPECT_EQ(reloaded().at("percent"), PreferenceValue(80.0)) << "JSON knows no such number";
+  EXPECT_EQ(reloaded().at("bytes"), PreferenceValue(std::string("\uFFFD")));
+}
+
+TEST_F(PreferenceStorageTest, keepsWhatItDoesNotKnow) {
+  folder.write(fileName, R"({"a": {"deep": [1, 2.50, null]}, "mixed": ["x", 1], "n": null,
+                            "big": 18446744073709551615, "known": 1})");
+  EXPECT_EQ(storage.load(), (PreferenceMap{{"known", std::int64_t{1}}}));
+  storage.store("known", 2.0);
+  JsonPreferenceStorage(folder / fileName).store("other", true);
+  storage.store("more", false);
+  EXPECT_EQ(reloaded(), (PreferenceMap{{"known", 2.0}, {"other", true}, {"more", false}}))
+      << "what another instance stored stays";
+  const std::string text = folder.read(fileName);
+  EXPECT_THAT(text, HasSubstr("18446744073709551615"));
+  EXPECT_THAT(text, HasSubstr("\"deep\""));
+}
+
+TEST_F(PreferenceStorageTest, setsADamagedFileAsideAndSaysSoOnce) {
+  const std::string deep = "{\"a\": " + std::string(200'000, '[') + std::string(200'000, ']') + "}";
+  const std::vector<std::string> damages{"{\"a\": tr", "", "[1]", deep, "{\"a\": \"\xE9\"}"};
+  std::string previous;
+  for (std::size_t i = 0; i < damages.size(); ++i) {
+    folder.write(fileName, damages[i]);
+    JsonPreferenceStorage fresh(folder / fileName);
+    testing::internal::CaptureStderr();
+    EXPECT_THAT(fresh.load(), IsEmpty());
+    EXPECT_THAT(fresh.load(), IsEmpty());
+    fresh.store("key", static_cast<std::int64_t>(i));
+    const std::string report = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(report, '\n'), 1) << report;
+    const std::string aside =
+        std::string(fileName) + ".damaged" + (i == 0 ? "" : "." + std::to_string(i + 1));
+    EXPECT_EQ(folder.read(aside), damages[i]) << aside;
+    EXPECT_EQ(reloaded(), (PreferenceMap{{"key", static_cast<std::int64_t>(i)}}));
+  }
+}
+
+TEST_F(PreferenceStorageTest, neverReplacesWhatItCannotRead) {
+  fs::create_directories(folder / fileName);  // unreadable for everyone, also for the superuser
+  folder.write(std::string(fileName) + "/inside", "kept");
+  EXPECT_THAT(storage.load(), IsEmpty());
+  storage.store("key", true);
+  EXPECT_THAT(storage.load(), IsEmpty());
+  EXPECT_EQ(folder.read(std::string(fileName) + "/inside"), "kept");
+  EXPECT_EQ(filesBesides(), 0U);
+  JsonPreferenceStorage nowhere("");
+  nowhere.store("key", true);
+  EXPECT_THAT(nowhere.load(), IsEmpty());
+}
+
+TEST_F(PreferenceStorageTest, writesThroughALink) {
+  fs::create_directories(folder / "config/kestrune");
+  folder.write("dotfiles/real.json", R"({"old": true})");
+  fs::create_symlink("../../dotfiles/link.json", folder / fileName);
+  fs::create_symlink(folder / "dotfiles/real.json", folder / "dotfiles/link.json");
+  storage.store("new", true);
+  EXPECT_TRUE(fs::is_symlink(folder / fileName));
+  EXPECT_TRUE(fs::is_symlink(folder / "dotfiles/link.json"));
+  EXPECT_EQ(parsePreferences(folder.read("dotfiles/real.json")),
+            (PreferenceMap{{"old", true}, {"new", true}}));
+
+  fs::remove(folder / "dotfiles/real.json");
+  storage.store("again", true);
+  EXPECT_TRUE(fs::is_symlink(folder / fileName));
+  EXPECT_EQ(parsePreferences(folder.read("dotfiles/real.json")), (PreferenceMap{{"again", true}}));
+}
+
+TEST_F(PreferenceStorageTest, writesNothingWhereNothingChanges) {
+  storage.store("key", 80.0);
+  const auto written = fs::last_write_time(folder / fileName) - std::chrono::hours(1);
+  fs::last_write_time(folder / fileName, written);
+  storage.store("key", 80.0);
+  EXPECT_EQ(fs::last_write_time(folder / fileName), written);
+  storage.store("key", std::int64_t{80});
+  EXPECT_NE(fs::last_write_time(folder / fileName), written) << "an integer is another value";
+}
+
+}  // namespace
+}  // namespace kestrune::platform

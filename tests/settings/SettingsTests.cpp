@@ -1,0 +1,70 @@
+#include <gmock/gmock.h>
+
+#include "settings/Language.h"
+#include "settings/SettingsReset.h"
+#include "support/ScriptedPlatform.h"
+
+namespace kestrune {
+namespace {
+
+using namespace std::chrono_literals;
+using Texts = std::vector<std::string>;
+
+class RecordingStorage final : public platform::PreferenceStorage {
+ public:
+  platform::PreferenceMap stored;
+  std::vector<std::string> order;
+
+  platform::PreferenceMap load() override { return stored; }
+  void store(const std::string& key, const platform::PreferenceValue& value) override {
+    stored[key] = value;
+    order.push_back(key);
+  }
+};
+
+TEST(SettingsReset, writesEveryDefaultInOrderAndLeavesTheRestAlone) {
+  RecordingStorage storage;
+  storage.stored = {{"ui.sandbox.showHints", false},
+                    {"AppleLanguages", Texts{"es"}},
+                    {"alerts.cpu.threshold", std::string("80")},
+                    {"history.retentionDays", std::int64_t{90}}};
+  Preferences preferences(storage);
+  resetAllSettings(preferences);
+  EXPECT_EQ(storage.order.size(), 18U);
+  EXPECT_EQ(storage.order.front(), "metrics.cpu.menubar.enabled");
+  EXPECT_EQ(storage.order.back(), "ui.sandbox.showFolderTab");
+  EXPECT_EQ(preferences.value<double>("alerts.cpu.threshold"), 80.0);
+  EXPECT_EQ(preferences.value<std::int64_t>("history.retentionDays"), 30);
+  EXPECT_EQ(preferences.value<std::string>("alerts.memory.threshold"), "warning");
+  EXPECT_EQ(preferences.value<bool>("ui.sandbox.showHints"), false);
+  EXPECT_EQ(preferences.value<Texts>("AppleLanguages"), Texts{"es"});
+  EXPECT_EQ(storage.stored.size(), 20U);
+}
+
+TEST(Language, isSpanishOnlyIfTheFirstChoiceIs) {
+  test::ScriptedPreferences storage;
+  Preferences preferences(storage);
+  EXPECT_EQ(currentLanguage(preferences, {}), "en");
+  EXPECT_EQ(currentLanguage(preferences, {"es-AR", "en"}), "es");
+  preferences.set("AppleLanguages", Texts{"fr", "es"});
+  EXPECT_EQ(currentLanguage(preferences, {"es"}), "en");
+  preferences.set("AppleLanguages", Texts{"es-MX"});
+  EXPECT_EQ(currentLanguage(preferences, {"en"}), "es");
+  preferences.set("AppleLanguages", Texts{});
+  EXPECT_EQ(currentLanguage(preferences, {"es"}), "en");
+}
+
+TEST(Language, changingItEndsThisRunASecondAfterTheNextWasOrdered) {
+  test::ScriptedPlatform machine;
+  Preferences preferences(machine.preferences);
+  test::ScriptedApplication application;
+  setLanguage("en", machine.loop, preferences, application);
+  EXPECT_EQ(machine.preferences.stored.at("AppleLanguages"), platform::PreferenceValue(Texts{"en"}));
+  machine.advance(999ms);
+  EXPECT_THAT(application.calls, testing::ElementsAre("open"));
+  machine.advance(1ms);
+  EXPECT_THAT(application.calls, testing::ElementsAre("open", "terminate"));
+}
+
+}  // namespace
+}  // namespace kestrune
