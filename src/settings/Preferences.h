@@ -9,21 +9,22 @@
 
 #include "platform/PreferenceStorage.h"
 #include "runtime/Published.h"
+#include "settings/Settings.h"
 
 namespace kestrune {
 
-// The user's preferences: a flat store of values by key. No key exists before something has written it; each
-// reader states the default. Main thread only.
+// The user's preferences: a flat store of values by key. A key exists once it has been written; until then
+// the default of its setting applies. Main thread only.
 class Preferences {
  public:
   // Reads the storage once. The storage must outlive the preferences.
   explicit Preferences(platform::PreferenceStorage& storage);
 
-  // The stored value if it is there and of that type. A number is a Double wherever one is asked for.
+  // The stored value; absent if there is none or it has another type. An integer also counts as a double.
   template <class T>
   std::optional<T> value(const std::string& key) const;
 
-  // Stores the value at once and notifies the readers of that key.
+  // Stores the value at once and notifies the readers of the key.
   void set(const std::string& key, platform::PreferenceValue value);
 
  private:
@@ -31,7 +32,8 @@ class Preferences {
   Slot& slot(const std::string& key) const;
 
   platform::PreferenceStorage& storage_;
-  // A slot for each key that was stored or asked for. Its address stays, since readers are noted in it.
+  // A slot for each key that was stored or asked for. Readers are recorded in the slot, so its address is
+  // stable.
   mutable std::map<std::string, std::unique_ptr<Slot>> slots_;
 };
 
@@ -46,13 +48,16 @@ std::optional<T> Preferences::value(const std::string& key) const {
   return typed != nullptr ? std::optional<T>(*typed) : std::nullopt;
 }
 
-// One preference bound to its key and default, as a view declares it.
+// A setting bound to the preferences that hold it.
 template <class T>
 class Preference {
  public:
+  Preference(Preferences& preferences, const Setting<T>& setting)
+      : preferences_(&preferences), key_(setting.key), fallback_(setting.fallback) {}
   Preference(Preferences& preferences, std::string key, T fallback)
       : preferences_(&preferences), key_(std::move(key)), fallback_(std::move(fallback)) {}
 
+  // The stored value, or the setting's own if none of its type is stored.
   T get() const { return preferences_->value<T>(key_).value_or(fallback_); }
   void set(T value) const { preferences_->set(key_, std::move(value)); }
 

@@ -4,8 +4,8 @@
 
 namespace kestrune {
 
-// Writes the default of every setting, one after the other; the keys stay. The sandbox hints, the language,
-// the login item and the recorded history are left alone.
+// Writes the default of each setting in `settings::reset`, in that order; no key is removed. The sandbox
+// hints, the language, the login item and the recorded history are left alone.
 void resetAllSettings(Preferences& preferences);
 
 }  // namespace kestrune
