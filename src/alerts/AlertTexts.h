@@ -15,7 +15,7 @@ class AlertTexts {
  public:
   using Alert = platform::UserNotification;
 
-  // Both must outlive this.
+  // Both must outlive the texts.
   AlertTexts(const Catalogue& texts, LocaleFormats& formats) : texts_(texts), formats_(formats) {}
 
   Alert highCPU(std::string identifier, double thresholdPercent, double usagePercent);

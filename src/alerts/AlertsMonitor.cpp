@@ -26,15 +26,15 @@ double inGB(std::uint64_t bytes) {
   return inGB(static_cast<double>(bytes));
 }
 
-// Percent of the volume; 100 where its size is unknown. Divided last, so that a share that is a whole number
-// of percent comes out as exactly that.
+// Percent of the volume; 100 if its size is unknown. The division comes last, so that a whole number of
+// percent stays exact.
 double freePercentOf(const DiskSnapshot& disk) {
   if (disk.volumeTotalBytes == 0) return 100;
   const auto total = static_cast<double>(disk.volumeTotalBytes);
   return (total - static_cast<double>(disk.volumeUsedBytes)) * 100 / total;
 }
 
-// True once the condition that was found at `now` has lasted so long; counting begins anew then.
+// True once the condition has lasted that long at `now`; the count then restarts.
 bool hasLasted(std::optional<Date>& since, Date now, double seconds) {
   if (!since) since = now;
   if (now - *since < seconds) return false;
@@ -142,7 +142,7 @@ void AlertsMonitor::checkTotal(double usagePercent, Date now) {
   }
 }
 
-// The time runs on while the load moves from core to core.
+// The time keeps running while the load moves from core to core.
 void AlertsMonitor::checkCores(const std::vector<double>& usages, Date now) {
   const auto busiest = std::ranges::max_element(usages);
   if (busiest == usages.end() || !(*busiest >= pinnedCorePercent)) {
@@ -152,7 +152,7 @@ void AlertsMonitor::checkCores(const std::vector<double>& usages, Date now) {
   }
 }
 
-// Fires when the level changes, in whichever direction, and never again while it stays.
+// Fires when the level changes in either direction, and not again while it stays.
 void AlertsMonitor::checkMemory(const MemorySnapshot& memory) {
   if (!settings_.memoryIsEnabled.get()) {
     lastMemoryPressure_ = MemoryPressure::nominal;
@@ -181,8 +181,8 @@ void AlertsMonitor::checkDisk(const DiskSnapshot& disk, Date now) {
   diskAlertedAt_ = now;
 }
 
-// Fires once a day for a limit, and again where the limit was raised and reached anew. (The record may still
-// be the last day's for the first minute of a day.)
+// Fires once a day per limit, and again if the limit is raised and then exceeded. (For the first minute of a
+// day the record may still be the previous day's.)
 void AlertsMonitor::checkNetwork(const DailySummary& day, Date now) {
   if (!settings_.networkIsEnabled.get()) return;
   const Date today = services_.calendar.startOfDay(now);

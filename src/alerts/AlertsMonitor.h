@@ -18,8 +18,8 @@
 
 namespace kestrune {
 
-// Compares what the providers publish with the rules that the user has set, every 5 seconds, and notifies the
-// user where one fires. What the rules remember ends with the process. Main thread only.
+// Checks the user's rules against the providers' figures every 5 seconds and notifies the user when a rule
+// fires. The state of the rules is lost when the process ends. Main thread only.
 class AlertsMonitor : public std::enable_shared_from_this<AlertsMonitor> {
  public:
   struct Services {
@@ -31,31 +31,31 @@ class AlertsMonitor : public std::enable_shared_from_this<AlertsMonitor> {
     LocaleFormats& formats;
   };
 
-  // The alerts that the user can have shown as a sample.
+  // The alerts that can be shown as a sample.
   enum class Sample : std::uint8_t { cpu, memory, disk, network };
 
-  // Asks nothing yet. Loop and services must outlive the monitor.
+  // Doesn't ask for authorization yet. Loop and services must outlive the monitor.
   AlertsMonitor(MainLoop& loop, const Services& services);
-  // Ends the evaluation.
+  // Stops evaluating.
   ~AlertsMonitor();
   AlertsMonitor(const AlertsMonitor&) = delete;
   AlertsMonitor& operator=(const AlertsMonitor&) = delete;
 
-  // Evaluates the rules from now on, for the first time in 5 s. The sources are read only, and kept for as
-  // long. Rules stand still, with what they remember, while alerts are off or not allowed.
+  // Evaluates the rules every 5 s, first in 5 s. The sources are only read, and kept alive meanwhile. While
+  // alerts are off or not allowed the rules are suspended and keep their state.
   void start(std::shared_ptr<const CPUProvider> cpu, std::shared_ptr<const MemoryProvider> memory,
              std::shared_ptr<const DiskProvider> disk, std::shared_ptr<const HistoryRecorder> recorder);
 
-  // Asks whether the user allows notifications. The answer comes later.
+  // Asks whether the user allows notifications. The answer arrives later.
   void refreshAuthorization();
-  // Asks the user to allow them, and then looks what has come of it.
+  // Asks the user to allow notifications, then refreshes the authorization.
   void requestAuthorization();
   void openNotificationSettings();
 
-  // Shows one alert with made-up figures, whatever the settings say.
+  // Shows an alert with made-up figures, regardless of the settings.
   void sendTest(Sample kind);
 
-  // As last seen; rules are evaluated only while it is authorized or provisional.
+  // As of the last answer. Rules are evaluated only while it is authorized or provisional.
   Published<platform::NotificationAuthorization> authorizationStatus{
       platform::NotificationAuthorization::notDetermined};
 

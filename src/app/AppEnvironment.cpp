@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Once the main thread has turned over.
+// A task, so that it runs at the next turn of the loop.
 Task refreshAuthorization(MainLoop&, std::shared_ptr<AlertsMonitor> alerts) {
   alerts->refreshAuthorization();
   co_return;

@@ -24,11 +24,11 @@
 
 namespace kestrune {
 
-// The root of the running system: owns every long-lived object. Creating it starts the sampling. One exists
-// for the life of the process; in a test its end cancels the loops. Main thread only.
+// The root of the running system; owns every long-lived object. Creating it starts the sampling. The program
+// has one for its whole life; in a test, destroying it cancels the loops. Main thread only.
 class AppEnvironment {
  public:
-  // What the alerts need of the program around them.
+  // What the alerts need from the rest of the program.
   struct Surroundings {
     Preferences& preferences;
     const Catalogue& texts;
@@ -50,27 +50,27 @@ class AppEnvironment {
   HistoricalDataStore historyStore;
   const std::shared_ptr<AlertsMonitor> alerts;
 
-  // The day that the dashboards look at; absent means today, live. Never today's date or a later one.
+  // The day that the dashboards show; absent means live. Never today or later.
   Published<std::optional<Date>> selectedDate;
 
-  // Whether the day before the selected one, or before today, has a file.
+  // True if the day before the selected one (or before today) has a file.
   bool canGoBack() const;
   // The record in the file of the day so many days from today; a day without a readable file has none.
   std::optional<DailySummary> dayRecord(int days) const;
   Date startOfDay(Date date) const;
-  // Of the day so many days from today; absent where the calendar ends.
+  // The start of the day `days` from today; absent if out of the calendar's range.
   std::optional<Date> startOfDay(int days) const;
   bool isYesterday(Date date) const;
-  // What the clock on the wall showed then, in seconds after 0:00.
+  // The local time of day, in seconds after 0:00.
   int secondOfDay(Date date) const;
   // How long the machine has been running.
   SystemUptime uptime() const;
 
-  // Moves the selected day by so many calendar days. Today or later becomes absent.
+  // Moves the selected day by `days`; from today on, selects none (live).
   void shiftSelectedDate(int days);
 
  private:
-  // The providers that list processes share one walk.
+  // Shares one walk of the process table between the providers that list processes.
   AppEnvironment(MainLoop& loop, const platform::Platform& platform, const Surroundings& surroundings,
                  const std::shared_ptr<ProcessScanCache>& scans);
 

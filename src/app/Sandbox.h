@@ -4,8 +4,8 @@
 
 namespace kestrune {
 
-// Whether this is a sandboxed run: the environment holds "APP_SANDBOX_CONTAINER_ID", whatever its value. Read
-// once where the program is put together; views consult the answer, samplers never do.
+// True if the environment contains "APP_SANDBOX_CONTAINER_ID", with any value. Read once at startup; only
+// views use the answer, samplers never do.
 bool isSandboxed(platform::ProcessEnvironment& environment);
 
 }  // namespace kestrune

@@ -9,8 +9,8 @@
 
 namespace kestrune {
 
-// Values that other threads bring to one task. Shared by both sides; it may outlive the loop, and then nobody
-// hears of what still comes.
+// Hands values from other threads to one task. Shared by both sides. It may outlive the loop; values added
+// after that are never taken.
 template <class T>
 class Arrivals {
  public:
@@ -40,8 +40,8 @@ class Arrivals {
     Arrivals& arrivals_;
   };
 
-  // co_await arrivals.take(): all that has come since the last time, in order, at least one value. Goes on at
-  // a later turn of the loop even if there are values now, so that what comes in one turn is taken together.
+  // co_await arrivals.take(): all values added since the last call, in order; at least one. Always resumes at
+  // a later turn of the loop, so that values added during one turn are taken together.
   Take take() { return Take(*this); }
 
  private:
@@ -66,7 +66,8 @@ class Arrivals {
   std::shared_ptr<MainLoop::Inbox> inbox_;
   std::mutex mutex_;
   std::vector<T> values_;
-  std::optional<MainLoop::Ticket> waiting_;  // of the task, while it waits for a value
+  // Set while the task waits for a value.
+  std::optional<MainLoop::Ticket> waiting_;
 };
 
 }  // namespace kestrune

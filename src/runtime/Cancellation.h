@@ -5,7 +5,7 @@
 
 namespace kestrune {
 
-// Tells whoever works for a task, on any thread, that the task has been cancelled. It outlives the task.
+// Lets any thread see whether a task has been cancelled. May outlive the task.
 using CancellationFlag = std::shared_ptr<const std::atomic<bool>>;
 
 }  // namespace kestrune

@@ -7,8 +7,8 @@ namespace kestrune {
 // Ends the process with one line on standard error that names what overflowed.
 [[noreturn]] void endOnOverflow(const char* what);
 
-// Integer arithmetic on counters of the platform. A result that doesn't fit ends the process: a wrapped
-// figure would be shown, recorded and alerted on as if it were true.
+// Integer arithmetic on platform counters. Overflow ends the process, because a wrapped figure would be
+// shown, recorded and alerted on as if it were true.
 template <std::integral T>
 T checkedAdd(T a, T b, const char* what) {
   T result{};

@@ -8,8 +8,8 @@ namespace kestrune {
 
 using Duration = std::chrono::nanoseconds;
 
-// An instant of the continuous clock, counted from an arbitrary start. The clock never steps, whatever
-// happens to the wall clock, and goes on while the machine sleeps.
+// An instant of the continuous clock, counted from an arbitrary start. The clock never steps, even if the
+// wall clock does, and continues while the machine is suspended.
 using ContinuousTime = std::chrono::nanoseconds;
 
 // Both clocks of the machine. Any thread may read them.

@@ -15,7 +15,7 @@ struct Date {
   friend constexpr Date operator+(Date date, double interval) { return {date.seconds + interval}; }
 };
 
-// Earlier than any date that a clock delivers: 0001-01-01.
+// 0001-01-01: earlier than any date that a clock returns.
 inline constexpr Date Date::distantPast{-63114076800.0};
 
 // The reference instant of Date on the Unix time scale.

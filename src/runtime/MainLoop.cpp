@@ -22,7 +22,7 @@ MainLoop::~MainLoop() {
     inbox_->waker_ = nullptr;
     unrun.swap(inbox_->jobs_);
   }
-  // What the jobs hold may post or set timers as it goes; the loop must still be whole then.
+  // Destroying a job may post jobs or set timers, so the loop must still be intact.
   unrun.clear();
   std::exchange(timers_, {}).clear();
   std::exchange(parked_, {}).clear();
@@ -46,7 +46,7 @@ MainLoop::Ticket MainLoop::park(Job job) {
 }
 
 void MainLoop::redeem(const std::shared_ptr<Inbox>& inbox, MainLoop* loop, Ticket ticket) {
-  // The job runs on the loop, if the loop still is.
+  // Runs on the loop's thread, and only while the loop exists.
   inbox->post([loop, ticket] {
     auto parked = loop->parked_.extract(ticket);
     if (!parked.empty()) parked.mapped()();

@@ -16,23 +16,23 @@ namespace kestrune {
 
 using Job = std::function<void()>;
 
-// What ends the wait of the thread that drives a loop.
+// Wakes the thread that drives a loop.
 class LoopWaker {
  public:
   virtual ~LoopWaker() = default;
   // Makes the driver run the loop soon. Any thread.
   virtual void wake() = 0;
-  // Makes the driver run the loop at that time; absent: no timer is pending. Main thread.
+  // Makes the driver run the loop at `deadline`; absent: no timer is pending. Main thread.
   virtual void setDeadline(std::optional<ContinuousTime> deadline) = 0;
-  // Called before a run: what woke the driver so far has been seen. Main thread.
+  // Clears all wake-ups so far. Called at the start of each run. Main thread.
   virtual void acknowledge() = 0;
 };
 
-// The one main thread's queue of jobs and its timers on the continuous clock. It waits for nothing
-// itself: whoever drives it calls `run` whenever the waker says so. Main thread only, except for `Inbox`.
+// The main thread's queue of jobs and its timers on the continuous clock. It never blocks: the driver calls
+// `run` whenever the waker asks for it. Main thread only, except for `Inbox`.
 class MainLoop {
  public:
-  // The loop's side that other threads see. It outlives the loop; what comes after the loop's end is dropped.
+  // The side of the loop that other threads use. May outlive the loop; jobs posted after its end are dropped.
   class Inbox {
    public:
     // Any thread.
@@ -45,7 +45,8 @@ class MainLoop {
     LoopWaker* waker_ = nullptr;
   };
 
-  // A pending timer: fires by deadline, then in the order in which timers were set.
+  // A pending timer. Timers fire by deadline; those with the same deadline, in the order in which they were
+  // set.
   struct TimerId {
     ContinuousTime deadline{};
     std::uint64_t sequence = 0;
@@ -60,7 +61,7 @@ class MainLoop {
   MainLoop(const MainLoop&) = delete;
   MainLoop& operator=(const MainLoop&) = delete;
 
-  // Runs `job` at the loop's next turn, after all that was posted before.
+  // Runs `job` at the next turn, after all jobs posted before it.
   void post(Job job) { inbox_->post(std::move(job)); }
   const std::shared_ptr<Inbox>& inbox() const { return inbox_; }
 
@@ -69,16 +70,16 @@ class MainLoop {
   // True if the timer was still pending.
   bool cancelTimer(const TimerId& timer);
 
-  // Keeps `job` on the main thread until some thread redeems the ticket; then it runs at the loop's next
-  // turn. A ticket that is never redeemed ends with the loop.
+  // Keeps `job` on the main thread until some thread redeems the ticket; the job then runs at the next turn.
+  // A job whose ticket is never redeemed is destroyed with the loop.
   Ticket park(Job job);
   static void redeem(const std::shared_ptr<Inbox>& inbox, MainLoop* loop, Ticket ticket);
 
-  // One turn: the timers that are due, then the jobs that are waiting. What the jobs add waits for the next
-  // turn, so that a chain of them can't shut out the driver's other work.
+  // One turn: the timers that are due, then the waiting jobs. Jobs added meanwhile wait for the next turn, so
+  // that a chain of jobs can't starve the driver's other work.
   void run();
 
-  // When `run` has to be called next at the latest, if no job is posted before.
+  // The latest time for the next `run` if no job is posted before.
   std::optional<ContinuousTime> nextDeadline() const;
   bool hasJobs() const;
 

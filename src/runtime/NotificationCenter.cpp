@@ -18,7 +18,7 @@ void NotificationCenter::post(std::string_view name, const std::any& object) {
     if (entry.name == name) addressed.push_back(id);
   }
   for (const auto id : addressed) {
-    // A handler may end its own subscription or another's.
+    // A handler may unsubscribe itself or others.
     const auto found = entries_.find(id);
     if (found == entries_.end() || found->second.token.expired()) continue;
     const Handler handler = found->second.handler;

@@ -10,13 +10,13 @@
 
 namespace kestrune {
 
-// Messages by name between parts of the program that don't know each other. Delivered at once, in the order
-// of subscription. Main thread only.
+// Named messages between parts of the program that don't know each other. Delivered synchronously, in the
+// order of subscription. Main thread only.
 class NotificationCenter {
  public:
   using Handler = std::function<void(const std::any& object)>;
 
-  // Ends its delivery when it goes. It may outlive the centre.
+  // Unsubscribes when destroyed. May outlive the centre.
   class Subscription {
    public:
     Subscription() = default;

@@ -6,9 +6,9 @@
 
 namespace kestrune {
 
-// The loop of every sampler: sleeps for `interval`, then ticks, until it is cancelled. The subject is held
-// weakly and is let alone while its `paused` is true. Intervals count from the end of one tick to the start
-// of the next. A cancelled loop can do one last tick, since a cancelled sleep counts as a finished one.
+// The loop of every sampler: sleeps for `interval`, then ticks, until cancelled. The subject is held weakly
+// and doesn't tick while `paused` is true. Intervals run from the end of one tick to the start of the next. A
+// cancelled loop may tick once more, because cancelling only ends the sleep early.
 template <class Subject>
 Task pollingLoop(MainLoop&, std::weak_ptr<Subject> subject, Duration interval) {
   while (!co_await isCancelled()) {
@@ -17,8 +17,8 @@ Task pollingLoop(MainLoop&, std::weak_ptr<Subject> subject, Duration interval) {
   }
 }
 
-// The contract of `start(interval)` that all samplers share: ends the loop that is there, does the priming
-// step, then creates the new loop and keeps it in `task`.
+// What `start(interval)` does in every sampler: cancels the previous loop, calls `prime`, then starts the new
+// loop and stores it in `task`.
 template <class Subject, class Prime>
 void startPolling(MainLoop& loop, const std::shared_ptr<Subject>& subject, Task& task, Duration interval,
                   Prime prime) {

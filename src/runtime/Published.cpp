@@ -5,7 +5,7 @@
 namespace kestrune {
 namespace {
 
-// The innermost evaluation on this thread. It belongs to the call stack: a Scope sets it and puts it back.
+// The innermost evaluation on this thread. Follows the call stack: a Scope sets it and restores it.
 thread_local Dependencies* current = nullptr;
 
 }  // namespace
@@ -51,7 +51,7 @@ void Observable::noteRead() const {
 }
 
 void Observable::notifyReaders() {
-  // A reader that is told leaves the list, and its callback may take others with it.
+  // A notified reader leaves the list, and its callback may remove others.
   while (!readers_.empty()) readers_.back()->sourceChanged();
 }
 

@@ -9,8 +9,8 @@ namespace kestrune {
 
 class Observable;
 
-// Which observables one evaluation has read. As soon as one of them changes, `onChange` is called, once,
-// until the next evaluation; it must not evaluate at once but see to it that this happens later. Main thread
+// Records which observables an evaluation has read. When the first of them changes, `onChange` is called, and
+// then not again before the next evaluation. It must not evaluate itself, only schedule that. Main thread
 // only.
 class Dependencies {
  public:
@@ -19,8 +19,8 @@ class Dependencies {
   Dependencies(const Dependencies&) = delete;
   Dependencies& operator=(const Dependencies&) = delete;
 
-  // Forgets what was read before and evaluates `body`, noting what it reads. Evaluations nest; each notes its
-  // own.
+  // Forgets earlier reads, then evaluates `body` and records what it reads. Evaluations nest; each records
+  // its own reads.
   template <class Body>
   auto track(Body&& body) {
     clear();
@@ -28,7 +28,7 @@ class Dependencies {
     return std::forward<Body>(body)();
   }
 
-  // Evaluates `body` without noting in any surrounding evaluation what it reads.
+  // Evaluates `body` without recording its reads in any enclosing evaluation.
   template <class Body>
   static auto untracked(Body&& body) {
     const Scope scope(nullptr);
@@ -41,7 +41,7 @@ class Dependencies {
  private:
   friend class Observable;
 
-  // Stands for the evaluation that is under way on this thread, as a stack frame does.
+  // Marks an evaluation as the current one for as long as the scope exists.
   class Scope {
    public:
     explicit Scope(Dependencies* dependencies);
@@ -61,7 +61,7 @@ class Dependencies {
   std::function<void()> onChange_;
 };
 
-// What Dependencies watch.
+// A source of changes that Dependencies can watch.
 class Observable {
  public:
   Observable() = default;
@@ -78,8 +78,8 @@ class Observable {
   mutable std::vector<Dependencies*> readers_;
 };
 
-// A property whose readers are told of its changes. A value of a comparable type notifies only when it really
-// differs, any other (a snapshot, a ring) at each assignment.
+// A property that notifies its readers of changes: a comparable type only if the value differs, any other
+// type (a snapshot, a ring) at each assignment.
 template <class T>
 class Published : public Observable {
  public:
@@ -101,7 +101,7 @@ class Published : public Observable {
     notifyReaders();
   }
 
-  // Changes the value in place, for what is too large to be copied for a small change, and notifies.
+  // Changes the value in place and notifies. For values too large to copy for a small change.
   template <class Change>
   void modify(Change&& change) {
     std::forward<Change>(change)(value_);

@@ -15,14 +15,14 @@
 
 namespace kestrune {
 
-// A handle on a coroutine that runs on the main loop. Copies name the same task; dropping all of them
+// A handle to a coroutine that runs on the main loop. Copies refer to the same task; dropping all of them
 // does not end it. A coroutine function takes the loop as its first parameter:
 //
 //   Task refresh(MainLoop& loop, std::weak_ptr<Thing> thing) { co_await sleep(1s); … }
 //
-// The body begins at the loop's next turn and always runs on the main thread. Cancelling is cooperative: it
-// sets a flag and ends a sleep early; the body looks at the flag where it can stop. A task that still is
-// suspended when the loop ends is destroyed with it.
+// The body starts at the loop's next turn and always runs on the main thread. Cancelling is cooperative: it
+// sets a flag and ends a sleep early; the body checks the flag where it can stop. A task that is still
+// suspended when the loop is destroyed is destroyed with it.
 class Task {
  public:
   class State;
@@ -42,8 +42,8 @@ class Task {
 
 class Task::State : public std::enable_shared_from_this<State> {
  public:
-  // The right to go on with the body, once, held by what the task waits for. If that goes without using it,
-  // nothing can go on with the body any more, and it goes too, whoever still has a handle on the task.
+  // The right to resume the coroutine, used once. If it is destroyed unused, the frame is destroyed too, even
+  // if handles to the task remain.
   class Resumption {
    public:
     explicit Resumption(std::shared_ptr<State> state) : state_(std::move(state)), turn_(++state_->turn_) {}
@@ -67,7 +67,7 @@ class Task::State : public std::enable_shared_from_this<State> {
   CancellationFlag cancellationFlag() const { return cancelled_; }
   bool isDone() const { return frame_ == nullptr; }
 
-  // A job that goes on with the body. It voids the one that was there before.
+  // A job that resumes the body. Invalidates the previous one.
   Job resumption();
   void resumeAtNextTurn();
   void resumeAfter(Duration delay);
@@ -76,8 +76,10 @@ class Task::State : public std::enable_shared_from_this<State> {
 
  private:
   MainLoop& loop_;
-  std::coroutine_handle<promise_type> frame_;  // empty once the body has ended
-  std::uint64_t turn_ = 0;                     // of the latest resumption; the others are void
+  // Empty once the body has ended.
+  std::coroutine_handle<promise_type> frame_;
+  // Of the latest resumption; earlier ones are invalid.
+  std::uint64_t turn_ = 0;
   std::optional<MainLoop::TimerId> sleep_;
   std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
 };
@@ -104,14 +106,14 @@ class Task::promise_type {
     void await_resume() const noexcept {}
   };
 
-  // The state owns the frame, not the other way round: the handle takes the only strong reference along.
+  // The state owns the frame, not the other way round, so the handle takes over the only strong reference.
   Task get_return_object() { return Task(std::exchange(state_, nullptr)); }
   Begin initial_suspend() noexcept { return {}; }
   End final_suspend() noexcept { return {}; }
   void return_void() noexcept {}
   void unhandled_exception() noexcept { std::abort(); }
 
-  // While the body runs, the state that owns its frame is there.
+  // Never null while the body runs, because the state owns its frame.
   std::shared_ptr<State> state() const { return std::shared_ptr<State>(weakState_); }
 
  private:
@@ -119,8 +121,8 @@ class Task::promise_type {
   std::weak_ptr<State> weakState_;
 };
 
-// co_await sleep(interval): goes on that much later on the continuous clock, or at the next turn of the loop
-// when the task is cancelled.
+// co_await sleep(interval): resumes after `interval` on the continuous clock, or at the next turn of the loop
+// if the task is cancelled.
 class SleepAwaiter {
  public:
   explicit SleepAwaiter(Duration interval) : interval_(interval) {}
@@ -142,7 +144,7 @@ inline SleepAwaiter sleep(Duration interval) {
   return SleepAwaiter(interval);
 }
 
-// co_await yieldToLoop(): goes on at the loop's next turn, so that others have theirs.
+// co_await yieldToLoop(): resumes at the loop's next turn, so that other jobs can run.
 class YieldAwaiter {
  public:
   bool await_ready() const noexcept { return false; }
@@ -155,7 +157,7 @@ inline YieldAwaiter yieldToLoop() {
   return {};
 }
 
-// co_await isCancelled(): whether the task that asks has been cancelled.
+// co_await isCancelled(): true if the awaiting task has been cancelled.
 class IsCancelledAwaiter {
  public:
   bool await_ready() const noexcept { return false; }
@@ -172,7 +174,7 @@ inline IsCancelledAwaiter isCancelled() {
   return {};
 }
 
-// co_await cancellationFlag(): the flag of the task that asks, for those who work for it on other threads.
+// co_await cancellationFlag(): the flag of the awaiting task, for work that it has other threads do.
 class CancellationFlagAwaiter {
  public:
   bool await_ready() const noexcept { return false; }
@@ -189,8 +191,8 @@ inline CancellationFlagAwaiter cancellationFlag() {
   return {};
 }
 
-// co_await background(lane, work): runs `work` in the lane and goes on with its value on the main thread.
-// `work` is destroyed in the lane, so it must hold nothing that lives on the main thread only. Name the work
+// co_await background(lane, work): runs `work` in the lane and resumes with its result on the main thread.
+// `work` is destroyed in the lane, so it must own nothing that belongs to the main thread. Name the work
 // before awaiting it: g++ 12 destroys an unnamed capturing lambda inside such an expression twice.
 template <class Work>
 class BackgroundAwaiter {

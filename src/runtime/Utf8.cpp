@@ -15,7 +15,7 @@ struct Lead {
   std::uint8_t secondMax = 0xBF;
 };
 
-// Overlong forms, surrogates and what lies past U+10FFFF are ruled out by the second byte's range.
+// The range of the second byte excludes overlong forms, surrogates and code points above U+10FFFF.
 Lead lead(std::uint8_t byte) {
   if (byte < 0x80) return {1};
   if (byte >= 0xC2 && byte <= 0xDF) return {2};

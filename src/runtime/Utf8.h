@@ -5,8 +5,8 @@
 
 namespace kestrune {
 
-// The bytes up to the first zero byte, as UTF-8 in which each invalid sequence is replaced by U+FFFD.
-// What the kernel hands out as a name is bytes; everything above the platform layer is text.
+// The bytes up to the first NUL as UTF-8, with each invalid sequence replaced by U+FFFD. Names from the
+// kernel are bytes; above the platform layer everything is text.
 std::string repairedUtf8(std::string_view bytes);
 
 }  // namespace kestrune

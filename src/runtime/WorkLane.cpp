@@ -16,7 +16,7 @@ struct ThreadLane::Shared {
   std::condition_variable changed;
   std::deque<std::function<void()>> waiting;
   bool closed = false;
-  std::size_t mostThreads = 1;
+  std::size_t maxThreads = 1;
   std::size_t idle = 0;  // threads that have nothing to do
   std::vector<std::thread> threads;
 
@@ -32,18 +32,18 @@ struct ThreadLane::Shared {
       waiting.pop_front();
       lock.unlock();
       work();
-      work = nullptr;  // what it holds goes before the lane is idle again
+      work = nullptr;  // destroyed before the lane counts as idle
       lock.lock();
     }
   }
 };
 
 ThreadLane::ThreadLane(std::string name, std::function<void(const std::string&)> prepare,
-                       std::size_t mostThreads)
+                       std::size_t maxThreads)
     : shared_(std::make_shared<Shared>()) {
   shared_->name = std::move(name);
   shared_->prepare = std::move(prepare);
-  shared_->mostThreads = mostThreads;
+  shared_->maxThreads = maxThreads;
 }
 
 ThreadLane::~ThreadLane() {
@@ -58,10 +58,9 @@ ThreadLane::~ThreadLane() {
 void ThreadLane::submit(std::function<void()> work) {
   const std::lock_guard lock(shared_->mutex);
   shared_->waiting.push_back(std::move(work));
-  // A thread that has been woken for earlier work still counts as idle, so the work that waits is counted
-  // too.
+  // A thread already woken for earlier work still counts as idle, so waiting work is counted too.
   const bool isCovered = shared_->waiting.size() <= shared_->idle;
-  if (!isCovered && shared_->threads.size() < shared_->mostThreads) {
+  if (!isCovered && shared_->threads.size() < shared_->maxThreads) {
     shared_->threads.emplace_back([shared = shared_.get()] { shared->runUntilClosed(); });
   }
   shared_->changed.notify_one();

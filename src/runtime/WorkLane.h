@@ -16,15 +16,14 @@ class WorkLane {
   virtual void submit(std::function<void()> work) = 0;
 };
 
-// A lane of threads, which begin when there is work for them: of one, so that its work never overlaps, or of
-// several, so that work that hangs leaves a way past it.
+// A lane of threads that are started when there is work for them. With one thread, work never overlaps; with
+// several, work that hangs doesn't block the rest.
 class ThreadLane final : public WorkLane {
  public:
-  // `prepare` runs first on each new thread; it names and slows it down as the platform can. `mostThreads` is
-  // at least 1.
+  // `prepare` runs first on each new thread, to set its name and priority. `maxThreads` is at least 1.
   ThreadLane(std::string name, std::function<void(const std::string& name)> prepare,
-             std::size_t mostThreads = 1);
-  // Waits for the work under way and drops what has not begun. The program itself ends without coming here.
+             std::size_t maxThreads = 1);
+  // Waits for running work and drops the rest. The program itself exits without destroying its lanes.
   ~ThreadLane() override;
   ThreadLane(const ThreadLane&) = delete;
   ThreadLane& operator=(const ThreadLane&) = delete;

@@ -9,11 +9,11 @@
 
 namespace kestrune {
 
-// The language that the program speaks from its start on: "es" if the first of the user's languages begins
-// so, else "en". The languages are those that were chosen in the program, or else the desktop's.
+// The program's language for the whole run: "es" if the first of the user's languages begins with it, else
+// "en". The languages are those chosen in the program, otherwise the desktop's.
 std::string currentLanguage(const Preferences& preferences, const std::vector<std::string>& desktopLanguages);
 
-// Stores the choice and starts the program anew, which takes a second.
+// Stores the choice and restarts the program after a second.
 void setLanguage(const std::string& code, MainLoop& loop, Preferences& preferences,
                  platform::Application& application);
 

@@ -7,14 +7,14 @@
 
 namespace kestrune {
 
-// The user-visible texts by key, in one language. The key is the English text; where that names things of
-// another desktop, the catalogue has the words that fit this one.
+// The user-visible texts by key, in one language. The key is the English text; where it names things of
+// another desktop, the catalogue has a wording that fits this one.
 class Catalogue {
  public:
-  // "en" or "es"; what a language lacks is shown in English.
+  // "en" or "es". Texts missing in a language are shown in English.
   explicit Catalogue(std::string_view language = "en");
 
-  // The text for the key, or the key itself where the catalogue doesn't know it.
+  // The text for the key, or the key itself if the catalogue doesn't have it.
   std::string_view text(std::string_view key) const;
 
  private:

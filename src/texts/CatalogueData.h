@@ -4,8 +4,8 @@
 
 namespace kestrune {
 
-// The file of texts that the program was built with: a JSON object that has, for each key, an object with the
-// texts by language.
+// The texts that the program was built with: a JSON object that maps each key to an object of texts by
+// language.
 std::string_view catalogueData();
 
 }  // namespace kestrune

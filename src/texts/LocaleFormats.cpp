@@ -17,12 +17,12 @@
 namespace kestrune {
 namespace {
 
-constexpr std::size_t mostFractionDigits = 6;
+constexpr std::size_t maxFractionDigits = 6;
 
 icu::Locale localeNamed(const std::string& name) {
   // Without encoding and variant: "es_ES.UTF-8", "ca_ES@valencia".
   const icu::Locale locale(name.substr(0, name.find_first_of(".@")).c_str());
-  // A language that exists has a code of three letters.
+  // ICU returns a three-letter code only for languages that exist.
   const bool isKnown = !locale.isBogus() && !std::string_view(locale.getISO3Language()).empty();
   return isKnown ? locale : icu::Locale::getUS();
 }
@@ -33,7 +33,7 @@ std::optional<int> number(std::string_view digits) {
   return error == std::errc() && end == digits.data() + digits.size() ? std::optional(value) : std::nullopt;
 }
 
-// Milliseconds since 1970, of the day's midnight in UTC.
+// Midnight UTC of the day, in milliseconds since 1970.
 std::optional<UDate> midnightOf(std::string_view isoDay) {
   constexpr std::size_t length = 10;
   if (isoDay.size() != length || isoDay[4] != '-' || isoDay[7] != '-') return std::nullopt;
@@ -53,13 +53,13 @@ std::optional<UDate> midnightOf(std::string_view isoDay) {
 
 struct LocaleFormats::Formatters {
   icu::Locale locale;
-  std::array<std::optional<icu::number::LocalizedNumberFormatter>, mostFractionDigits + 1> percentByDigits;
+  std::array<std::optional<icu::number::LocalizedNumberFormatter>, maxFractionDigits + 1> percentByDigits;
   std::unique_ptr<icu::SimpleDateFormat> day;
   std::unique_ptr<icu::SimpleDateFormat> shortDay;
   icu::UnicodeString shortDayPattern;
   std::array<std::unique_ptr<icu::DateFormat>, 2> timeByDetail;
 
-  // A day in that pattern, with the formatter that is made at the first use.
+  // The day in the given pattern. The formatter is created on first use.
   std::string written(std::unique_ptr<icu::SimpleDateFormat>& format, const icu::UnicodeString& pattern,
                       const std::string& isoDay) const {
     const auto midnight = midnightOf(isoDay);
@@ -111,7 +111,7 @@ std::string LocaleFormats::time(int secondOfDay, Detail detail) {
 }
 
 std::string LocaleFormats::percent(double fraction, int fractionDigits) {
-  const int digits = std::clamp(fractionDigits, 0, static_cast<int>(mostFractionDigits));
+  const int digits = std::clamp(fractionDigits, 0, static_cast<int>(maxFractionDigits));
   auto& formatter = formatters_->percentByDigits.at(static_cast<std::size_t>(digits));
   if (!formatter) {
     formatter = icu::number::NumberFormatter::withLocale(formatters_->locale)

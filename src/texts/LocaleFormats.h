@@ -6,8 +6,8 @@
 
 namespace kestrune {
 
-// Numbers as the user's locale writes them. Formatters are kept, since making one costs far more than using
-// it. Main thread only.
+// Numbers in the user's locale. Formatters are cached, because creating one costs far more than using it.
+// Main thread only.
 class LocaleFormats {
  public:
   // `localeName` as the environment gives it ("es_ES.UTF-8"); an unknown or empty one reads as "en_US".
@@ -16,14 +16,14 @@ class LocaleFormats {
   LocaleFormats(const LocaleFormats&) = delete;
   LocaleFormats& operator=(const LocaleFormats&) = delete;
 
-  // "33%", "33,4 %": a fraction as percentage with a fixed number of fraction digits, rounded half to even.
+  // A fraction as a percentage with a fixed number of decimals, rounded half to even: "33%", "33,4 %".
   std::string percent(double fraction, int fractionDigits);
-  // "May 9, 2026": a day that is given as "2026-05-09". What is no such day is shown as it is.
+  // The day "2026-05-09" as "May 9, 2026". Text that isn't a day is returned unchanged.
   std::string day(const std::string& isoDay);
-  // "May 9", "9 may": the same without the year.
+  // The same without the year: "May 9", "9 may".
   std::string shortDay(const std::string& isoDay);
   enum class Detail : std::uint8_t { minutes, seconds };
-  // "2:05:32 PM", "14:05:32", "14:05": a time of day, given in seconds after 0:00.
+  // A time of day, given in seconds after 0:00: "2:05:32 PM", "14:05:32", "14:05".
   std::string time(int secondOfDay, Detail detail = Detail::seconds);
 
  private:

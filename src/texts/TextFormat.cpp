@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t mostFractionDigits = 9;
 
-// One "%…" of a format.
+// One placeholder of a format.
 struct Specifier {
   std::size_t position = 0;  // of the argument, from 1; 0: the next one
   std::size_t fractionDigits = 0;
@@ -19,7 +19,7 @@ struct Specifier {
   std::size_t length = 0;  // in the format
 };
 
-// Takes the number that the text begins with off it.
+// Removes the leading number from the text and returns it.
 std::optional<std::size_t> takeNumber(std::string_view& text) {
   std::size_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -34,7 +34,7 @@ bool take(std::string_view& text, char c) {
   return true;
 }
 
-// Reads the text from its percent sign on.
+// Parses the placeholder at the start of the text.
 std::optional<Specifier> readSpecifier(std::string_view text) {
   Specifier specifier;
   std::string_view rest = text.substr(1);

@@ -10,10 +10,10 @@ namespace kestrune {
 
 using TextArgument = std::variant<std::string, std::int64_t, double>;
 
-// A user-visible format with its arguments put in: "%@" a text, "%d" an integer, "%.1f" a number with so many
-// digits after a point, "%%" a percent sign. A translation may put them into another order: "%2$@". Formats
-// are data, so that no mistake in one can do harm: what can't be read, or has no argument, stands as it is,
-// and an argument of another kind than the format says is written all the same.
+// Fills a user-visible format with its arguments: "%@" is a text, "%d" an integer, "%.1f" a number with that
+// many decimals, "%%" a percent sign. A translation may reorder them: "%2$@". Formats are data, so a mistake
+// in one must be harmless: a placeholder that is malformed or has no argument is left as it is, and an
+// argument of another type is written in its own form.
 std::string formatText(std::string_view format, const std::vector<TextArgument>& arguments);
 
 }  // namespace kestrune
