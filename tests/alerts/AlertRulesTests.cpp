@@ -7,13 +7,13 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// One rule after the other, with all else well.
+// One rule at a time; nothing else is alarming.
 class AlertRulesTest : public test::AlertsFixture {
  protected:
   AlertRulesTest() { start(); }
 };
 
-TEST_F(AlertRulesTest, highLoadFiresAfterHalfAMinuteAndAgain) {
+TEST_F(AlertRulesTest, highLoadFiresEveryHalfMinute) {
   setCPU(80);
   EXPECT_EQ(evaluationsUntilItFires(), 7) << "first seen after 5 s, and 30 s long";
   EXPECT_THAT(fired(), ElementsAre("cpu-high"));
@@ -30,7 +30,7 @@ TEST_F(AlertRulesTest, highLoadFiresAfterHalfAMinuteAndAgain) {
   EXPECT_EQ(evaluationsUntilItFires(), 7) << "one reading below begins anew";
 }
 
-TEST_F(AlertRulesTest, aBusyCoreFiresAfterTwentySecondsWhereverTheLoadIs) {
+TEST_F(AlertRulesTest, busyCoreFiresAfterTwentySeconds) {
   setCPU(30, {1, 90, 2, 90});
   EXPECT_EQ(evaluationsUntilItFires(), 5);
   EXPECT_THAT(fired(), ElementsAre("cpu-core-pinned"));
@@ -54,7 +54,7 @@ TEST_F(AlertRulesTest, aBusyCoreFiresAfterTwentySecondsWhereverTheLoadIs) {
   }
 }
 
-TEST_F(AlertRulesTest, bothRulesOfTheProcessorHaveOneSwitch) {
+TEST_F(AlertRulesTest, oneSwitchCoversBothCpuRules) {
   setCPU(100, {100});
   evaluate(4);
   set("alerts.cpu.enabled", false);
@@ -65,7 +65,7 @@ TEST_F(AlertRulesTest, bothRulesOfTheProcessorHaveOneSwitch) {
   EXPECT_THAT(fired(), ElementsAre("cpu-core-pinned", "cpu-high")) << "both counted from the start";
 }
 
-TEST_F(AlertRulesTest, memoryFiresOnEachChangeToAHighLevel) {
+TEST_F(AlertRulesTest, memoryFiresOnEachChangeOfLevel) {
   setPressure(Pressure::warning, 12.34);
   evaluate(3);
   EXPECT_THAT(fired(), ElementsAre("memory-pressure")) << "once for a level";
@@ -98,7 +98,7 @@ TEST_F(AlertRulesTest, memoryFiresOnEachChangeToAHighLevel) {
   EXPECT_THAT(fired(), ElementsAre("memory-pressure")) << "switched off it forgets the level";
 }
 
-TEST_F(AlertRulesTest, aFullDiskFiresOnceAnHourUntilItRecovers) {
+TEST_F(AlertRulesTest, fullDiskFiresHourlyUntilItRecovers) {
   for (const std::int64_t percent : {5, 7, 10, 20, 29}) {
     set("alerts.disk.threshold", percent);
     setDisk(100 * gigabyte, (100 - static_cast<std::uint64_t>(percent)) * gigabyte);
@@ -137,7 +137,7 @@ TEST_F(AlertRulesTest, aFullDiskFiresOnceAnHourUntilItRecovers) {
   EXPECT_THAT(fired(), ElementsAre("disk-low"));
 }
 
-TEST_F(AlertRulesTest, trafficFiresOnceADayForALimit) {
+TEST_F(AlertRulesTest, trafficFiresOncePerDayAndLimit) {
   setTraffic(4.99);
   set("alerts.network.enabled", true);
   evaluate();
@@ -160,7 +160,7 @@ TEST_F(AlertRulesTest, trafficFiresOnceADayForALimit) {
   EXPECT_THAT(fired(), IsEmpty()) << "a lower limit is no news";
 }
 
-TEST_F(AlertRulesTest, trafficFiresAnewWithTheLocalDay) {
+TEST_F(AlertRulesTest, trafficFiresAgainOnTheNextLocalDay) {
   calendar.hoursEast = 5.5;
   set("alerts.network.enabled", true);
   const Date midnight = calendar.startOfDay(clock.now()) + 86400;

@@ -7,7 +7,8 @@
 
 namespace kestrune::test {
 
-// A monitor that has not been started, and sources whose figures a test sets itself: at first all is well.
+// A monitor that has not been started yet, over sources whose figures the test sets; nothing is alarming at
+// first.
 class AlertsFixture : public testing::Test, public ScriptedPlatform {
  protected:
   using Pressure = MemorySnapshot::MemoryPressure;
@@ -36,7 +37,7 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
     snapshot.volumeFreeBytes = total - used;
     disk->current.set(snapshot);
   }
-  // So much in three hours, in both directions.
+  // A day with this much traffic, up and down together, spread over three hours.
   void setTraffic(double gigabytes) {
     HourBucket hour;
     hour.networkUpBytes = gigabytes * 0x1p30 / 12;
@@ -45,7 +46,7 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
   }
   void set(const char* key, platform::PreferenceValue value) { settings.set(key, std::move(value)); }
 
-  // Starts the monitor and lets it learn that it may notify.
+  // Starts the monitor and authorizes it.
   void start() {
     monitor->refreshAuthorization();
     monitor->start(cpu, memoryProvider, disk, recorder);
@@ -62,7 +63,7 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
     }
     return identifiers;
   }
-  // After that many evaluations; none if nothing fires within twenty minutes.
+  // How many evaluations until an alert fires; 0 if none does within twenty minutes.
   int evaluationsUntilItFires() {
     fired();
     for (int count = 1; count <= 240; ++count) {
@@ -83,7 +84,7 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
   std::shared_ptr<HistoryRecorder> recorder = std::make_shared<HistoryRecorder>(
       loop, HistoryRecorder::Services{.calendar = calendar, .facts = systemFacts, .files = recordFiles});
   std::shared_ptr<AlertsMonitor> monitor = makeMonitor(formats);
-  platform::UserNotification last;  // of those that `fired` has told of
+  platform::UserNotification last;  // returned by `fired`
 
   std::shared_ptr<AlertsMonitor> makeMonitor(LocaleFormats& localeFormats) {
     return std::make_shared<AlertsMonitor>(loop, AlertsMonitor::Services{.preferences = settings,

@@ -11,7 +11,7 @@ using Sample = AlertsMonitor::Sample;
 
 class AlertsMonitorTest : public test::AlertsFixture {};
 
-TEST_F(AlertsMonitorTest, evaluatesEveryFiveSecondsWhileItIsAllowedTo) {
+TEST_F(AlertsMonitorTest, evaluatesEveryFiveSecondsWhileAuthorized) {
   setPressure(Pressure::warning);
   start();
   advance(4999ms);
@@ -36,7 +36,7 @@ TEST_F(AlertsMonitorTest, evaluatesEveryFiveSecondsWhileItIsAllowedTo) {
   }
 }
 
-TEST_F(AlertsMonitorTest, whileAlertsAreOffTheRulesKeepWhatTheyRemember) {
+TEST_F(AlertsMonitorTest, rulesKeepStateWhileAlertsAreOff) {
   start();
   setCPU(90);
   evaluate(2);
@@ -50,7 +50,7 @@ TEST_F(AlertsMonitorTest, whileAlertsAreOffTheRulesKeepWhatTheyRemember) {
   EXPECT_THAT(fired(), ElementsAre("cpu-high"));
 }
 
-TEST_F(AlertsMonitorTest, aFailureIsOneLineAndChangesNothing) {
+TEST_F(AlertsMonitorTest, deliveryFailurePrintsOneLine) {
   start();
   notifications.error = "the service\nis gone";
   setPressure(Pressure::warning);
@@ -66,7 +66,7 @@ TEST_F(AlertsMonitorTest, aFailureIsOneLineAndChangesNothing) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST_F(AlertsMonitorTest, keepsItsSourcesAsLongAsItEvaluatesThem) {
+TEST_F(AlertsMonitorTest, keepsSourcesAliveWhileEvaluating) {
   start();
   const std::weak_ptr<CPUProvider> first = cpu;
   cpu = std::make_shared<CPUProvider>(loop, processors, chip, scans);

@@ -22,7 +22,7 @@ class AppEnvironmentTest : public testing::Test, public test::ScriptedPlatform {
   const Date today = calendar.startOfDay(clock.now());
 };
 
-TEST_F(AppEnvironmentTest, samplesAtOnceAndThenOnceASecondWithoutAnyView) {
+TEST_F(AppEnvironmentTest, samplesWithoutAnyView) {
   EXPECT_EQ(usage().size(), 1U);
   advance(999ms);
   EXPECT_EQ(usage().size(), 1U);
@@ -30,14 +30,14 @@ TEST_F(AppEnvironmentTest, samplesAtOnceAndThenOnceASecondWithoutAnyView) {
   EXPECT_EQ(usage().size(), 2U);
 }
 
-TEST_F(AppEnvironmentTest, endingItEndsItsLoops) {
+TEST_F(AppEnvironmentTest, destructionEndsItsLoops) {
   advance(2s);
   environment.reset();
   settle();
   EXPECT_EQ(loop.nextDeadline(), std::nullopt);
 }
 
-TEST_F(AppEnvironmentTest, shiftingStaysInThePastAndStopsAtToday) {
+TEST_F(AppEnvironmentTest, shiftingStopsAtToday) {
   auto& selected = environment->selectedDate;
   environment->shiftSelectedDate(1);
   EXPECT_EQ(selected.get(), std::nullopt);
@@ -53,7 +53,7 @@ TEST_F(AppEnvironmentTest, shiftingStaysInThePastAndStopsAtToday) {
   EXPECT_EQ(selected.get(), std::nullopt);
 }
 
-TEST_F(AppEnvironmentTest, whatTheCalendarCannotTellLeavesTheDayAsItIs) {
+TEST_F(AppEnvironmentTest, dayOutsideTheCalendarIsIgnored) {
   environment->shiftSelectedDate(-3);
   calendar.isOutOfRange = true;
   environment->shiftSelectedDate(-1);

@@ -16,7 +16,7 @@ constexpr bool countsAllocations = false;
 constexpr bool countsAllocations = true;
 #endif
 
-// A machine on which something of everything goes on.
+// A machine with some of every kind of activity.
 class WeekTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   void SetUp() override {

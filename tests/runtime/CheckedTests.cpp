@@ -11,7 +11,7 @@ namespace {
 
 using Limits = std::numeric_limits<std::int32_t>;
 
-TEST(CheckedDeathTest, EndsTheProcessWithOneClearLine) {
+TEST(CheckedDeathTest, overflowEndsTheProcessWithOneLine) {
   EXPECT_EQ(checkedAdd(Limits::max() - 1, 1, "ticks"), Limits::max());
   EXPECT_EQ(checkedSubtract<std::uint64_t>(7, 7, "bytes"), 0U);
   const testing::KilledBySignal aborted(SIGABRT);

@@ -41,7 +41,7 @@ class MainLoopTest : public testing::Test {
   }
 };
 
-TEST_F(MainLoopTest, RunsJobsInOrderAndWhatTheyAddAtTheNextTurn) {
+TEST_F(MainLoopTest, jobsAddedByJobsRunNextTurn) {
   loop->post([this] {
     ran.emplace_back("first");
     loop->post(note("added"));
@@ -58,7 +58,7 @@ TEST_F(MainLoopTest, RunsJobsInOrderAndWhatTheyAddAtTheNextTurn) {
   EXPECT_EQ(waker.wakes, 0);
 }
 
-TEST_F(MainLoopTest, FiresTimersByTimeAndThenInTheOrderInWhichTheyWereSet) {
+TEST_F(MainLoopTest, timersFireByDeadlineThenBySetting) {
   loop->after(20ms, note("late"));
   loop->after(10ms, note("first of two"));
   EXPECT_EQ(waker.deadline, clock.continuousNow() + 10ms);
@@ -75,7 +75,7 @@ TEST_F(MainLoopTest, FiresTimersByTimeAndThenInTheOrderInWhichTheyWereSet) {
   EXPECT_EQ(waker.deadline, std::nullopt);
 }
 
-TEST_F(MainLoopTest, NeverStarvesTheDriver) {
+TEST_F(MainLoopTest, neverStarvesTheDriver) {
   int turns = 0;
   std::function<void()> again = [&] {
     ++turns;
@@ -94,7 +94,7 @@ TEST_F(MainLoopTest, NeverStarvesTheDriver) {
   EXPECT_EQ(turns, 4);
 }
 
-TEST_F(MainLoopTest, CancelsTimersAlsoFromOtherTimers) {
+TEST_F(MainLoopTest, timersMayCancelTimers) {
   const auto first = loop->after(10ms, note("cancelled"));
   MainLoop::TimerId victim;
   loop->after(20ms, [&] { EXPECT_TRUE(loop->cancelTimer(victim)); });
@@ -107,7 +107,7 @@ TEST_F(MainLoopTest, CancelsTimersAlsoFromOtherTimers) {
   EXPECT_FALSE(loop->cancelTimer(fired));
 }
 
-TEST_F(MainLoopTest, DropsWhatIsLeftAtItsEnd) {
+TEST_F(MainLoopTest, dropsPendingJobsAtItsEnd) {
   const auto witness = std::make_shared<int>(0);
   const auto hold = [&] { return [witness] {}; };
   const auto inbox = loop->inbox();

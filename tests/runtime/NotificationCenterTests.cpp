@@ -24,7 +24,7 @@ class NotificationCenterTest : public testing::Test {
   }
 };
 
-TEST_F(NotificationCenterTest, AllowsHandlersToSubscribeAndUnsubscribe) {
+TEST_F(NotificationCenterTest, handlersMaySubscribeAndUnsubscribe) {
   NotificationCenter::Subscription victim;
   NotificationCenter::Subscription late;
   const auto first = center.observe("opened", [&](const std::any&) {
@@ -39,7 +39,7 @@ TEST_F(NotificationCenterTest, AllowsHandlersToSubscribeAndUnsubscribe) {
   EXPECT_THAT(heard, ElementsAre("last", "last", "late"));
 }
 
-TEST_F(NotificationCenterTest, AHandlerThatHasLetItselfGoIsStillWhole) {
+TEST_F(NotificationCenterTest, handlerMayUnsubscribeItself) {
   NotificationCenter::Subscription own;
   const auto nested = observe("nested", "nested");
   const auto marker = std::make_shared<int>(0);
@@ -54,7 +54,7 @@ TEST_F(NotificationCenterTest, AHandlerThatHasLetItselfGoIsStillWhole) {
   EXPECT_EQ(marker.use_count(), 1);
 }
 
-TEST(NotificationCenterLifetime, MayEndBeforeItsSubscriptions) {
+TEST(NotificationCenterLifetime, centreMayDieBeforeSubscriptions) {
   std::optional<NotificationCenter> center(std::in_place);
   const auto kept = std::make_shared<int>(1);
   const auto subscription = center->observe("opened", [kept](const std::any&) {});

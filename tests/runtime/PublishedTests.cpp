@@ -13,13 +13,13 @@ struct Snapshot {
   int value = 0;  // not comparable
 };
 
-// An evaluation that counts how often it was told to be done again.
+// An evaluation that counts how often it is invalidated.
 struct Reader {
   int told = 0;
   Dependencies dependencies{[this] { ++told; }};
 };
 
-TEST(Published, TellsOfComparableValuesOnlyWhereTheyDiffer) {
+TEST(Published, comparableValuesNotifyOnlyWhenDifferent) {
   Published<int> number(1);
   Reader reader;
   reader.dependencies.track([&] { return number.get() + *number; });
@@ -33,7 +33,7 @@ TEST(Published, TellsOfComparableValuesOnlyWhereTheyDiffer) {
   EXPECT_EQ(reader.told, 2);
 }
 
-TEST(Dependencies, AreThoseOfTheLastEvaluation) {
+TEST(Dependencies, onlyTheLastEvaluationCounts) {
   Published<bool> chooses(true);
   Published<int> left;
   Published<int> right;
@@ -52,7 +52,7 @@ TEST(Dependencies, AreThoseOfTheLastEvaluation) {
   EXPECT_EQ(reader.told, 2);
 }
 
-TEST(Dependencies, OfNestedEvaluationsAreTheirOwn) {
+TEST(Dependencies, nestedEvaluationsRecordTheirOwnReads) {
   Published<int> outerRead;
   Published<int> innerRead;
   Published<int> peeked;
@@ -72,7 +72,7 @@ TEST(Dependencies, OfNestedEvaluationsAreTheirOwn) {
   EXPECT_EQ(inner.told, 1);
 }
 
-TEST(Dependencies, MayGoInTheirOwnCallbackAndInAnothers) {
+TEST(Dependencies, mayBeDestroyedInCallbacks) {
   Published<int> number;
   std::vector<std::unique_ptr<Dependencies>> readers;
   int told = 0;
@@ -90,7 +90,7 @@ TEST(Dependencies, MayGoInTheirOwnCallbackAndInAnothers) {
   EXPECT_EQ(told, 1);
 }
 
-TEST(Dependencies, OutliveWhatTheyRead) {
+TEST(Dependencies, mayOutliveTheirSources) {
   Reader reader;
   std::optional<Published<int>> gone(std::in_place);
   Published<int> stays;

@@ -29,7 +29,7 @@ Task twoSteps(MainLoop&, Log log, Duration pause) {
   log->push_back(co_await isCancelled() ? "woken by cancelling" : "slept");
 }
 
-TEST_F(TaskTest, BeginsAtTheNextTurnAndSleepsOnTheContinuousClock) {
+TEST_F(TaskTest, startsAtNextTurnAndSleepsOnContinuousClock) {
   const Task task = twoSteps(loop, log, 10s);
   EXPECT_TRUE(log->empty());
   loop.run();
@@ -43,7 +43,7 @@ TEST_F(TaskTest, BeginsAtTheNextTurnAndSleepsOnTheContinuousClock) {
   EXPECT_EQ(log.use_count(), 1);
 }
 
-TEST_F(TaskTest, CancellingEndsASleepEarly) {
+TEST_F(TaskTest, cancellingEndsSleepEarly) {
   const Task task = twoSteps(loop, log, 1h);
   settle();
   task.cancel();
@@ -55,7 +55,7 @@ TEST_F(TaskTest, CancellingEndsASleepEarly) {
   EXPECT_EQ(loop.nextDeadline(), std::nullopt);
 }
 
-TEST_F(TaskTest, CancelledBeforeItBeginsItSleepsNoMore) {
+TEST_F(TaskTest, cancelledTaskDoesNotSleep) {
   twoSteps(loop, log, 1h).cancel();
   settle();
   EXPECT_THAT(*log, ElementsAre("begun", "woken by cancelling"));
@@ -82,7 +82,7 @@ class PollingTest : public TaskTest {
   }
 };
 
-TEST_F(PollingTest, SleepsFirstAndThenTicksAtEachInterval) {
+TEST_F(PollingTest, ticksAfterEachInterval) {
   start(2s);
   EXPECT_THAT(*log, ElementsAre("primed"));
   advance(1999ms);
@@ -93,7 +93,7 @@ TEST_F(PollingTest, SleepsFirstAndThenTicksAtEachInterval) {
   EXPECT_EQ(sampler->ticks, 11);
 }
 
-TEST_F(PollingTest, DoesOneLastTickWhenItIsCancelled) {
+TEST_F(PollingTest, cancelledLoopTicksOnceMore) {
   start(2s);
   advance(2s);
   sampler->task.cancel();
@@ -104,7 +104,7 @@ TEST_F(PollingTest, DoesOneLastTickWhenItIsCancelled) {
   EXPECT_EQ(sampler->ticks, 2);
 }
 
-TEST_F(PollingTest, PausedItSleepsOnWithoutTicking) {
+TEST_F(PollingTest, pausedLoopDoesNotTick) {
   sampler->paused = true;
   start(2s);
   advance(7s);
@@ -118,7 +118,7 @@ TEST_F(PollingTest, PausedItSleepsOnWithoutTicking) {
   EXPECT_EQ(sampler->ticks, 1);
 }
 
-TEST_F(PollingTest, StartedAgainItEndsTheOldLoop) {
+TEST_F(PollingTest, restartCancelsTheOldLoop) {
   start(2s);
   advance(1s);
   const Task old = sampler->task;
@@ -132,7 +132,7 @@ TEST_F(PollingTest, StartedAgainItEndsTheOldLoop) {
   EXPECT_EQ(sampler->ticks, 2);
 }
 
-TEST_F(PollingTest, SleepsOnWithoutItsSubjectUntilItIsCancelled) {
+TEST_F(PollingTest, loopOutlivesItsSubject) {
   start(2s);
   const Task task = sampler->task;
   advance(1s);
@@ -145,7 +145,7 @@ TEST_F(PollingTest, SleepsOnWithoutItsSubjectUntilItIsCancelled) {
   EXPECT_TRUE(task.isDone());
 }
 
-TEST_F(PollingTest, TicksOnceAfterASuspend) {
+TEST_F(PollingTest, ticksOnceAfterSuspend) {
   start(1s);
   advance(10s);
   clock.setContinuous(clock.continuousNow() + 1h);
@@ -161,7 +161,7 @@ Task compute(MainLoop&, std::shared_ptr<WorkLane> lane, Log log, int input) {
   log->push_back(std::to_string(*result));
 }
 
-TEST_F(TaskTest, BackgroundWorkHandsItsValueBack) {
+TEST_F(TaskTest, backgroundWorkReturnsItsValue) {
   holdsLane = true;
   const Task task = compute(loop, lane, log, 7);
   compute(loop, lane, log, 8);
@@ -185,7 +185,7 @@ Task holding(MainLoop&, std::shared_ptr<WorkLane> lane, std::shared_ptr<int> wit
 }
 
 // Whether somebody still holds a handle or nobody does.
-TEST(TaskAtTheEnd, IsDestroyedWithTheLoopWhereverItIsSuspended) {
+TEST(TaskAtTheEnd, suspendedTasksDieWithTheLoop) {
   for (const bool keepsHandles : {true, false}) {
     const auto witness = std::make_shared<int>(0);
     const auto lane = std::make_shared<test::ManualLane>();
@@ -216,7 +216,7 @@ Task watching(MainLoop&, std::shared_ptr<CancelsAtItsEnd>) {
   co_await sleep(2h);
 }
 
-TEST(TaskAtTheEnd, MayCancelOthers) {
+TEST(TaskAtTheEnd, dyingTaskMayCancelOthers) {
   const auto witness = std::make_shared<int>(0);
   const auto lane = std::make_shared<test::ManualLane>();
   {

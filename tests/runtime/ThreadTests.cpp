@@ -22,7 +22,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Lets the test's thread wait for the loop to be woken.
+// Blocks the test's thread until the loop is woken.
 class BlockingWaker final : public LoopWaker {
  public:
   void wake() override {
@@ -65,7 +65,7 @@ std::shared_ptr<ThreadLane> makeLane(std::string name = "lane") {
   return std::make_shared<ThreadLane>(std::move(name), nullptr);
 }
 
-TEST_F(ThreadTest, ALaneKeepsOrderAndNeverOverlaps) {
+TEST_F(ThreadTest, laneKeepsOrderAndNeverOverlaps) {
   std::vector<int> order;  // unguarded: the lane is one thread
   std::vector<std::string> prepared;
   std::promise<void> done;
@@ -86,7 +86,7 @@ TEST_F(ThreadTest, ALaneKeepsOrderAndNeverOverlaps) {
   EXPECT_THAT(prepared, ElementsAre("walks"));
 }
 
-TEST_F(ThreadTest, ALaneOfSeveralThreadsLeavesAWayPastHungWork) {
+TEST_F(ThreadTest, severalThreadsGetPastHungWork) {
   std::promise<void> release;
   const auto released = release.get_future().share();
   std::atomic<int> done = 0;
@@ -107,7 +107,7 @@ TEST_F(ThreadTest, ALaneOfSeveralThreadsLeavesAWayPastHungWork) {
   release.set_value();
 }
 
-TEST_F(ThreadTest, ALaneThatEndsWaitsForWorkUnderWayAndDropsTheRest) {
+TEST_F(ThreadTest, destroyedLaneFinishesRunningWorkOnly) {
   auto lane = makeLane();
   std::latch begun(1);
   std::latch release(1);
@@ -129,7 +129,7 @@ TEST_F(ThreadTest, ALaneThatEndsWaitsForWorkUnderWayAndDropsTheRest) {
   EXPECT_NO_THROW(makeLane().reset());  // one that never worked
 }
 
-TEST_F(ThreadTest, WhatWorkHoldsMayUseTheLaneAsItGoes) {
+TEST_F(ThreadTest, destroyedWorkMaySubmitMore) {
   const auto lane = makeLane();
   std::promise<void> done;
   std::shared_ptr<void> last(nullptr, [&](void*) { lane->submit([&] { done.set_value(); }); });
@@ -146,7 +146,7 @@ Task takeAll(MainLoop&, std::shared_ptr<Arrivals<int>> arrivals, std::size_t exp
   }
 }
 
-TEST_F(ThreadTest, ValuesArriveFromSeveralThreadsInOrder) {
+TEST_F(ThreadTest, arrivalsKeepEachThreadsOrder) {
   const auto arrivals = std::make_shared<Arrivals<int>>(*loop);
   const auto taken = std::make_shared<std::vector<int>>();
   constexpr int each = 5000;
@@ -167,7 +167,7 @@ TEST_F(ThreadTest, ValuesArriveFromSeveralThreadsInOrder) {
   EXPECT_EQ(taken->size(), 2U * each);
 }
 
-TEST_F(ThreadTest, TheLoopMayEndWhileATaskWaitsForValues) {
+TEST_F(ThreadTest, loopMayDieWhileTaskAwaitsArrivals) {
   const auto arrivals = std::make_shared<Arrivals<int>>(*loop);
   const auto taken = std::make_shared<std::vector<int>>();
   const Task task = takeAll(*loop, arrivals, 1, taken);
@@ -182,7 +182,7 @@ Task handOutFlag(MainLoop&, std::shared_ptr<CancellationFlag> flag) {
   *flag = co_await cancellationFlag();
 }
 
-TEST_F(ThreadTest, TheFlagTellsOtherThreadsAndOutlivesTheTask) {
+TEST_F(ThreadTest, cancellationFlagOutlivesTheTask) {
   const auto flag = std::make_shared<CancellationFlag>();
   auto task = handOutFlag(*loop, flag);
   loop->run();
@@ -214,7 +214,7 @@ Task gated(MainLoop&, std::shared_ptr<WorkLane> lane, std::shared_ptr<Gate> gate
   *witness = static_cast<int>((co_await background(*lane, work)).size());
 }
 
-TEST_F(ThreadTest, TheLoopMayEndWhileWorkIsUnderWay) {
+TEST_F(ThreadTest, loopMayDieDuringBackgroundWork) {
   auto lane = makeLane();
   const auto gate = std::make_shared<Gate>();
   const auto witness = std::make_shared<int>(0);
@@ -229,8 +229,8 @@ TEST_F(ThreadTest, TheLoopMayEndWhileWorkIsUnderWay) {
   EXPECT_EQ(*witness, 0);
 }
 
-// Posting races with the end of the loop; afterwards the inbox swallows what comes.
-TEST_F(ThreadTest, TheLoopMayEndWhileOthersPost) {
+// Posting races with the destruction of the loop; later posts are dropped.
+TEST_F(ThreadTest, loopMayDieWhileOthersPost) {
   const auto witness = std::make_shared<int>(0);
   std::latch started(2);
   std::atomic<bool> stop = false;

@@ -10,7 +10,7 @@ namespace {
 
 using std::string_view_literals::operator""sv;
 
-TEST(RepairedUtf8, KeepsWhatIsValid) {
+TEST(RepairedUtf8, keepsValidText) {
   for (const auto text :
        {""sv, "kworker/0:1"sv, "\xC3\xA9t\xC3\xA9"sv, "\xE2\x82\xAC"sv, "\xF0\x9F\x90\xA6"sv,
         "\xED\x9F\xBF\xEE\x80\x80"sv, "\xF4\x8F\xBF\xBF"sv, "\xEF\xBF\xBD"sv}) {
@@ -19,7 +19,7 @@ TEST(RepairedUtf8, KeepsWhatIsValid) {
 }
 
 // One replacement for each maximal part of a sequence that is valid as far as it goes, as is usual.
-TEST(RepairedUtf8, ReplacesEachInvalidSequenceOnce) {
+TEST(RepairedUtf8, replacesEachInvalidSequenceOnce) {
   const std::string bad = "\xEF\xBF\xBD";
   struct Case {
     std::string_view bytes;

@@ -10,7 +10,7 @@ using std::int64_t;
 using std::string;
 using Texts = std::vector<string>;
 
-TEST(Preferences, yieldTheReadersDefaultUntilWritten) {
+TEST(Preferences, defaultAppliesUntilWritten) {
   test::ScriptedPreferences storage;
   Preferences preferences(storage);
   const Preference<bool> enabled(preferences, "alerts.cpu.enabled", true);
@@ -37,7 +37,7 @@ TEST(Preferences, valueOfAnotherTypeGivesTheDefault) {
   EXPECT_EQ(Preference<double>(preferences, "whole", 70.0).get(), 80.0);
 }
 
-TEST(Preferences, writingNotifiesAllReadersOfThatKeyAlone) {
+TEST(Preferences, writingNotifiesReadersOfThatKeyOnly) {
   test::ScriptedPreferences storage;
   Preferences preferences(storage);
   const Preference<bool> here(preferences, "ui.sandbox.showHints", true);

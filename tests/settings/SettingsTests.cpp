@@ -22,7 +22,7 @@ class RecordingStorage final : public platform::PreferenceStorage {
   }
 };
 
-TEST(SettingsReset, writesEveryDefaultInOrderAndLeavesTheRestAlone) {
+TEST(SettingsReset, writesEachDefaultAndNothingElse) {
   RecordingStorage storage;
   storage.stored = {{"ui.sandbox.showHints", false},
                     {"AppleLanguages", Texts{"es"}},
@@ -41,7 +41,7 @@ TEST(SettingsReset, writesEveryDefaultInOrderAndLeavesTheRestAlone) {
   EXPECT_EQ(storage.stored.size(), 20U);
 }
 
-TEST(Language, isSpanishOnlyIfTheFirstChoiceIs) {
+TEST(Language, spanishOnlyIfFirstChoice) {
   test::ScriptedPreferences storage;
   Preferences preferences(storage);
   EXPECT_EQ(currentLanguage(preferences, {}), "en");
@@ -54,7 +54,7 @@ TEST(Language, isSpanishOnlyIfTheFirstChoiceIs) {
   EXPECT_EQ(currentLanguage(preferences, {"es"}), "en");
 }
 
-TEST(Language, changingItEndsThisRunASecondAfterTheNextWasOrdered) {
+TEST(Language, changeRestartsAfterASecond) {
   test::ScriptedPlatform machine;
   Preferences preferences(machine.preferences);
   test::ScriptedApplication application;

@@ -22,7 +22,7 @@ std::string specifiers(const std::string& format) {
   return found;
 }
 
-TEST(Catalogue, SpeaksBothLanguages) {
+TEST(Catalogue, hasBothLanguages) {
   const Catalogue english;
   const Catalogue spanish("es");
   EXPECT_EQ(english.text("Usage history"), "Usage history");
@@ -31,7 +31,7 @@ TEST(Catalogue, SpeaksBothLanguages) {
   EXPECT_EQ(Catalogue("fr").text("macOS"), "Linux") << "the words of this desktop";
 }
 
-TEST(Catalogue, EveryKeyHasASpanishTextWithTheSameArguments) {
+TEST(Catalogue, everyKeyHasSpanishWithTheSameArguments) {
   const auto entries = nlohmann::json::parse(catalogueData());
   EXPECT_GT(entries.size(), 200U);
   for (const auto& [key, texts] : entries.items()) {
@@ -47,7 +47,7 @@ TEST(Catalogue, EveryKeyHasASpanishTextWithTheSameArguments) {
   }
 }
 
-TEST(Catalogue, NamesNothingOfAnotherDesktop) {
+TEST(Catalogue, namesNothingOfAnotherDesktop) {
   const Catalogue english;
   const auto entries = nlohmann::json::parse(catalogueData());
   for (const auto& [key, texts] : entries.items()) {

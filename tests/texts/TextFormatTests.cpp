@@ -5,7 +5,7 @@
 namespace kestrune {
 namespace {
 
-TEST(TextFormatTest, putsArgumentsInWhereTheFormatSays) {
+TEST(TextFormatTest, fillsPlaceholders) {
   EXPECT_EQ(formatText("%@: core %d of %d", {"CPU", std::int64_t{3}, std::int64_t{16}}), "CPU: core 3 of 16");
   EXPECT_EQ(formatText("%.1f of %.0f – %.2f", {12.34, 15.5, -0.005}), "12.3 of 16 – -0.01");
   EXPECT_EQ(formatText("%2$.1f GB: %1$@, %1$@", {"80%d", 40.25}), "40.2 GB: 80%d, 80%d")
@@ -14,7 +14,7 @@ TEST(TextFormatTest, putsArgumentsInWhereTheFormatSays) {
   EXPECT_EQ(formatText("", {"unused"}), "");
 }
 
-TEST(TextFormatTest, noFormatDoesHarm) {
+TEST(TextFormatTest, badFormatsAreHarmless) {
   EXPECT_EQ(formatText("%@ %@ %3$d", {"one"}), "one %@ %3$d") << "too few arguments";
   EXPECT_EQ(formatText("%d %@ %@ %.1f", {"text", std::int64_t{7}, 2.5, std::int64_t{9}}), "text 7 2 9")
       << "other kinds than the format says";
