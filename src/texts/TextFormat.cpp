@@ -9,7 +9,7 @@
 namespace kestrune {
 namespace {
 
-constexpr std::size_t mostFractionDigits = 9;
+constexpr std::size_t maxFractionDigits = 9;
 
 // One placeholder of a format.
 struct Specifier {
@@ -44,7 +44,7 @@ std::optional<Specifier> readSpecifier(std::string_view text) {
   }
   if (take(rest, '.')) {
     const auto digits = takeNumber(rest);
-    if (!digits || *digits > mostFractionDigits) return std::nullopt;
+    if (!digits || *digits > maxFractionDigits) return std::nullopt;
     specifier.fractionDigits = *digits;
   }
   if (rest.empty() || std::string_view("@df%").find(rest.front()) == std::string_view::npos) {
