@@ -1,11 +1,11 @@
 #pragma once
 
 #include <algorithm>
-#include <charconv>
 #include <concepts>
 #include <optional>
 #include <string_view>
-#include <system_error>
+
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 
@@ -27,11 +27,7 @@ class FieldScanner {
   // The field as a number. Absent: it is none, or doesn't fit.
   template <std::integral T>
   std::optional<T> number() {
-    const std::string_view text = field();
-    T value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return value;
+    return parseNumber<T>(field());
   }
 
   bool atEnd() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -26,8 +27,8 @@ std::string readText(const std::string& path);
 // Where the symbolic link leads, as it is written there; empty where it can't be read.
 std::string readLink(const std::string& path);
 
-// Without blanks, tabs and line ends at either end.
-std::string_view trimmed(std::string_view text);
+// When the content of a file or the list of a directory last changed, since 1970; 0 if it can't be read.
+std::chrono::nanoseconds changeTime(const std::string& path);
 
 // What follows the last slash.
 std::string_view baseName(std::string_view path);

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -36,18 +37,12 @@ void parseLine(std::string_view line, MemInfo& info) {
 
 MemInfo parseMemInfo(std::string_view text) {
   MemInfo info;
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    // A line without its end may have lost digits.
-    if (end == std::string_view::npos) break;
-    parseLine(text.substr(0, end), info);
-    text.remove_prefix(end + 1);
-  }
+  for (text = wholeLines(text); !text.empty();) parseLine(takeLine(text), info);
   return info;
 }
 
 std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat) {
-  FieldScanner fields(mmStat.substr(0, mmStat.find('\n')));
+  FieldScanner fields(takeLine(mmStat));
   fields.field();  // size of the data as it was
   fields.field();  // size of the data compressed
   return fields.number<std::uint64_t>();

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -50,12 +51,8 @@ std::optional<LinkEntry> parseLine(std::string_view line) {
 
 std::vector<LinkEntry> parseNetDev(std::string_view text) {
   std::vector<LinkEntry> links;
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    // A line without its end may have lost digits.
-    if (end == std::string_view::npos) break;
-    if (auto link = parseLine(text.substr(0, end))) links.push_back(*std::move(link));
-    text.remove_prefix(end + 1);
+  for (text = wholeLines(text); !text.empty();) {
+    if (auto link = parseLine(takeLine(text))) links.push_back(*std::move(link));
   }
   return links;
 }

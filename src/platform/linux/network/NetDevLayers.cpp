@@ -9,6 +9,7 @@
 
 #include "platform/linux/files/Directory.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -19,10 +20,7 @@ constexpr std::array<std::string_view, 10> layeredTypes = {
 
 // The DEVTYPE line of an interface's uevent file; empty: it is of no special type.
 std::string deviceType(const std::string& folder) {
-  constexpr std::string_view key = "DEVTYPE=";
-  const std::string facts = readText(folder + "/uevent");
-  if (!facts.starts_with(key)) return {};
-  return facts.substr(key.size(), facts.find('\n') - key.size());
+  return std::string(lineAfter(readText(folder + "/uevent"), "DEVTYPE="));
 }
 
 // Whether the kernel lists an interface below it, or tells that a program moves its packets (tun, tap).

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 #include "platform/linux/files/UniqueFd.h"
 
 namespace kestrune::platform {
@@ -35,10 +36,8 @@ class EntryPath {
 
 // Absent: no process has such an entry.
 std::optional<std::int32_t> pidOf(std::string_view entry) {
-  std::int32_t pid = 0;
-  const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), pid);
-  if (error != std::errc() || end != entry.data() + entry.size() || pid < 1) return std::nullopt;
-  return pid;
+  const auto pid = parseNumber<std::int32_t>(entry);
+  return pid && *pid > 0 ? pid : std::nullopt;
 }
 
 std::uint64_t positive(long figure, std::uint64_t fallback) {

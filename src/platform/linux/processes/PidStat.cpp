@@ -2,6 +2,7 @@
 
 #include "platform/linux/files/FieldScanner.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -36,9 +37,7 @@ class Fields {
 };
 
 std::string_view takeArgument(std::string_view& commandLine) {
-  const std::string_view argument = commandLine.substr(0, commandLine.find('\0'));
-  commandLine.remove_prefix(std::min(commandLine.size(), argument.size() + 1));
-  return argument;
+  return takePart(commandLine, '\0');
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 #include "platform/linux/processor/CpuInfo.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
-#include <system_error>
 
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -20,19 +18,15 @@ std::string withSingleBlanks(std::string_view text) {
   return tidy;
 }
 
-bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::ranges::equal(text, lowerCase, {}, lower);
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerCased) {
+  return std::ranges::equal(text, lowerCased, {}, lowerCase);
 }
 
 template <class T>
 std::optional<T> number(std::string_view text) {
   const bool isHex = text.starts_with("0x");
   if (isHex) text.remove_prefix(2);
-  T value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, isHex ? 16 : 10);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
+  return parseNumber<T>(text, isHex ? 16 : 10);
 }
 
 // Gathers line by line; what belongs to one processor comes together, and in this order.
@@ -85,13 +79,11 @@ class Gatherer {
 CpuInfo parseCpuInfo(std::string_view text) {
   Gatherer gatherer;
   while (!text.empty()) {
-    const auto end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
+    const std::string_view line = takeLine(text);
     const auto colon = line.find(':');
     if (colon != std::string_view::npos) {
       gatherer.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
     }
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
   return gatherer.take();
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/linux/files/FieldScanner.h"
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -27,12 +27,9 @@ bool addRange(std::string_view range, std::vector<std::int32_t>& ids) {
 std::optional<std::vector<std::int32_t>> parseCpuList(std::string_view text) {
   text = trimmed(text);
   std::vector<std::int32_t> ids;
+  if (text.ends_with(',')) return std::nullopt;
   while (!text.empty()) {
-    const auto comma = text.find(',');
-    if (!addRange(text.substr(0, comma), ids)) return std::nullopt;
-    if (comma == std::string_view::npos) break;
-    text.remove_prefix(comma + 1);
-    if (text.empty()) return std::nullopt;
+    if (!addRange(takePart(text, ','), ids)) return std::nullopt;
   }
   return ids;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -29,10 +30,7 @@ bool parseProcessor(std::string_view line, RawProcessor& processor) {
 bool parseProcStat(std::string_view text, std::vector<RawProcessor>& processors) {
   processors.clear();
   while (text.starts_with(prefix)) {
-    const auto end = text.find('\n');
-    if (end == std::string_view::npos) return false;
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end + 1);
+    const std::string_view line = takeLine(text);
     if (line.starts_with("cpu ")) continue;  // the sum of all
     if (!parseProcessor(line, processors.emplace_back())) return false;
   }

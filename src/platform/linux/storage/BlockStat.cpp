@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -19,7 +20,7 @@ std::optional<std::uint64_t> bytesOf(std::optional<std::uint64_t> sectors) {
 }  // namespace
 
 BlockDriver parseBlockStat(std::string_view text) {
-  FieldScanner fields(text.substr(0, text.find('\n')));
+  FieldScanner fields(takeLine(text));
   fields.field();  // reads completed
   fields.field();  // reads merged
   const auto read = fields.number<std::uint64_t>();

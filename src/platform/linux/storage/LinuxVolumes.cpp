@@ -12,29 +12,10 @@
 #include <sys/statvfs.h>
 
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
-
-timespec changeTime(const std::string& path) {
-  struct stat info {};
-  return stat(path.c_str(), &info) == 0 ? info.st_mtim : timespec{};
-}
-
-bool isSame(const timespec& a, const timespec& b) {
-  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
-}
-
-// What follows `key` on its line; empty where there is no such line.
-std::string_view lineAfter(std::string_view text, std::string_view key) {
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    if (line.starts_with(key)) return line.substr(key.size());
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
-  return {};
-}
 
 std::string resolved(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
@@ -49,7 +30,7 @@ std::optional<std::string> LinuxVolumes::name(const std::string& path) {
   if (mountsChanged()) known_.clear();
   auto known = known_.find(path);
   const bool isFresh =
-      known != known_.end() && isSame(changeTime(known->second.labelFile), known->second.labelTime);
+      known != known_.end() && changeTime(known->second.labelFile) == known->second.labelTime;
   if (!isFresh) {
     auto found = findOut(path);
     if (!found) return std::nullopt;

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
-
-#include <sys/stat.h>
 
 #include "platform/Volumes.h"
 #include "platform/linux/files/UniqueFd.h"
@@ -28,7 +27,7 @@ class LinuxVolumes final : public Volumes {
   struct Known {
     std::string name;
     std::string labelFile;
-    timespec labelTime{};
+    std::chrono::nanoseconds labelTime{};
   };
   bool mountsChanged();
   std::optional<Known> findOut(const std::string& path) const;
