@@ -19,7 +19,6 @@
 #include "platform/ProcessTable.h"
 #include "platform/Processors.h"
 #include "platform/SystemFacts.h"
-#include "platform/ToolRunner.h"
 #include "platform/UserNotifications.h"
 #include "platform/Volumes.h"
 #include "platform/WiFi.h"
@@ -49,7 +48,6 @@ struct Platform {
   NetworkInterfaces& networkInterfaces;
   WiFi& wifi;
   LocationPermission& location;
-  ToolRunner& tools;
   // The lane for looks at the connection, which may hang with the tools that they run.
   std::shared_ptr<WorkLane> connectionLane;
   AudioService& audio;

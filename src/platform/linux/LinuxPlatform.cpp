@@ -81,7 +81,6 @@ Platform LinuxPlatform::platform(UserNotifications& notifications, Workspace& wo
           .networkInterfaces = networkInterfaces_,
           .wifi = wifi_,
           .location = location_,
-          .tools = tools_,
           .connectionLane = connectionLane_,
           .audio = audio_,
           .applications = applications_,

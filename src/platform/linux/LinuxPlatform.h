@@ -17,7 +17,6 @@
 #include "platform/linux/processor/LinuxChip.h"
 #include "platform/linux/processor/LinuxProcessors.h"
 #include "platform/linux/program/LinuxProcessEnvironment.h"
-#include "platform/linux/program/LinuxToolRunner.h"
 #include "platform/linux/program/LoopDescriptor.h"
 #include "platform/linux/storage/LinuxBlockStorage.h"
 #include "platform/linux/storage/LinuxVolumes.h"
@@ -62,7 +61,6 @@ class LinuxPlatform {
   LinuxNetworkInterfaces networkInterfaces_;
   LinuxWiFi wifi_;
   LinuxLocationPermission location_;
-  LinuxToolRunner tools_;
   LinuxAudioService audio_;
   LinuxApplications applications_;
   LinuxFolders folders_;

@@ -25,12 +25,21 @@ constexpr std::array<Line, 10> lines = {{{"MemTotal", &MemInfo::memTotal},
                                          {"SwapTotal", &MemInfo::swapTotal},
                                          {"SwapFree", &MemInfo::swapFree}}};
 
+constexpr std::uint64_t bytesPerKibibyte = 1024;
+constexpr std::uint64_t maxBytes = std::uint64_t{1} << 60U;
+
+std::optional<std::uint64_t> bytes(std::optional<std::uint64_t> units, std::uint64_t bytesPerUnit) {
+  if (!units || *units > maxBytes / bytesPerUnit) return std::nullopt;
+  return *units * bytesPerUnit;
+}
+
 void parseLine(std::string_view line, MemInfo& info) {
   const auto colon = line.find(':');
   if (colon == std::string_view::npos) return;
   const auto* const known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
   if (known == lines.end()) return;
-  info.*(known->field) = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
+  const auto kibibytes = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
+  info.*(known->field) = bytes(kibibytes, bytesPerKibibyte);
 }
 
 }  // namespace
@@ -45,7 +54,7 @@ std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat) {
   FieldScanner fields(takeLine(mmStat));
   fields.field();  // size of the data as it was
   fields.field();  // size of the data compressed
-  return fields.number<std::uint64_t>();
+  return bytes(fields.number<std::uint64_t>(), 1);
 }
 
 }  // namespace kestrune::platform

@@ -44,7 +44,7 @@ std::unique_ptr<RadioSource> makeNl80211Source() {
 }
 
 LinuxWiFi::LinuxWiFi(std::string root, std::unique_ptr<RadioSource> radios)
-    : root_(std::move(root)), radios_(std::move(radios)) {}
+    : root_(std::move(root)), radios_(std::move(radios)), tools_(root_) {}
 
 std::optional<WiFiInterface> LinuxWiFi::defaultInterface() {
   std::optional<WiFiInterface> unassociated;
@@ -66,6 +66,10 @@ std::vector<std::optional<std::string>> LinuxWiFi::interfaceNames() {
   std::vector<std::optional<std::string>> names;
   for (auto& interface : interfaces()) names.push_back(std::move(interface.name));
   return names;
+}
+
+std::optional<std::string> LinuxWiFi::findNetworkName(const std::string& interfaceName) {
+  return tools_.find(interfaceName);
 }
 
 // Without a radio the kernel may not have loaded what would be asked, and would do so for the question.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/WiFi.h"
+#include "platform/linux/network/NetworkNameTools.h"
 #include "platform/linux/network/Nl80211.h"
 
 namespace kestrune::platform {
@@ -33,6 +34,7 @@ class LinuxWiFi final : public WiFi {
 
   std::optional<WiFiInterface> defaultInterface() override;
   std::vector<std::optional<std::string>> interfaceNames() override;
+  std::optional<std::string> findNetworkName(const std::string& interfaceName) override;
 
  private:
   std::vector<RadioInterface> interfaces();
@@ -40,6 +42,7 @@ class LinuxWiFi final : public WiFi {
 
   std::string root_;
   std::unique_ptr<RadioSource> radios_;
+  const NetworkNameTools tools_;
 };
 
 }  // namespace kestrune::platform
