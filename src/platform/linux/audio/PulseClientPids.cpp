@@ -45,7 +45,7 @@ bool PulseClientPids::runs(std::int32_t pid, const std::string& binary) const {
   if (!stat || stat->isKernelThread) return false;
   if (binary.empty() || baseName(executableOf(root_, pid)) == binary) return true;
   // The executable may be hidden; the name is not, but the kernel cuts it off.
-  return mayBeCut(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
+  return mayBeTruncated(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
 }
 
 std::int32_t PulseClientPids::findInSandbox(std::int32_t innerPid, const std::string& binary) const {

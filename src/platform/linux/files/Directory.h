@@ -5,7 +5,7 @@
 
 namespace kestrune::platform {
 
-// The names in a directory, sorted, without "." and ".."; none where it can't be read.
+// The names in a directory, sorted, without "." and "..". Empty if it can't be read.
 std::vector<std::string> entryNames(const std::string& path);
 
 // True if there is anything at the path, even a link that leads nowhere.

@@ -9,7 +9,7 @@
 
 namespace kestrune::platform {
 
-// Takes a line apart, from left to right, into fields that blanks separate.
+// Splits a line into the fields between its blanks, from left to right.
 class FieldScanner {
  public:
   explicit FieldScanner(std::string_view text) : rest_(text) {}
@@ -24,7 +24,7 @@ class FieldScanner {
     return taken;
   }
 
-  // The field as a number. Absent: it is none, or doesn't fit.
+  // The field as a number. Absent: it isn't a number, or doesn't fit.
   template <std::integral T>
   std::optional<T> number() {
     return parseNumber<T>(field());

@@ -52,8 +52,8 @@ MemInfo parseMemInfo(std::string_view text) {
 
 std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat) {
   FieldScanner fields(takeLine(mmStat));
-  fields.field();  // size of the data as it was
-  fields.field();  // size of the data compressed
+  fields.field();  // original size of the data
+  fields.field();  // compressed size
   return bytes(fields.number<std::uint64_t>(), 1);
 }
 

@@ -12,11 +12,11 @@
 namespace kestrune::platform {
 namespace {
 
-// More than a port moves in years. What lies above is a driver's counter that fell below zero, or garbage,
-// and a sum over it might overflow.
-constexpr std::uint64_t mostBytes = std::uint64_t{1} << 60U;
+// More than a port moves in years. Anything above is garbage, or a driver's counter that fell below zero, and
+// sums of it could overflow.
+constexpr std::uint64_t maxBytes = std::uint64_t{1} << 60U;
 
-// Absent: it is no number. One that doesn't fit is as large as can be.
+// Absent: it isn't a number. The largest number stands for one that doesn't fit.
 std::optional<std::uint64_t> count(std::string_view text) {
   std::uint64_t value = 0;
   const char* const textEnd = text.data() + text.size();
@@ -26,7 +26,7 @@ std::optional<std::uint64_t> count(std::string_view text) {
 }
 
 std::optional<LinkEntry> parseLine(std::string_view line) {
-  // The last one: some kernels let names have colons too, and not all put a blank behind it.
+  // The last colon: names may contain colons, and some kernels don't write a blank after the last.
   const auto colon = line.rfind(':');
   if (colon == std::string_view::npos) return std::nullopt;
   FieldScanner before(line.substr(0, colon));
@@ -41,7 +41,7 @@ std::optional<LinkEntry> parseLine(std::string_view line) {
   if (!received || !sent) return std::nullopt;
 
   LinkEntry link{.name = std::string(name)};
-  if (*received <= mostBytes && *sent <= mostBytes) {
+  if (*received <= maxBytes && *sent <= maxBytes) {
     link.counters = {.received = *received, .sent = *sent};
   }
   return link;

@@ -115,7 +115,7 @@ LinuxProcessTable::Known& LinuxProcessTable::known(std::int32_t pid, const PidSt
 void LinuxProcessTable::readName(std::int32_t pid, Known& process) {
   process.name = process.kernelName;
   process.hasName = true;
-  if (process.isKernelThread || !mayBeCut(process.kernelName)) return;
+  if (process.isKernelThread || !mayBeTruncated(process.kernelName)) return;
   readPath(pid, process);
   const std::string_view commandLine = read(pid, "cmdline").value_or(std::string_view());
   process.name = completedName(process.kernelName, process.path, commandLine);

@@ -29,8 +29,8 @@ std::optional<T> number(std::string_view text) {
   return parseNumber<T>(text, isHex ? 16 : 10);
 }
 
-// Gathers line by line; what belongs to one processor comes together, and in this order.
-class Gatherer {
+// Collects the lines. Those of one processor follow each other, and in this order.
+class Collector {
  public:
   void line(std::string_view key, std::string_view value) {
     if (key == "processor") {
@@ -54,9 +54,9 @@ class Gatherer {
 
  private:
   void addPackage(std::optional<std::int32_t> cores) {
-    constexpr std::int32_t most = 65536;
+    constexpr std::int32_t maxCores = 65536;
     const std::int32_t package = package_.value_or(0);
-    if (!cores || *cores < 1 || *cores > most - info_.physicalCores) return;
+    if (!cores || *cores < 1 || *cores > maxCores - info_.physicalCores) return;
     if (std::ranges::find(packages_, package) != packages_.end()) return;
     packages_.push_back(package);
     info_.physicalCores += *cores;
@@ -77,15 +77,15 @@ class Gatherer {
 }  // namespace
 
 CpuInfo parseCpuInfo(std::string_view text) {
-  Gatherer gatherer;
+  Collector collector;
   while (!text.empty()) {
     const std::string_view line = takeLine(text);
     const auto colon = line.find(':');
     if (colon != std::string_view::npos) {
-      gatherer.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+      collector.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
     }
   }
-  return gatherer.take();
+  return collector.take();
 }
 
 }  // namespace kestrune::platform

@@ -8,15 +8,15 @@
 namespace kestrune::platform {
 namespace {
 
-constexpr std::int32_t highestId = 65535;
+constexpr std::int32_t maxId = 65535;
 
 bool addRange(std::string_view range, std::vector<std::int32_t>& ids) {
   const auto dash = range.find('-');
   const auto first = FieldScanner(range.substr(0, dash)).number<std::int32_t>();
   const auto last =
       dash == std::string_view::npos ? first : FieldScanner(range.substr(dash + 1)).number<std::int32_t>();
-  if (!first || !last || *first < 0 || *last < *first || *last > highestId) return false;
-  // The kernel lists ids in ascending order; a text that doesn't is no such list.
+  if (!first || !last || *first < 0 || *last < *first || *last > maxId) return false;
+  // The kernel lists ids in ascending order.
   if (!ids.empty() && *first <= ids.back()) return false;
   for (std::int32_t id = *first; id <= *last; ++id) ids.push_back(id);
   return true;

@@ -9,7 +9,7 @@ namespace kestrune::platform {
 namespace {
 
 constexpr std::string_view prefix = "cpu";
-constexpr std::size_t oldestStates = 4;  // what even the first kernels tell
+constexpr std::size_t minStates = 4;  // of the oldest kernels
 
 bool parseProcessor(std::string_view line, RawProcessor& processor) {
   FieldScanner fields(line.substr(prefix.size()));
@@ -17,7 +17,7 @@ bool parseProcessor(std::string_view line, RawProcessor& processor) {
   if (!id || *id < 0) return false;
   processor = {.id = *id, .ticks = {}};
   for (std::size_t state = 0; state < rawStates; ++state) {
-    if (fields.atEnd()) return state >= oldestStates;
+    if (fields.atEnd()) return state >= minStates;
     const auto ticks = fields.number<std::uint64_t>();
     if (!ticks) return false;
     processor.ticks[state] = *ticks;

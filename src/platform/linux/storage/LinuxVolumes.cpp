@@ -32,7 +32,7 @@ std::optional<std::string> LinuxVolumes::name(const std::string& path) {
   const bool isFresh =
       known != known_.end() && changeTime(known->second.labelFile) == known->second.labelTime;
   if (!isFresh) {
-    auto found = findOut(path);
+    auto found = findName(path);
     if (!found) return std::nullopt;
     known = known_.insert_or_assign(path, *std::move(found)).first;
   }
@@ -60,7 +60,7 @@ bool LinuxVolumes::mountsChanged() {
   return poll(&state, 1, 0) > 0 && (state.revents & (POLLPRI | POLLERR)) != 0;
 }
 
-std::optional<LinuxVolumes::Known> LinuxVolumes::findOut(const std::string& path) const {
+std::optional<LinuxVolumes::Known> LinuxVolumes::findName(const std::string& path) const {
   const auto mounts = readFile(below(root_, "proc/self/mountinfo"));
   const auto mount = mounts ? findMount(*mounts, path) : std::nullopt;
   if (!mount) return std::nullopt;
@@ -75,7 +75,7 @@ std::optional<LinuxVolumes::Known> LinuxVolumes::findOut(const std::string& path
   return known;
 }
 
-// Some file systems number their mounts on their own; their source still names a device.
+// Some file systems have device numbers of their own, but their source names a real device.
 std::string LinuxVolumes::deviceNumber(const Mount& mount) const {
   if (!mount.device.starts_with("0:") || !mount.source.starts_with("/dev/")) return mount.device;
   const std::string device = resolved(below(root_, std::string_view(mount.source).substr(1)));

@@ -9,7 +9,7 @@
 namespace kestrune::platform {
 namespace {
 
-// The byte that the escape at the start of `text` stands for, and the length of the escape.
+// The byte encoded by the escape at the start of `text`, and the length of the escape.
 std::optional<std::pair<char, std::size_t>> escape(std::string_view text) {
   if (!text.starts_with('\\')) return std::nullopt;
   constexpr std::size_t length = 4;
@@ -25,7 +25,7 @@ std::optional<Mount> parseMount(std::string_view line, std::string_view mountPoi
   fields.field();  // id of the mount
   fields.field();  // id of its parent
   const std::string_view device = fields.field();
-  fields.field();  // what of the file system is mounted
+  fields.field();  // root of the mount
   if (unescaped(fields.field()) != mountPoint) return std::nullopt;
   fields.field();  // options
   while (!fields.atEnd()) {

@@ -37,7 +37,7 @@ TEST(NetDevTest, namesMayBeOdd) {
               ElementsAre("eth0:1 5 6", "a|b 7 8", "\xff\x01\" 9 1", "123 456 7"));
 }
 
-TEST(NetDevTest, whatMakesNoSenseIsLeftOut) {
+TEST(NetDevTest, invalidLinesAreLeftOut) {
   const std::string whole = line("eth0", " 1", "2");
   for (const std::string bad :
        {"\n", ":\n", "garbage\n", "eth1: 1 2 3\n", "eth1: x 2 3 4 5 6 7 8 9\n",
@@ -51,7 +51,7 @@ TEST(NetDevTest, whatMakesNoSenseIsLeftOut) {
   }
 }
 
-TEST(NetDevTest, implausibleCountersAreNone) {
+TEST(NetDevTest, implausibleCountersAreAbsent) {
   EXPECT_THAT(parsed(line("a", " 18446744073709551616", "1") + line("b", " 1", "18446744073709551615") +
                      line("c", " 99999999999999999999999999", "99999999999999999999999999") +
                      line("d", " 1152921504606846976", "1") + line("e", " 1152921504606846977", "1")),

@@ -19,7 +19,7 @@ class LinuxNetworkInterfacesTest : public testing::Test {
     for (const auto& name : names) text += name + ": 10 0 0 0 0 0 0 0 20 0 0 0 0 0 0 0\n";
     root.write("proc/net/dev", text);
   }
-  void tell(const std::string& name, const std::string& file, const std::string& text = "") {
+  void describe(const std::string& name, const std::string& file, const std::string& text = "") {
     root.write("sys/class/net/" + name + "/" + file, text);
   }
   void forget(const std::string& name) { std::filesystem::remove_all(root / ("sys/class/net/" + name)); }
@@ -31,39 +31,39 @@ class LinuxNetworkInterfacesTest : public testing::Test {
     return names;
   }
   std::vector<std::string> carried() { return carriedOf(interfaces.links().value()); }
-  std::vector<std::string> carriedByAFullLook() { return carriedOf(interfaces.interfaces().value().links); }
+  std::vector<std::string> carriedInFullRead() { return carriedOf(interfaces.interfaces().value().links); }
 
   test::TemporaryFolder root;
   std::optional<std::vector<AddressEntry>> addresses = std::vector<AddressEntry>{};
   LinuxNetworkInterfaces interfaces{root.path(), [this] { return addresses; }};
 };
 
-TEST_F(LinuxNetworkInterfacesTest, theKernelTellsWhatStandsOnAnother) {
+TEST_F(LinuxNetworkInterfacesTest, theKernelKnowsWhatIsStacked) {
   setNames({"lo", "eth0", "home", "br0", "lan", "vpn0", "wlan0", "work", "mlan0"});
-  tell("eth0", "uevent", "INTERFACE=eth0\nIFINDEX=2\n");
-  tell("eth0", "upper_home");
-  tell("home", "uevent", "DEVTYPE=vlan\nINTERFACE=home\n");
-  tell("br0", "uevent", "DEVTYPE=bridge\nINTERFACE=br0\n");
-  tell("lan", "lower_eth0");
-  tell("vpn0", "tun_flags", "0x1801\n");
-  tell("wlan0", "uevent", "DEVTYPE=wlan\nINTERFACE=wlan0\n");
-  tell("work", "uevent", "DEVTYPE=wireguard\nINTERFACE=work\n");
-  tell("mlan0", "uevent", "INTERFACE=DEVTYPE=vlan\n");
+  describe("eth0", "uevent", "INTERFACE=eth0\nIFINDEX=2\n");
+  describe("eth0", "upper_home");
+  describe("home", "uevent", "DEVTYPE=vlan\nINTERFACE=home\n");
+  describe("br0", "uevent", "DEVTYPE=bridge\nINTERFACE=br0\n");
+  describe("lan", "lower_eth0");
+  describe("vpn0", "tun_flags", "0x1801\n");
+  describe("wlan0", "uevent", "DEVTYPE=wlan\nINTERFACE=wlan0\n");
+  describe("work", "uevent", "DEVTYPE=wireguard\nINTERFACE=work\n");
+  describe("mlan0", "uevent", "INTERFACE=DEVTYPE=vlan\n");
   EXPECT_THAT(carried(), ElementsAre("home", "br0", "lan", "vpn0", "work"));
-  EXPECT_THAT(carriedByAFullLook(), ElementsAre("home", "br0", "lan", "vpn0", "work"));
+  EXPECT_THAT(carriedInFullRead(), ElementsAre("home", "br0", "lan", "vpn0", "work"));
 }
 
-TEST_F(LinuxNetworkInterfacesTest, changesAreSeenWithNewNamesAndInFullLooks) {
+TEST_F(LinuxNetworkInterfacesTest, changesShowWithNewNamesAndInFullReads) {
   setNames({"eth0", "a"});
   EXPECT_THAT(carried(), IsEmpty());
-  tell("a", "lower_eth0");
+  describe("a", "lower_eth0");
   EXPECT_THAT(carried(), IsEmpty()) << "the same names";
-  EXPECT_THAT(carriedByAFullLook(), ElementsAre("a"));
+  EXPECT_THAT(carriedInFullRead(), ElementsAre("a"));
   EXPECT_THAT(carried(), ElementsAre("a"));
 
   forget("a");
   setNames({"eth0", "b"});
-  tell("b", "lower_eth0");
+  describe("b", "lower_eth0");
   EXPECT_THAT(carried(), ElementsAre("b"));
   setNames({"eth0", "a"});
   EXPECT_THAT(carried(), IsEmpty()) << "another interface with the same name";
@@ -71,28 +71,28 @@ TEST_F(LinuxNetworkInterfacesTest, changesAreSeenWithNewNamesAndInFullLooks) {
 
 TEST_F(LinuxNetworkInterfacesTest, aDialUpConnectionIsCarriedByAConnectedPort) {
   setNames({"eth0", "wlan0", "ppp0"});
-  tell("ppp0", "uevent", "DEVTYPE=ppp\nINTERFACE=ppp0\n");
-  tell("eth0", "device/modalias");
-  tell("eth0", "carrier", "0\n");
+  describe("ppp0", "uevent", "DEVTYPE=ppp\nINTERFACE=ppp0\n");
+  describe("eth0", "device/modalias");
+  describe("eth0", "carrier", "0\n");
   EXPECT_THAT(carried(), IsEmpty()) << "over a modem";
-  tell("eth0", "carrier", "1\n");
-  EXPECT_THAT(carriedByAFullLook(), IsEmpty()) << "stays what it was";
+  describe("eth0", "carrier", "1\n");
+  EXPECT_THAT(carriedInFullRead(), IsEmpty()) << "stays as it was";
 
   setNames({"eth0", "wlan0", "ppp1"});
-  tell("ppp1", "uevent", "DEVTYPE=ppp\nINTERFACE=ppp1\n");
+  describe("ppp1", "uevent", "DEVTYPE=ppp\nINTERFACE=ppp1\n");
   EXPECT_THAT(carried(), ElementsAre("ppp1"));
-  tell("eth0", "carrier", "0\n");
-  EXPECT_THAT(carriedByAFullLook(), ElementsAre("ppp1")) << "stays what it was";
+  describe("eth0", "carrier", "0\n");
+  EXPECT_THAT(carriedInFullRead(), ElementsAre("ppp1")) << "stays as it was";
   EXPECT_THAT(carried(), ElementsAre("ppp1"));
 }
 
-TEST_F(LinuxNetworkInterfacesTest, bothLooksAtTheSameTime) {
+TEST_F(LinuxNetworkInterfacesTest, bothReadsAtTheSameTime) {
   constexpr int rounds = 300;
-  tell("br0", "lower_eth0");
+  describe("br0", "lower_eth0");
   setNames({"eth0", "br0"});
   std::thread other([&] {
     for (int i = 0; i < rounds; ++i) {
-      // What is written meanwhile may be read half.
+      // The file may be read half written.
       const auto found = interfaces.interfaces();
       if (!found || found->links.size() < 2) continue;
       EXPECT_THAT(carriedOf(found->links), ElementsAre("br0"));

@@ -32,7 +32,7 @@ UniqueFd ownNamespace() {
   return UniqueFd(open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC));
 }
 
-// Frames that nobody asked for would blur the counts.
+// Its unrequested frames would blur the counts.
 void silenceIpv6() {
   for (const auto* scope : {"all", "default"}) {
     std::ofstream("/proc/sys/net/ipv6/conf/" + std::string(scope) + "/disable_ipv6") << "1\n";
@@ -51,17 +51,17 @@ const sockaddr* plain(const sockaddr_in& address) {
   return reinterpret_cast<const sockaddr*>(&address);
 }
 
-// In the namespace that the thread is in. Sending and receiving give up after some seconds.
+// In the thread's namespace. Sending and receiving time out.
 UniqueFd makeSocket(const std::string& address) {
   UniqueFd socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-  constexpr timeval patience{.tv_sec = 5, .tv_usec = 0};
+  constexpr timeval timeout{.tv_sec = 5, .tv_usec = 0};
   const sockaddr_in own = addressOf(address);
-  setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-  setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+  setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
+  setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout);
   return bind(socket.get(), plain(own), sizeof own) == 0 ? std::move(socket) : UniqueFd();
 }
 
-// Each is taken in before the next is sent, where there is a receiver.
+// If there is a receiver, each datagram is received before the next is sent.
 bool sendAll(const UniqueFd& sender, const std::string& to, const UniqueFd* receiver, int datagrams,
              std::size_t bytes) {
   const sockaddr_in target = addressOf(to);

@@ -8,9 +8,9 @@
 
 namespace kestrune::test {
 
-// Two network namespaces of this process's own, near and far, joined by a cable whose ends are called eth0 in
-// both, with the addresses 10.0.0.1/24 here and 10.0.0.2/24 there. The process is in the near one, and sees
-// it in /proc and /sys, until the next object is made. Its other processes and the machine are not touched.
+// Two network namespaces of this process, near and far, joined by a virtual cable. Its ends are called eth0
+// and have the addresses 10.0.0.1/24 (near) and 10.0.0.2/24 (far). The process is in the near namespace, and
+// sees it in /proc and /sys, until the next object is created. The rest of the machine is not touched.
 class NetworkNamespaces {
  public:
   NetworkNamespaces();
@@ -18,21 +18,20 @@ class NetworkNamespaces {
   NetworkNamespaces(const NetworkNamespaces&) = delete;
   NetworkNamespaces& operator=(const NetworkNamespaces&) = delete;
 
-  // Why the kernel grants none; absent: all is well.
+  // Why the namespaces couldn't be created. Absent: they were.
   const std::optional<std::string>& obstacle() const { return obstacle_; }
 
-  // Runs ip(8) with the arguments, near or far. False: it failed, as where the kernel lacks what is asked
-  // for.
+  // Runs ip(8) with the arguments, near or far. False: it failed, for instance because the kernel lacks a
+  // feature.
   bool ip(const std::string& arguments) const;
   bool ipFar(const std::string& arguments) const;
-  // The far namespace, as ip(8) takes it.
+  // The far namespace as an argument for ip(8).
   std::string far() const;
 
-  // Sends so many datagrams of so many bytes from the near address to the far one, or back, and takes each
-  // in. False: one was lost.
+  // Sends datagrams from a near address to a far one, or back, and receives each. False: one was lost.
   bool send(const std::string& from, const std::string& to, int datagrams, std::size_t bytes) const;
   bool sendBack(const std::string& from, const std::string& to, int datagrams, std::size_t bytes) const;
-  // Sends them from here whether or not anyone takes them in.
+  // Sends them from the near side without receiving them.
   bool sendBlindly(const std::string& from, const std::string& to, int datagrams, std::size_t bytes) const;
 
  private:

@@ -1,3 +1,4 @@
+#include <array>
 #include <ctime>
 #include <filesystem>
 
@@ -5,18 +6,19 @@
 #include <unistd.h>
 
 #include "platform/linux/processes/LinuxProcessTable.h"
+#include "platform/linux/processes/PidStat.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 struct Fake {
   std::string name = "fake";
-  std::string state = "S";
   std::string flags = "4194560";
   int user = 0;
   int system = 0;
@@ -24,15 +26,15 @@ struct Fake {
   int pages = 10;
 };
 
+std::string statOf(const Fake& fake) {
+  const auto field = [](int figure) { return " " + std::to_string(figure); };
+  return "77 (" + fake.name + ") S 1 1 1 0 -1 " + fake.flags + " 0 0 0 0" + field(fake.user) +
+         field(fake.system) + " 0 0 20 0 1 0" + field(fake.start) + " 1000" + field(fake.pages) + " 1 1\n";
+}
+
 class ProcessTableTest : public testing::Test {
  protected:
-  void put(int pid, const Fake& process) {
-    std::string text = std::to_string(pid) + " (" + process.name + ") " + process.state + " 1 1 1 0 -1 ";
-    text += process.flags + " 0 0 0 0 " + std::to_string(process.user) + " " + std::to_string(process.system);
-    text += " 0 0 20 0 1 0 " + std::to_string(process.start) + " 1000 " + std::to_string(process.pages) +
-            " 1 1\n";
-    root.write(entry(pid, "stat"), text);
-  }
+  void put(int pid, const Fake& fake) { root.write(entry(pid, "stat"), statOf(fake)); }
   void putExe(int pid, const std::string& target) {
     fs::remove(root / entry(pid, "exe"));
     fs::create_directories(root / entry(pid, ""));
@@ -124,7 +126,7 @@ TEST_F(ProcessTableTest, readsNoPathOfAKernelThreadAndRetriesForANewProcess) {
   putExe(3, "/bin/new");
   EXPECT_EQ(pathOf(3), "/bin/new");
   fs::remove(root / entry(3, "exe"));
-  put(3, {.name = "new", .state = "Z", .pages = 0});
+  put(3, {.name = "new", .pages = 0});
   EXPECT_EQ(pathOf(3), "/bin/new");
 }
 
@@ -136,6 +138,30 @@ TEST_F(ProcessTableTest, leavesOutAPathOf1024BytesOrMore) {
   put(5, {});
   putExe(5, longest + "x");
   EXPECT_EQ(pathOf(5), "");
+}
+
+TEST(PidStat, findsTheEndOfAnyName) {
+  for (const std::string name : {"bash", ") S 1 (", "a b", "line\nbreak", "caf\xE9", "", "(((", "x) R 9"}) {
+    const std::string text = statOf({.name = name, .user = 150, .system = 75, .start = 42, .pages = 321});
+    const auto stat = parsePidStat(text);
+    ASSERT_TRUE(stat) << name;
+    EXPECT_EQ(stat->name, name);
+    EXPECT_THAT((std::array{stat->userTicks, stat->systemTicks, stat->startTime, stat->residentPages}),
+                ElementsAre(150, 75, 42, 321));
+    EXPECT_FALSE(stat->isKernelThread);
+  }
+}
+
+TEST(PidStat, refusesTruncatedAndInvalidText) {
+  const std::string whole = statOf({.pages = 321});
+  const auto firstSafe = whole.find(" 321 ") + 5;
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    EXPECT_EQ(parsePidStat(whole.substr(0, length)).has_value(), length >= firstSafe) << length;
+  }
+  for (const char* text :
+       {")77 (", "77 bash S 1", "77 (bash) S a b c d e f g h i j k l m n o p q r s t u v w x y"}) {
+    EXPECT_FALSE(parsePidStat(text)) << text;
+  }
 }
 
 TEST(ProcessTableOfThisMachine, knowsThisProcess) {

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/linux/processor/CpuTopology.h"
 #include "platform/linux/processor/LinuxProcessors.h"
 #include "support/TemporaryFolder.h"
 
@@ -27,30 +28,30 @@ class ProcessorsTest : public testing::Test {
   LinuxProcessors processors{root.path()};
 };
 
-TEST_F(ProcessorsTest, countsEachStateFromItsOwnStart) {
+TEST_F(ProcessorsTest, countsEachStateFromTheFirstRead) {
   EXPECT_THAT(*readWith("cpu0 1000 100 500 9000 50 5 6 7 400 40\n"), ElementsAre(ProcessorTicks{}));
   // user +10, nice +20, system 30 + 3 + 4 + 5, idle 40 + 2; the guests' 999 are in user and nice already.
   EXPECT_THAT(*readWith("cpu0 1010 120 530 9040 52 8 10 12 1399 1039\n"),
               ElementsAre(ProcessorTicks{.user = 10, .system = 42, .idle = 42, .nice = 20}));
 }
 
-TEST_F(ProcessorsTest, aCounterThatFallsAddsNothing) {
+TEST_F(ProcessorsTest, aDecreasingCounterAddsNothing) {
   readWith("cpu0 10 0 10 100 50\n");
   EXPECT_THAT(*readWith("cpu0 9 0 12 101 40\n"), ElementsAre(ProcessorTicks{.system = 2, .idle = 1}));
 }
 
-TEST_F(ProcessorsTest, beginsAnewBeforeTheSumOverflows) {
-  constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+TEST_F(ProcessorsTest, restartsBeforeTheSumOverflows) {
+  constexpr std::int64_t max = std::numeric_limits<std::int32_t>::max();
   readWith("cpu0 0 0 0 0\ncpu1 0 0 0 0\n");
-  const std::string nearly = std::to_string(most - 10);
+  const std::string nearly = std::to_string(max - 10);
   EXPECT_THAT(*readWith("cpu0 0 0 0 " + nearly + "\ncpu1 0 0 10 0\n"),
-              ElementsAre(ProcessorTicks{.idle = most - 10}, ProcessorTicks{.system = 10}));
+              ElementsAre(ProcessorTicks{.idle = max - 10}, ProcessorTicks{.system = 10}));
   EXPECT_THAT(*readWith("cpu0 0 0 0 " + nearly + "\ncpu1 0 0 11 0\n"), Each(ProcessorTicks{}));
   EXPECT_THAT(*readWith("cpu0 3 0 0 " + nearly + "\ncpu1 0 0 11 4\n"),
               ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 4}));
 }
 
-TEST_F(ProcessorsTest, beginsAnewWhenTheProcessorsChange) {
+TEST_F(ProcessorsTest, restartsWhenTheProcessorsChange) {
   readWith("cpu0 0 0 0 0\ncpu1 0 0 0 0\n");
   readWith("cpu0 5 0 0 0\ncpu1 0 0 0 5\n");
   EXPECT_THAT(*readWith("cpu0 9 0 0 0\n"), ElementsAre(ProcessorTicks{})) << "unplugged";
@@ -59,7 +60,7 @@ TEST_F(ProcessorsTest, beginsAnewWhenTheProcessorsChange) {
   EXPECT_THAT(*readWith("cpu0 10 0 0 0\ncpu2 0 0 0 99\n"), Each(ProcessorTicks{})) << "as many, but others";
 }
 
-TEST_F(ProcessorsTest, aFailedReadLeavesTheStateAlone) {
+TEST_F(ProcessorsTest, aFailedReadChangesNothing) {
   EXPECT_FALSE(processors.processorTicks()) << "missing";
   readWith("cpu0 1 0 0 1\ncpu1 1 0 0 100\n");
   for (const char* broken : {"", "cpu  1 1 1 1\ncpu0 2 0 0 1\ncpu1 1 0 0 1", "cpu  1 1\ncpu0 2 0 0 1\n",
@@ -71,33 +72,22 @@ TEST_F(ProcessorsTest, aFailedReadLeavesTheStateAlone) {
               ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 2}));
 }
 
-// Adds `id + 1` ticks of user time to every processor of a fixture, so that the next reading tells which is
-// which.
-Ticks labelled(const std::string& machine) {
+// In the order of the result. Every processor of the machine gains its id + 1, by which it is recognized.
+std::vector<int> idsInOrder(const std::string& machine) {
   const test::TemporaryFolder root;
   std::filesystem::copy(test::fixture(machine), root.path(), std::filesystem::copy_options::recursive);
   LinuxProcessors processors(root.path());
-  EXPECT_THAT(*processors.processorTicks(), Each(ProcessorTicks{}));
-
-  std::istringstream before(root.read("proc/stat"));
-  std::string after;
-  for (std::string line; std::getline(before, line);) {
-    if (line.starts_with("cpu") && !line.starts_with("cpu ")) {
-      const auto blank = line.find(' ');
-      const long id = std::stol(line.substr(3));
-      const long user = std::stol(line.substr(blank));
-      line =
-          line.substr(0, blank + 1) + std::to_string(user + id + 1) + line.substr(line.find(' ', blank + 1));
-    }
-    after += line + "\n";
-  }
-  root.write("proc/stat", after);
-  return processors.processorTicks().value_or(Ticks());
-}
-
-std::vector<int> idsInOrder(const std::string& machine) {
   std::vector<int> ids;
-  for (const ProcessorTicks& ticks : labelled(machine)) ids.push_back(ticks.user - 1);
+  for (const int ticks : {0, 1}) {
+    std::string text;
+    for (const int id : onlineCpus(root.path())) {
+      text += "cpu" + std::to_string(id) + " " + std::to_string(ticks * (id + 1)) + " 0 0 0\n";
+    }
+    root.write("proc/stat", text + std::string(end));
+    ids.clear();
+    const auto gained = processors.processorTicks().value();
+    for (const auto& one : gained) ids.push_back(one.user - 1);
+  }
   return ids;
 }
 
@@ -109,7 +99,7 @@ TEST(ProcessorsOfMachines, efficiencyCoresComeFirst) {
   EXPECT_THAT(idsInOrder("container-offline-gaps"), ElementsAre(0, 2, 3, 8, 9, 11));
 }
 
-TEST_F(ProcessorsTest, readsWhatIsLargerThanTheBuffer) {
+TEST_F(ProcessorsTest, readsMoreThanTheFirstBufferHolds) {
   const auto lines = [](int user) {
     std::string all;
     for (int id = 0; id < 2048; ++id) {
