@@ -3,8 +3,11 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/linux/processor/CpuList.h"
 #include "platform/linux/processor/CpuTopology.h"
+#include "platform/linux/processor/LinuxChip.h"
 #include "platform/linux/processor/LinuxProcessors.h"
+#include "platform/linux/processor/ProcStat.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::platform {
@@ -72,7 +75,7 @@ TEST_F(ProcessorsTest, aFailedReadChangesNothing) {
               ElementsAre(ProcessorTicks{.user = 3}, ProcessorTicks{.idle = 2}));
 }
 
-// In the order of the result. Every processor of the machine gains its id + 1, by which it is recognized.
+// The ids in the order of the result. Each processor gains its id + 1, which identifies it.
 std::vector<int> idsInOrder(const std::string& machine) {
   const test::TemporaryFolder root;
   std::filesystem::copy(test::fixture(machine), root.path(), std::filesystem::copy_options::recursive);
@@ -112,6 +115,90 @@ TEST_F(ProcessorsTest, readsMoreThanTheFirstBufferHolds) {
   const auto ticks = readWith(lines(1000007));
   ASSERT_TRUE(ticks);
   EXPECT_THAT(*ticks, testing::AllOf(testing::SizeIs(2048), Each(ProcessorTicks{.user = 7})));
+}
+
+TEST(ProcStat, refusesTruncatedText) {
+  std::vector<RawProcessor> processors;
+  const std::string whole = "cpu  9 9 9 9\ncpu0 1 2 3 4 5 6 7 8 9 10\ncpu7 11 12 13 14\nintr 5\n";
+  ASSERT_TRUE(parseProcStat(whole, processors));
+  ASSERT_EQ(processors.size(), 2U);
+  EXPECT_EQ(processors[0], (RawProcessor{0, {1, 2, 3, 4, 5, 6, 7, 8}}));
+  EXPECT_EQ(processors[1], (RawProcessor{7, {11, 12, 13, 14}})) << "an old kernel has four states";
+
+  const auto firstSafe = whole.find("intr") + 1;
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    EXPECT_EQ(parseProcStat(whole.substr(0, length), processors), length >= firstSafe) << length;
+  }
+}
+
+TEST(ProcStat, refusesInvalidText) {
+  std::vector<RawProcessor> processors;
+  for (const char* line : {"", "cpu  1 2 3 4\n", "cpux 1 2 3 4\n", "cpu0 1 2 3\n", "cpu0 1 2 x 4\n",
+                           "cpu0 1 2 -3 4\n", "cpu-1 1 2 3 4\n", "cpu0 1 2 3 99999999999999999999\n"}) {
+    EXPECT_FALSE(parseProcStat(line + std::string("intr 5\n"), processors)) << line;
+  }
+}
+
+TEST(CpuList, readsRangesAndRefusesTheRest) {
+  using Ids = std::vector<std::int32_t>;
+  EXPECT_EQ(parseCpuList("0-2,8,10-11\n"), (Ids{0, 1, 2, 8, 10, 11}));
+  EXPECT_EQ(parseCpuList("65535"), Ids{65535});
+  EXPECT_EQ(parseCpuList("\n"), Ids{});
+  for (const char* text : {"0-", "-3", "3-1", "1,,2", "1,", ",1", "a", "0-65536", "2,1", "1-3,2", "0x1"}) {
+    EXPECT_FALSE(parseCpuList(text)) << text;
+  }
+}
+
+struct Expected {
+  std::string machine;
+  std::string brand;
+  std::string model;
+  std::int32_t physical = 0;
+  std::int32_t performance = 0;
+  std::int32_t efficiency = 0;
+};
+
+TEST(Chip, describesEachMachine) {
+  const std::vector<Expected> machines{
+      {"plain-4-core-pc", "Intel(R) Core(TM) i5-6500 CPU @ 3.20GHz", "OptiPlex 7040", 4},
+      {"hybrid-laptop", "13th Gen Intel(R) Core(TM) i7-13800H", "Precision 5680", 14, 6, 8},
+      {"arm-two-clusters", "Arm Cortex-A76 + Cortex-A55", "Radxa ROCK 5B", 8, 4, 4},
+      {"container-offline-gaps", "AMD EPYC 7302P 16-Core Processor", "", 4},
+      {"no-such-machine", "", "", 0},
+  };
+  for (const Expected& expected : machines) {
+    SCOPED_TRACE(expected.machine);
+    LinuxChip chip(test::fixture(expected.machine));
+    EXPECT_EQ(chip.brand(), expected.brand);
+    EXPECT_EQ(chip.machineModel(), expected.model);
+    EXPECT_EQ(chip.physicalCores(), expected.physical);
+    EXPECT_EQ(chip.performanceCores(), expected.performance);
+    EXPECT_EQ(chip.efficiencyCores(), expected.efficiency);
+  }
+}
+
+TEST(Chip, isNamedByItsHardwareOn32BitArm) {
+  const test::TemporaryFolder root;
+  const std::string cores =
+      "model name : ARMv7 Processor rev 3 (v7l)\nCPU implementer : 0x41\nCPU part : 0xd08\n";
+  root.write("proc/cpuinfo", cores + "\nHardware : BCM2711\n");
+  EXPECT_EQ(LinuxChip(root.path()).brand(), "BCM2711");
+  root.write("proc/cpuinfo", cores + "\nHardware : Generic DT based system\n");
+  EXPECT_EQ(LinuxChip(root.path()).brand(), "Arm Cortex-A72");
+}
+
+TEST(Chip, hasNoLevelsWithOneKindOfCore) {
+  const test::TemporaryFolder root;
+  root.write("sys/devices/cpu_core/cpus", "0-3\n");
+  root.write("sys/devices/cpu_atom/cpus", "4-5\n");
+  root.write("sys/devices/system/cpu/online", "4-5\n");
+  for (const char* cpu : {"4", "5"}) {
+    root.write("sys/devices/system/cpu/cpu" + std::string(cpu) + "/topology/core_cpus_list", cpu);
+  }
+  LinuxChip chip(root.path());
+  EXPECT_EQ(chip.physicalCores(), 2);
+  EXPECT_EQ(chip.performanceCores(), 0);
+  EXPECT_EQ(chip.efficiencyCores(), 0);
 }
 
 }  // namespace
