@@ -70,8 +70,8 @@ void foldOfAMinute(benchmark::State& state) {
       std::make_shared<MemoryProvider>(machine.loop, machine.memory, scans),
       std::make_shared<BatteryProvider>(machine.loop, machine.powerSources),
       std::make_shared<NetworkProvider>(
-          machine.loop, NetworkProvider::Services{machine.networkInterfaces, machine.tools, machine.wifi,
-                                                  machine.location, *machine.lane}),
+          machine.loop, NetworkProvider::Services{machine.networkInterfaces, machine.wifi, machine.location,
+                                                  *machine.lane}),
       std::make_shared<DiskProvider>(machine.loop, machine.blockStorage, machine.volumes)};
   CPUSnapshot cpu;
   for (int i = 0; i < 8; ++i) {

@@ -25,7 +25,8 @@ constexpr double budget = 1.3;  // times the bare loop
 class Crowd {
  public:
   explicit Crowd(std::int32_t total) {
-    for (std::int32_t missing = total - LinuxProcessTable().processCount(); missing > 0; --missing) {
+    for (std::int32_t missing = total - static_cast<std::int32_t>(LinuxProcessTable().readings().size());
+         missing > 0; --missing) {
       const pid_t parent = getpid();
       const pid_t child = fork();
       if (child < 0) return;
@@ -77,26 +78,11 @@ std::size_t bareWalk() {
   return met;
 }
 
-struct Entry {
-  std::string name;
-  std::string path;
-  kestrune::platform::TaskInfo info;
-};
-
 // As the program walks: everything of every process that is there.
 std::size_t tableWalk(LinuxProcessTable& table) {
-  const std::int32_t count = table.processCount();
-  if (count < 1) return 0;
-  std::vector<std::int32_t> pids(static_cast<std::size_t>(count) + 32);
-  const std::int32_t listed = table.listPids(pids);
-  std::vector<Entry> entries;
-  entries.reserve(pids.size());
-  for (std::size_t i = 0; i < static_cast<std::size_t>(std::max(listed, 0)); ++i) {
-    const auto info = table.taskInfo(pids[i]);
-    if (info) entries.push_back({table.name(pids[i]), table.executablePath(pids[i]), *info});
-  }
-  benchmark::DoNotOptimize(entries.data());
-  return entries.size();
+  const auto readings = table.readings();
+  benchmark::DoNotOptimize(readings.data());
+  return readings.size();
 }
 
 template <class Walk>

@@ -52,8 +52,7 @@ struct Page {
     computer.chip.performance = static_cast<std::int32_t>(processors / 2);
     computer.chip.efficiency = static_cast<std::int32_t>(processors - processors / 2);
     for (std::int32_t pid = 1; pid <= 8; ++pid) {
-      computer.processTable->processes[pid] = {
-          "process " + std::to_string(pid), "/usr/bin/process", {}, true};
+      computer.processTable->processes[pid] = {"process " + std::to_string(pid), "/usr/bin/process", {}};
     }
     for (int second = 0; second < 70; ++second) tick();
     host.resize(1100, 1100);
@@ -71,7 +70,7 @@ struct Page {
     }
     received += random() % 100000000;
     computer.networkInterfaces.setLink("en0", received, received / 3);
-    computer.memory.pages->active = 100000 + random() % 1000000;
+    computer.memory.used->activeBytes = (100000 + random() % 1000000) * 4096;
     computer.advance(1s);
   }
   void paint() { QApplication::processEvents(); }

@@ -94,8 +94,7 @@ void networkTick(benchmark::State& state) {
   test::ScriptedPlatform machine;
   platform::LinuxNetworkInterfaces links(files.root());
   const auto provider = std::make_shared<NetworkProvider>(
-      machine.loop,
-      NetworkProvider::Services{links, machine.tools, machine.wifi, machine.location, *machine.lane});
+      machine.loop, NetworkProvider::Services{links, machine.wifi, machine.location, *machine.lane});
   tickEverySecond(state, machine, *provider);
 }
 BENCHMARK(networkTick)->Unit(benchmark::kMicrosecond);
@@ -123,8 +122,7 @@ void allTicksOnThisMachine(benchmark::State& state) {
   DiskProvider disk(machine.loop, storage, volumes);
   BatteryProvider battery(machine.loop, sources);
   const auto network = std::make_shared<NetworkProvider>(
-      machine.loop,
-      NetworkProvider::Services{links, machine.tools, machine.wifi, machine.location, *machine.lane});
+      machine.loop, NetworkProvider::Services{links, machine.wifi, machine.location, *machine.lane});
   const auto memoryProvider = std::make_shared<MemoryProvider>(
       machine.loop, memory,
       std::make_shared<ProcessScanCache>(machine.clock, machine.processTable, *machine.lane));

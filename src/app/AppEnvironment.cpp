@@ -32,8 +32,8 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
       battery(std::make_shared<BatteryProvider>(loop, platform.powerSources)),
       disk(std::make_shared<DiskProvider>(loop, platform.blockStorage, platform.volumes)),
       network(std::make_shared<NetworkProvider>(
-          loop, NetworkProvider::Services{platform.networkInterfaces, platform.tools, platform.wifi,
-                                          platform.location, *platform.connectionLane})),
+          loop, NetworkProvider::Services{platform.networkInterfaces, platform.wifi, platform.location,
+                                          *platform.connectionLane})),
       folders(std::make_shared<FolderProvider>(
           loop, FolderProvider::Services{platform.folders, *platform.folderLane})),
       audio(std::make_shared<AudioProvider>(

@@ -6,10 +6,9 @@ namespace kestrune::platform {
 class Application {
  public:
   virtual ~Application() = default;
-  // Has the program started anew as soon as this run has ended, and not before, so that two runs never share
-  // their files.
+  // Starts the program again once this run has ended, so that two runs never share their files.
   virtual void openNewInstance() = 0;
-  // Ends this run. What is worth keeping is saved first.
+  // Ends this run, after saving what must be kept.
   virtual void terminate() = 0;
 };
 

@@ -9,8 +9,8 @@ namespace kestrune::platform {
 // A running application, as the desktop knows it.
 struct RunningApplication {
   std::optional<std::string> bundleIdentifier;  // "org.mozilla.firefox"
-  std::string localizedName;                    // in the user's language; possibly empty
-  // Its icon: a name in the desktop's icon theme, or the path of a picture. Absent: it names none.
+  std::string localizedName;                    // in the user's language; may be empty
+  // A name in the desktop's icon theme, or the path of a picture. Absent: it has no icon.
   std::optional<std::string> iconName;
 };
 
@@ -18,11 +18,11 @@ struct RunningApplication {
 class Applications {
  public:
   virtual ~Applications() = default;
-  // The application that the process belongs to. Absent: it belongs to none that the desktop knows.
+  // The application that the process belongs to. Absent: the desktop knows none.
   virtual std::optional<RunningApplication> runningApplication(std::int32_t pid) = 0;
-  // Where the application is installed. Absent: nowhere that is known.
+  // Where the application is installed. Absent: unknown.
   virtual std::optional<std::string> applicationPath(const std::string& bundleIdentifier) = 0;
-  // The name of a process; empty: it is gone or has none.
+  // The name of a process; empty if it has ended or has no name.
   virtual std::string processName(std::int32_t pid) = 0;
 };
 

@@ -12,17 +12,17 @@ namespace kestrune::platform {
 class Calendar {
  public:
   virtual ~Calendar() = default;
-  // The first instant of the day that `date` lies in; not always midnight.
+  // The first instant of the day that contains `date`; not always midnight.
   virtual Date startOfDay(Date date) = 0;
-  // The same time of day, so many days on or back; the nearest that exists where a day lacks it. Absent: out
-  // of range.
+  // The same time of day `days` later (or earlier). If that day skips it, the nearest time that exists.
+  // Absent: out of range.
   virtual std::optional<Date> addingDays(Date date, int days) = 0;
-  // What the clock on the wall shows, in seconds after 0:00: 0 to 86399.
+  // The local time in seconds after 0:00: 0 to 86399.
   virtual int secondOfDay(Date date) = 0;
-  // Its hour, 0 to 23.
+  // 0 to 23.
   int hour(Date date) { return secondOfDay(date) / 3600; }
-  // Writes the day that a date lies in, as "2026-05-09", in the time zone as it stands now: what it yields
-  // stays with that zone, and may outlive the calendar. The text is fit for the name of a file.
+  // Returns a function that formats the day of a date as "2026-05-09", which is fit for a file name. The
+  // function keeps the current time zone and may outlive the calendar.
   virtual std::function<std::string(Date)> dayFormatter() = 0;
 };
 

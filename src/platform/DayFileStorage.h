@@ -9,13 +9,12 @@ namespace kestrune::platform {
 class DayFileStorage {
  public:
   virtual ~DayFileStorage() = default;
-  // The whole file. Absent: there is none, or it can't be read.
+  // The whole file. Absent: it doesn't exist or can't be read.
   virtual std::optional<std::string> read(const std::string& name) = 0;
-  // Whether there is a file of that name, whatever is in it.
+  // True if there is a file of that name, even an invalid one.
   virtual bool exists(const std::string& name) = 0;
-  // Makes the folder if it isn't there, and puts the content in the place of the file. At any moment,
-  // whatever happens, the file is the old one or the new one, whole. Yields what went wrong, in words, or
-  // nothing.
+  // Replaces the file, and creates the folder if necessary. At any moment, even after a crash, the file is
+  // either the old one or the new one, complete. Returns an error message, or nothing on success.
   virtual std::optional<std::string> write(const std::string& name, const std::string& content) = 0;
 };
 

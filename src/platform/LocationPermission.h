@@ -4,7 +4,7 @@
 
 namespace kestrune::platform {
 
-// Whether the user lets the program know where it is, without which some platforms withhold the Wi-Fi name.
+// Whether the program may know its location. Without that permission some platforms withhold the Wi-Fi name.
 enum class LocationAuthorization {
   notDetermined = 0,
   restricted = 1,
@@ -18,9 +18,9 @@ class LocationPermission {
  public:
   virtual ~LocationPermission() = default;
   virtual LocationAuthorization status() = 0;
-  // Asks the user, if that has not been done yet. The answer comes through the watcher.
+  // Asks the user, unless they have been asked before. The watcher is called with the answer.
   virtual void request() = 0;
-  // Called on the main thread after each change. One watcher; another takes its place, an empty one ends it.
+  // Called on the main thread after each change. Replaces the previous watcher; an empty function removes it.
   virtual void setWatcher(std::function<void()> changed) = 0;
 };
 

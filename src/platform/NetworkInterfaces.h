@@ -16,8 +16,8 @@ struct LinkCounters {
 // One interface at link level.
 struct LinkEntry {
   std::string name;
-  std::optional<LinkCounters> counters;  // absent: it tells none
-  // The bytes also pass through another interface of the list that lies below this one.
+  std::optional<LinkCounters> counters;  // absent: it has none
+  // The bytes also pass through another interface of the list, on which this one is stacked.
   bool isCarriedByAnother = false;
 };
 
@@ -33,10 +33,10 @@ struct InterfaceList {
   std::vector<AddressEntry> addresses;
 };
 
-// What interfaces are called here, on top of the names that the logic knows by itself. All are beginnings of
-// names.
+// Prefixes of interface names on this platform, in addition to those that the logic knows itself.
 struct InterfaceNaming {
-  std::vector<std::string> uncounted;  // their traffic shows on another interface too, or never leaves
+  std::vector<std::string>
+      uncounted;  // traffic that another interface counts too, or that stays in the machine
   std::vector<std::string> wired;
   std::vector<std::string> vpn;
 };
@@ -44,9 +44,9 @@ struct InterfaceNaming {
 class NetworkInterfaces {
  public:
   virtual ~NetworkInterfaces() = default;
-  // The link level alone, for a reading once a second. Absent: it can't be read. Main thread.
+  // Only the link level, fast enough to be read once a second. Absent: it can't be read. Main thread.
   virtual std::optional<std::vector<LinkEntry>> links() = 0;
-  // Everything; absent: it can't be read. Any threads, several at a time.
+  // Everything. Absent: it can't be read. Any thread, several at a time.
   virtual std::optional<InterfaceList> interfaces() = 0;
   // The same for the whole run. Any thread.
   virtual const InterfaceNaming& naming() const = 0;

@@ -4,11 +4,11 @@
 
 namespace kestrune::platform {
 
-// What the user copies to paste elsewhere. Main thread.
+// The clipboard. Main thread.
 class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
-  // Replaces what is there. UTF-8.
+  // Replaces the content. UTF-8.
   virtual void setText(const std::string& text) = 0;
 };
 

@@ -19,7 +19,6 @@
 #include "platform/ProcessTable.h"
 #include "platform/Processors.h"
 #include "platform/SystemFacts.h"
-#include "platform/ToolRunner.h"
 #include "platform/UserNotifications.h"
 #include "platform/Volumes.h"
 #include "platform/WiFi.h"
@@ -29,8 +28,7 @@
 
 namespace kestrune::platform {
 
-// Everything that the logic asks of a computer, made once where the program is put together and handed down.
-// It outlives all that uses it.
+// Everything that the logic asks of a computer, created once at start and handed down. Outlives its users.
 struct Platform {
   Clock& clock;
   Calendar& calendar;
@@ -38,9 +36,9 @@ struct Platform {
   PreferenceStorage& preferences;
   Processors& processors;
   Chip& chip;
-  // Shared with the lane in which the table is walked.
+  // Shared with the lane that walks it.
   std::shared_ptr<ProcessTable> processTable;
-  // The lane for the walks of the process table: one thread of low priority.
+  // Walks the process table on one thread of low priority.
   std::shared_ptr<WorkLane> processLane;
   Memory& memory;
   PowerSources& powerSources;
@@ -49,15 +47,14 @@ struct Platform {
   NetworkInterfaces& networkInterfaces;
   WiFi& wifi;
   LocationPermission& location;
-  ToolRunner& tools;
-  // The lane for looks at the connection, which may hang with the tools that they run.
+  // Examines the connection, which may hang in a search for the network name.
   std::shared_ptr<WorkLane> connectionLane;
   AudioService& audio;
   Applications& applications;
-  // The lane for readings of the sound service, which may wait for it.
+  // Reads the sound service, which may have to be waited for.
   std::shared_ptr<WorkLane> audioLane;
   Folders& folders;
-  // The lane for listings of directories, which may hang with the device.
+  // Lists directories, which may hang with the device.
   std::shared_ptr<WorkLane> folderLane;
   SystemFacts& facts;
   LoginItem& loginItem;

@@ -5,7 +5,7 @@
 
 namespace kestrune::platform {
 
-// What the power source says of itself. Absent: it doesn't say.
+// The state of the power source. Absent: not reported.
 struct PowerSource {
   std::optional<std::int64_t> currentCapacity;  // percent
   std::optional<bool> isCharging;
@@ -13,7 +13,7 @@ struct PowerSource {
   std::optional<std::int64_t> timeToFullCharge;  // minutes; -1 while it is being estimated
 };
 
-// What the battery's hardware says. Absent: it doesn't say.
+// The figures of the battery's hardware. Absent: not reported.
 struct BatteryRegistry {
   std::optional<std::int64_t> cycleCount;
   std::optional<std::int64_t> designCapacity;   // mAh
@@ -22,19 +22,18 @@ struct BatteryRegistry {
   std::optional<bool> fullyCharged;
   std::optional<std::int64_t> rawMaxCapacity;      // mAh, as measured
   std::optional<std::int64_t> rawCurrentCapacity;  // mAh, as measured
-  std::optional<std::int64_t> maxCapacity;         // mAh, as reported where nothing is measured
-  std::optional<std::int64_t> currentCapacity;     // mAh, as reported where nothing is measured
+  std::optional<std::int64_t> maxCapacity;         // mAh, for hardware that doesn't measure
+  std::optional<std::int64_t> currentCapacity;     // mAh, for hardware that doesn't measure
   std::optional<std::int64_t> temperature;         // hundredths of a degree Celsius
 };
 
-// The machine's own battery; packs that work together count as one, and those of peripherals don't count.
-// Main thread.
+// The machine's own battery. Several packs count as one; those of peripherals don't count. Main thread.
 class PowerSources {
  public:
   virtual ~PowerSources() = default;
   // Absent: the machine has no battery.
   virtual std::optional<PowerSource> powerSource() = 0;
-  // Absent: there is no such battery, or it can't be read.
+  // Absent: there is no battery, or it can't be read.
   virtual std::optional<BatteryRegistry> battery() = 0;
 };
 

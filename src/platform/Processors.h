@@ -20,9 +20,9 @@ class Processors {
  public:
   virtual ~Processors() = default;
 
-  // One entry for each processor that is online, efficiency cores first, else by id. Absent: the read failed.
-  // The platform sees to it that the sum over all processors and states stays within 32 bits: it may begin
-  // anew at 0, but then for all processors at once, and also when the set of processors has changed.
+  // One entry for each processor that is online: efficiency cores first, then by id. Absent: the read failed.
+  // The sum over all processors and states fits in 32 bits. To keep that promise, and when the set of
+  // processors changes, the counters restart at 0 for all processors at once.
   virtual std::optional<std::vector<ProcessorTicks>> processorTicks() = 0;
 };
 

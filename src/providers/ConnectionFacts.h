@@ -8,7 +8,7 @@
 
 #include "platform/LocationPermission.h"
 #include "platform/NetworkInterfaces.h"
-#include "platform/ToolRunner.h"
+#include "platform/WiFi.h"
 
 namespace kestrune {
 
@@ -39,14 +39,8 @@ struct ConnectionQuestion {
   platform::LocationAuthorization authStatus = platform::LocationAuthorization::notDetermined;
 };
 
-// Finds the facts. It may run tools and wait for them as long as they take. Off the main thread.
+// Finds the facts. May wait for as long as the search for a network name takes. Off the main thread.
 ConnectionFacts findConnectionFacts(const ConnectionQuestion& question,
-                                    platform::NetworkInterfaces& interfaces, platform::ToolRunner& tools);
-
-// The network name in what the tool that asks for it by interface printed; absent if it tells none.
-std::optional<std::string> networkNameIn(const std::string& output);
-
-// The network name in what the tool that prints everything about the radio printed; absent if it tells none.
-std::optional<std::string> networkNameInRadioReport(const std::string& output);
+                                    platform::NetworkInterfaces& interfaces, platform::WiFi& wifi);
 
 }  // namespace kestrune

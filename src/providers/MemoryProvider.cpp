@@ -19,10 +19,6 @@ constexpr double criticalRatio = 0.9;
 constexpr std::uint64_t leastListedBytes = 1048576;  // what is listed lies above
 constexpr std::size_t listedProcesses = 10;
 
-std::uint64_t bytesOf(std::uint64_t pages, std::uint64_t pageSize) {
-  return checkedMultiply(pages, pageSize, "the bytes of memory pages");
-}
-
 std::uint64_t add(std::uint64_t a, std::uint64_t b) {
   return checkedAdd(a, b, "the sum of used memory");
 }
@@ -106,13 +102,12 @@ void MemoryProvider::tick() {
 
 std::optional<MemorySnapshot> MemoryProvider::readSnapshot(
     std::vector<MemorySnapshot::ProcessInfo> topProcesses) {
-  const auto pages = memory_.virtualMemoryPages();
-  if (!pages) return std::nullopt;
-  const std::uint64_t pageSize = memory_.pageSize();
+  const auto usage = memory_.usage();
+  if (!usage) return std::nullopt;
   MemorySnapshot snapshot;
-  snapshot.wiredBytes = bytesOf(pages->wired, pageSize);
-  snapshot.appBytes = bytesOf(pages->active, pageSize);
-  snapshot.compressedBytes = bytesOf(pages->compressed, pageSize);
+  snapshot.wiredBytes = usage->wiredBytes;
+  snapshot.appBytes = usage->activeBytes;
+  snapshot.compressedBytes = usage->compressedBytes;
   snapshot.usedBytes = add(add(snapshot.wiredBytes, snapshot.appBytes), snapshot.compressedBytes);
   const auto swap = memory_.swapUsage().value_or(platform::SwapUsage{});
   snapshot.swapUsedBytes = swap.usedBytes;

@@ -139,7 +139,7 @@ ConnectionQuestion NetworkProvider::askConnection() {
 Task NetworkProvider::findFacts(MainLoop&, std::weak_ptr<NetworkProvider> provider, Services services,
                                 ConnectionQuestion question) {
   auto work = [services, question = std::move(question)] {
-    return findConnectionFacts(question, services.interfaces, services.tools);
+    return findConnectionFacts(question, services.interfaces, services.wifi);
   };
   ConnectionFacts facts = co_await background(services.lane, std::move(work));
   if (const auto strong = provider.lock()) strong->publish(std::move(facts));

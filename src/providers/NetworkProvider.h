@@ -8,7 +8,6 @@
 
 #include "platform/LocationPermission.h"
 #include "platform/NetworkInterfaces.h"
-#include "platform/ToolRunner.h"
 #include "platform/WiFi.h"
 #include "providers/ConnectionFacts.h"
 #include "providers/HistoryRing.h"
@@ -45,8 +44,8 @@ class LocationWatcher {
 class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
  public:
   struct Services {
-    platform::NetworkInterfaces& interfaces;  // shared with the lane, and so is `tools`
-    platform::ToolRunner& tools;
+    // Both are used in the lane, too.
+    platform::NetworkInterfaces& interfaces;
     platform::WiFi& wifi;
     platform::LocationPermission& location;
     WorkLane& lane;  // for the looks at the connection, which may take long

@@ -1,7 +1,6 @@
 #include "providers/ProcessScanCache.h"
 
 #include <cstddef>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -10,19 +9,14 @@
 namespace kestrune {
 namespace {
 
-// Names and paths are read into so many bytes, a closing zero included.
+// Buffer size for names and paths, including the terminating NUL.
 constexpr std::size_t textBytes = 1024;
 
-// Processes may begin between the count and the listing.
-constexpr std::size_t spareIds = 32;
-
-std::string nameOf(platform::ProcessTable& table, std::int32_t pid) {
-  const std::string bytes = table.name(pid);
-  return repairedUtf8(std::string_view(bytes).substr(0, textBytes - 1));
+std::string shownName(std::string_view bytes) {
+  return repairedUtf8(bytes.substr(0, textBytes - 1));
 }
 
-std::string pathOf(platform::ProcessTable& table, std::int32_t pid) {
-  const std::string bytes = table.executablePath(pid);
+std::string shownPath(std::string_view bytes) {
   return bytes.size() < textBytes ? repairedUtf8(bytes) : std::string();
 }
 
@@ -45,26 +39,18 @@ const std::vector<ProcessEntry>& ProcessScanCache::entries() {
 }
 
 std::vector<ProcessEntry> ProcessScanCache::walk() {
-  const std::int32_t count = table_->processCount();
-  if (count < 1) return {};
-  std::vector<std::int32_t> pids(static_cast<std::size_t>(count) + spareIds);
-  const std::int32_t listed = table_->listPids(pids);
-  if (listed < 1) return {};
-
+  const auto readings = table_->readings();
   std::vector<ProcessEntry> entries;
-  entries.reserve(static_cast<std::size_t>(listed));
-  for (const std::int32_t pid : std::span(pids).first(static_cast<std::size_t>(listed))) {
-    if (pid < 1) continue;
-    const auto info = table_->taskInfo(pid);
-    if (!info) continue;
-    std::string name = nameOf(*table_, pid);
+  entries.reserve(readings.size());
+  for (const auto& reading : readings) {
+    std::string name = shownName(reading.name);
     if (name.empty()) continue;
-    entries.push_back({.pid = pid,
+    entries.push_back({.pid = reading.pid,
                        .name = std::move(name),
-                       .executablePath = pathOf(*table_, pid),
-                       .memoryBytes = info->residentBytes,
-                       .tickUser = info->userNanoseconds,
-                       .tickSys = info->systemNanoseconds});
+                       .executablePath = shownPath(reading.executablePath),
+                       .memoryBytes = reading.residentBytes,
+                       .tickUser = reading.userNanoseconds,
+                       .tickSys = reading.systemNanoseconds});
   }
   return entries;
 }

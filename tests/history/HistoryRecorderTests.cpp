@@ -74,7 +74,7 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
       .memory = std::make_shared<MemoryProvider>(loop, memory, scans),
       .battery = std::make_shared<BatteryProvider>(loop, powerSources),
       .network = std::make_shared<NetworkProvider>(
-          loop, NetworkProvider::Services{networkInterfaces, tools, wifi, location, *lane}),
+          loop, NetworkProvider::Services{networkInterfaces, wifi, location, *lane}),
       .disk = std::make_shared<DiskProvider>(loop, blockStorage, volumes)};
   std::shared_ptr<HistoryRecorder> recorder;
 };

@@ -10,10 +10,6 @@ using platform::LocationAuthorization;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string networkSetup = "/usr/sbin/networksetup -getairportnetwork ";
-const std::string airport =
-    "/System/Library/PrivateFrameworks/Apple80211.framework/Versions/Current/Resources/airport";
-
 class ConnectionFactsTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   ConnectionFactsTest() {
@@ -22,12 +18,12 @@ class ConnectionFactsTest : public testing::Test, public test::ScriptedPlatform 
     question.wifiNames = {"wlan0"};
     question.authStatus = LocationAuthorization::authorizedAlways;
   }
-  ConnectionFacts facts() { return findConnectionFacts(question, networkInterfaces, tools); }
+  ConnectionFacts facts() { return findConnectionFacts(question, networkInterfaces, wifi); }
 
   ConnectionQuestion question;
 };
 
-TEST_F(ConnectionFactsTest, aKnownNetworkNameNeedsNoTool) {
+TEST_F(ConnectionFactsTest, aKnownNetworkNameNeedsNoSearch) {
   question.wifiSSID = "Home";
   networkInterfaces.setLink("en0", 5, 5);
   networkInterfaces.list->addresses = {{"en0", "10.0.0.2"}, {"wlan0", "10.0.0.3"}, {"wlan0", "10.0.0.4"}};
@@ -35,25 +31,13 @@ TEST_F(ConnectionFactsTest, aKnownNetworkNameNeedsNoTool) {
   EXPECT_EQ(found.label, "Wi-Fi") << "wins over a wired port";
   EXPECT_EQ(found.ssid, "Home");
   EXPECT_EQ(found.ipAddress, "10.0.0.3") << "the first of several";
-  EXPECT_THAT(tools.runs, IsEmpty());
+  EXPECT_THAT(wifi.searches, IsEmpty());
 }
 
-TEST_F(ConnectionFactsTest, asksTheToolsOneAfterTheOther) {
-  tools.outputs[airport + " -I"] = "SSID: Net";
-  EXPECT_EQ(facts().ssid, std::nullopt) << "the radio's own tool isn't there";
-  tools.outputs.clear();
-  tools.runs.clear();
-  tools.executables = {airport};
-  EXPECT_EQ(facts().ssid, std::nullopt);
-  EXPECT_THAT(tools.runs, ElementsAre(networkSetup + "wlan0", networkSetup + "en0", networkSetup + "en1",
-                                      airport + " -I"));
-  tools.outputs[networkSetup + "wlan0"] = "You are not associated with an AirPort network.\n";
-  tools.outputs[networkSetup + "en0"] = "Current Wi-Fi Network: \n";
-  tools.outputs[networkSetup + "en1"] = "Current Wi-Fi Network: Caf\xE9\n";
-  tools.outputs[airport + " -I"] = "     BSSID: 0:1:2\n      SSID: \n   SSID:  The Net \n   SSID: Other\n";
-  EXPECT_EQ(facts().ssid, "The Net");
-  tools.outputs[networkSetup + "en1"] = "Current Wi-Fi Network: a: b \n";
-  EXPECT_EQ(facts().ssid, "a: b");
+TEST_F(ConnectionFactsTest, aMissingNetworkNameIsSearchedFor) {
+  wifi.foundName = "Net";
+  EXPECT_EQ(facts().ssid, "Net");
+  EXPECT_THAT(wifi.searches, ElementsAre("wlan0"));
 }
 
 TEST_F(ConnectionFactsTest, saysWhenAPermissionIsWhatIsMissing) {

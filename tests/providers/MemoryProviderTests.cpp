@@ -16,11 +16,10 @@ constexpr std::uint64_t mebibyte = 1048576;
 class MemoryProviderTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   void SetUp() override {
-    memory.pageBytes = 1;
     memory.physical = 1000;
     use(500);
   }
-  void use(std::uint64_t wired) { memory.pages = platform::VirtualMemoryPages{.wired = wired}; }
+  void use(std::uint64_t wired) { memory.used = platform::MemoryUsage{.wiredBytes = wired}; }
   std::vector<std::string> listed() const {
     std::vector<std::string> names;
     for (const auto& row : provider->current->topProcesses) names.push_back(row.name);
@@ -33,19 +32,19 @@ class MemoryProviderTest : public testing::Test, public test::ScriptedPlatform {
 using MemoryProviderDeathTest = MemoryProviderTest;
 
 TEST_F(MemoryProviderTest, readsInsideStartAndThenEveryInterval) {
-  memory.pageBytes = 16384;
   memory.physical = 64ULL << 20U;
-  memory.pages = platform::VirtualMemoryPages{.wired = 100, .active = 200, .compressed = 50};
+  memory.used =
+      platform::MemoryUsage{.wiredBytes = 1000000, .activeBytes = 2000000, .compressedBytes = 500000};
   memory.swap = platform::SwapUsage{.totalBytes = 4096, .usedBytes = 1024};
   provider->start(2s);
   const MemorySnapshot& now = *provider->current;
-  EXPECT_EQ(now.wiredBytes, 100U * 16384);
-  EXPECT_EQ(now.appBytes, 200U * 16384);
-  EXPECT_EQ(now.compressedBytes, 50U * 16384);
-  EXPECT_EQ(now.usedBytes, 350U * 16384);
+  EXPECT_EQ(now.wiredBytes, 1000000U);
+  EXPECT_EQ(now.appBytes, 2000000U);
+  EXPECT_EQ(now.compressedBytes, 500000U);
+  EXPECT_EQ(now.usedBytes, 3500000U);
   EXPECT_EQ(now.swapTotalBytes, 4096U);
   EXPECT_EQ(now.swapUsedBytes, 1024U);
-  EXPECT_THAT(provider->usageHistory->values(), ElementsAre(350.0 * 16384 / (64 << 20) * 100));
+  EXPECT_THAT(provider->usageHistory->values(), ElementsAre(3500000.0 / (64 << 20) * 100));
   memory.physical = 1;
   advance(10s);
   EXPECT_EQ(provider->history->size(), 6U);
@@ -67,7 +66,7 @@ TEST_F(MemoryProviderTest, pressureIsTheShareThatIsUsed) {
 
 TEST_F(MemoryProviderTest, failedReadsFallBackEachInItsOwnWay) {
   provider->tick();
-  memory.pages.reset();
+  memory.used.reset();
   provider->tick();
   EXPECT_EQ(provider->history->size(), 1U);
   EXPECT_EQ(provider->current->usedBytes, 500U);
@@ -75,9 +74,6 @@ TEST_F(MemoryProviderTest, failedReadsFallBackEachInItsOwnWay) {
   memory.swap.reset();
   provider->tick();
   EXPECT_EQ(provider->current->swapTotalBytes, 0U);
-  memory.pageBytes = 0;
-  provider->tick();
-  EXPECT_EQ(provider->current->usedBytes, 0U);
   memory.physical.reset();
   const auto untotalled = std::make_shared<MemoryProvider>(
       loop, memory, std::make_shared<ProcessScanCache>(clock, processTable, *lane));
@@ -107,8 +103,7 @@ TEST_F(MemoryProviderTest, listsTheLargestProcessesFromTheThirdTickOn) {
 }
 
 TEST_F(MemoryProviderDeathTest, impossibleCountersEndTheProcess) {
-  memory.pageBytes = 4096;
-  use(~std::uint64_t{0});
+  memory.used = platform::MemoryUsage{.wiredBytes = ~std::uint64_t{0}, .activeBytes = 1};
   EXPECT_DEATH(provider->tick(), "memory");
 }
 

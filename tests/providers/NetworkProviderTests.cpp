@@ -18,7 +18,7 @@ class NetworkProviderTest : public testing::Test, public test::ScriptedPlatform 
   const NetworkSnapshot& now() const { return *provider->current; }
 
   std::shared_ptr<NetworkProvider> provider = std::make_shared<NetworkProvider>(
-      loop, NetworkProvider::Services{networkInterfaces, tools, wifi, location, *lane});
+      loop, NetworkProvider::Services{networkInterfaces, wifi, location, *lane});
 };
 
 TEST_F(NetworkProviderTest, firstRateIsOverAWholeInterval) {

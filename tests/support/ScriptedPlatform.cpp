@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <ranges>
 
 namespace kestrune::test {
 
@@ -29,30 +28,19 @@ void ScriptedProcessors::pass(std::int32_t total, const std::vector<std::int32_t
   }
 }
 
-std::vector<std::int32_t> ScriptedProcessTable::ids() const {
-  if (listed) return *listed;
-  const auto keys = std::views::keys(processes);
-  return {keys.begin(), keys.end()};
-}
-
-std::int32_t ScriptedProcessTable::processCount() {
-  if (!isReadable) return -1;
-  return count.value_or(static_cast<std::int32_t>(ids().size()));
-}
-
-std::int32_t ScriptedProcessTable::listPids(std::span<std::int32_t> pids) {
+std::vector<platform::ProcessReading> ScriptedProcessTable::readings() {
   ++walks;
-  if (!isReadable) return -1;
-  const auto all = ids();
-  const std::size_t fitting = std::min(all.size(), pids.size());
-  std::ranges::copy_n(all.begin(), static_cast<std::ptrdiff_t>(fitting), pids.begin());
-  return static_cast<std::int32_t>(fitting);
-}
-
-std::optional<platform::TaskInfo> ScriptedProcessTable::taskInfo(std::int32_t pid) {
-  const auto found = processes.find(pid);
-  if (found == processes.end() || !found->second.isReadable) return std::nullopt;
-  return found->second.info;
+  std::vector<platform::ProcessReading> readings;
+  if (!isReadable) return readings;
+  for (const auto& [pid, process] : processes) {
+    readings.push_back({.pid = pid,
+                        .name = process.name,
+                        .executablePath = process.path,
+                        .residentBytes = process.info.residentBytes,
+                        .userNanoseconds = process.info.userNanoseconds,
+                        .systemNanoseconds = process.info.systemNanoseconds});
+  }
+  return readings;
 }
 
 std::optional<std::string> ScriptedEnvironment::variable(const std::string& name) {
@@ -103,18 +91,6 @@ void ScriptedNetworkInterfaces::setLink(const std::string& name, std::uint64_t r
   auto link = std::ranges::find(list->links, name, &platform::LinkEntry::name);
   if (link == list->links.end()) link = list->links.insert(link, {.name = name, .counters = {}});
   link->counters = platform::LinkCounters{received, sent};
-}
-
-bool ScriptedTools::isExecutableFile(const std::string& path) {
-  return std::ranges::find(executables, path) != executables.end();
-}
-
-std::optional<std::string> ScriptedTools::run(const std::string& path,
-                                              const std::vector<std::string>& arguments) {
-  std::string line = path;
-  for (const std::string& argument : arguments) line += ' ' + argument;
-  runs.push_back(line);
-  return found(outputs, line);
 }
 
 std::optional<platform::RunningApplication> ScriptedApplications::runningApplication(std::int32_t pid) {

@@ -52,27 +52,21 @@ class ScriptedChip final : public platform::Chip {
 
 class ScriptedProcessTable final : public platform::ProcessTable {
  public:
+  struct Figures {
+    std::uint64_t residentBytes = 0;
+    std::uint64_t userNanoseconds = 0;
+    std::uint64_t systemNanoseconds = 0;
+  };
   struct Process {
     std::string name;
     std::string path;
-    platform::TaskInfo info;
-    bool isReadable = true;  // false: gone, or not ours to look at
+    Figures info;
   };
   std::map<std::int32_t, Process> processes;
   bool isReadable = true;
-  std::optional<std::vector<std::int32_t>>
-      listed;                         // the ids as they are listed; absent: all, in ascending order
-  std::optional<std::int32_t> count;  // what the count says; absent: as many as are listed
-  int walks = 0;                      // how often the list of ids was asked for
+  int walks = 0;
 
-  std::int32_t processCount() override;
-  std::int32_t listPids(std::span<std::int32_t> pids) override;
-  std::optional<platform::TaskInfo> taskInfo(std::int32_t pid) override;
-  std::string name(std::int32_t pid) override { return processes.at(pid).name; }
-  std::string executablePath(std::int32_t pid) override { return processes.at(pid).path; }
-
- private:
-  std::vector<std::int32_t> ids() const;
+  std::vector<platform::ProcessReading> readings() override;
 };
 
 class ScriptedEnvironment final : public platform::ProcessEnvironment {
@@ -142,13 +136,11 @@ class ScriptedPreferences final : public platform::PreferenceStorage {
 
 class ScriptedMemory final : public platform::Memory {
  public:
-  std::optional<platform::VirtualMemoryPages> pages{std::in_place};
-  std::uint64_t pageBytes = 4096;
+  std::optional<platform::MemoryUsage> used{std::in_place};
   std::optional<platform::SwapUsage> swap{std::in_place};
   std::optional<std::uint64_t> physical = 16ULL << 30U;
 
-  std::optional<platform::VirtualMemoryPages> virtualMemoryPages() override { return pages; }
-  std::uint64_t pageSize() override { return pageBytes; }
+  std::optional<platform::MemoryUsage> usage() override { return used; }
   std::optional<platform::SwapUsage> swapUsage() override { return swap; }
   std::optional<std::uint64_t> physicalBytes() override { return physical; }
 };
@@ -201,9 +193,15 @@ class ScriptedWiFi final : public platform::WiFi {
  public:
   std::optional<platform::WiFiInterface> interface;
   std::vector<std::optional<std::string>> names;
+  std::optional<std::string> foundName;  // by a search
+  std::vector<std::string> searches;     // the interfaces, in order
 
   std::optional<platform::WiFiInterface> defaultInterface() override { return interface; }
   std::vector<std::optional<std::string>> interfaceNames() override { return names; }
+  std::optional<std::string> findNetworkName(const std::string& interfaceName) override {
+    searches.push_back(interfaceName);
+    return foundName;
+  }
 };
 
 class ScriptedLocation final : public platform::LocationPermission {
@@ -215,16 +213,6 @@ class ScriptedLocation final : public platform::LocationPermission {
   platform::LocationAuthorization status() override { return authorization; }
   void request() override { ++requests; }
   void setWatcher(std::function<void()> changed) override { watcher = std::move(changed); }
-};
-
-class ScriptedTools final : public platform::ToolRunner {
- public:
-  std::map<std::string, std::string> outputs;  // by the command line; others can't be started
-  std::vector<std::string> executables;
-  std::vector<std::string> runs;  // the command lines, in order
-
-  bool isExecutableFile(const std::string& path) override;
-  std::optional<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override;
 };
 
 class ScriptedAudio final : public platform::AudioService {
@@ -311,7 +299,6 @@ class ScriptedPlatform : public TestLoop {
   ScriptedNetworkInterfaces networkInterfaces;
   ScriptedWiFi wifi;
   ScriptedLocation location;
-  ScriptedTools tools;
   ScriptedAudio audio;
   ScriptedApplications applications;
   ScriptedFolders folders;
@@ -335,7 +322,6 @@ class ScriptedPlatform : public TestLoop {
                                     .networkInterfaces = networkInterfaces,
                                     .wifi = wifi,
                                     .location = location,
-                                    .tools = tools,
                                     .connectionLane = lane,
                                     .audio = audio,
                                     .applications = applications,

@@ -12,10 +12,10 @@
 namespace kestrune::platform {
 namespace {
 
-// A look at the connection may hang with a tool; the next ones go past it.
+// A search for the network name may hang; later ones use another thread.
 constexpr std::size_t connectionThreads = 4;
 
-// A listing may hang with a device; the next ones go past it.
+// A listing may hang with a device; later ones use another thread.
 constexpr std::size_t folderThreads = 16;
 
 std::string preferencesFile(const std::string& configDirectory) {
@@ -27,7 +27,7 @@ std::string ownConfigDirectory() {
   return configDirectory(environment);
 }
 
-// Where this program is installed; as it was started, should the kernel not tell.
+// Where this program is installed; the name it was started by if the link can't be read.
 std::string ownProgram() {
   std::error_code error;
   const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -81,7 +81,6 @@ Platform LinuxPlatform::platform(UserNotifications& notifications, Workspace& wo
           .networkInterfaces = networkInterfaces_,
           .wifi = wifi_,
           .location = location_,
-          .tools = tools_,
           .connectionLane = connectionLane_,
           .audio = audio_,
           .applications = applications_,

@@ -17,7 +17,6 @@
 #include "platform/linux/processor/LinuxChip.h"
 #include "platform/linux/processor/LinuxProcessors.h"
 #include "platform/linux/program/LinuxProcessEnvironment.h"
-#include "platform/linux/program/LinuxToolRunner.h"
 #include "platform/linux/program/LoopDescriptor.h"
 #include "platform/linux/storage/LinuxBlockStorage.h"
 #include "platform/linux/storage/LinuxVolumes.h"
@@ -29,21 +28,22 @@
 
 namespace kestrune::platform {
 
-// This computer. It outlives all that uses it.
+// This computer. Must outlive its users.
 class LinuxPlatform {
  public:
   LinuxPlatform();
-  // Reads below `root`, and keeps preferences in kestrune/preferences.json below `configDirectory` and day
-  // files in Kestrune/history below `dataDirectory`, or nowhere where these are empty.
+  // Reads below `root`. Preferences are stored in kestrune/preferences.json below `configDirectory` and day
+  // files in Kestrune/history below `dataDirectory`; nothing is stored if the directory is empty.
   LinuxPlatform(const std::string& root, const std::string& configDirectory,
                 const std::string& dataDirectory);
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  // What belongs to the desktop comes from elsewhere. `dayFiles` takes the place of the files on the disk.
+  // The parts that belong to the desktop are supplied by the caller. `dayFiles` replaces the files on the
+  // disk.
   Platform platform(UserNotifications& notifications, Workspace& workspace,
                     DayFileStorage* dayFiles = nullptr);
-  // What the main loop is to be made with.
+  // The waker for the main loop.
   LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
 
  private:
@@ -62,14 +62,13 @@ class LinuxPlatform {
   LinuxNetworkInterfaces networkInterfaces_;
   LinuxWiFi wifi_;
   LinuxLocationPermission location_;
-  LinuxToolRunner tools_;
   LinuxAudioService audio_;
   LinuxApplications applications_;
   LinuxFolders folders_;
   LinuxSystemFacts facts_;
   LinuxLoginItem loginItem_;
   LinuxDayFiles dayFiles_;
-  // Last, so that they end before what their work uses.
+  // Last, so that they end before the members that their work uses.
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;
   std::shared_ptr<ThreadLane> audioLane_;

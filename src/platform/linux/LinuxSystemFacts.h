@@ -8,10 +8,9 @@
 
 namespace kestrune::platform {
 
-// The boot time is what the wall clock shows less what CLOCK_BOOTTIME does, which goes on while the machine
-// sleeps. That is how the kernel works out "btime" in /proc/stat too, but it costs no reading of that file,
-// which is long on a machine with many processors. The version is the distribution's name from os-release and
-// the kernel's release.
+// The boot time is the wall clock minus CLOCK_BOOTTIME, which keeps running while the machine sleeps. The
+// kernel computes "btime" in /proc/stat the same way, but that file is long on a machine with many
+// processors. The version is the distribution's name from os-release and the kernel's release.
 class LinuxSystemFacts final : public SystemFacts {
  public:
   // Reads below `root`. The environment must outlive this.

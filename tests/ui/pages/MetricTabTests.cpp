@@ -32,10 +32,9 @@ TEST_F(MetricTabTest, aVolumeOfNothingIsAnEmptyBar) {
 
 TEST_F(MetricTabTest, thePressureColoursTheMemoryInUse) {
   constexpr std::uint64_t gibibyte = 1073741824;
-  computer.memory.pageBytes = gibibyte;
   auto views = tab<MemoryTab>();
   const auto use = [&](std::uint64_t gibibytes) {
-    computer.memory.pages = platform::VirtualMemoryPages{.wired = gibibytes};
+    computer.memory.used = platform::MemoryUsage{.wiredBytes = gibibytes * gibibyte};
     env->memory->tick();
     update(views);
     return bar(views);

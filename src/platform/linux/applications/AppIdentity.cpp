@@ -1,13 +1,12 @@
 #include "platform/linux/applications/AppIdentity.h"
 
-#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <ranges>
-#include <system_error>
 #include <utility>
 #include <vector>
 
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -32,13 +31,10 @@ bool removeSuffix(std::string_view& text, std::string_view suffix) {
 std::string unescapedUnit(std::string_view name) {
   std::string result;
   while (!name.empty()) {
-    unsigned byte = 0;
-    const std::string_view digits = name.starts_with("\\x") ? name.substr(2, 2) : std::string_view();
-    const char* const end = digits.data() + digits.size();
-    const auto [read, error] = std::from_chars(digits.data(), end, byte, 16);
-    const bool isEscape = digits.size() == 2 && error == std::errc() && read == end;
-    result += isEscape ? static_cast<char>(byte) : name.front();
-    name.remove_prefix(isEscape ? 4 : 1);
+    const bool mayBeEscape = name.size() >= 4 && name.starts_with("\\x");
+    const auto byte = mayBeEscape ? parseNumber<std::uint8_t>(name.substr(2, 2), 16) : std::nullopt;
+    result += byte ? static_cast<char>(*byte) : name.front();
+    name.remove_prefix(byte ? 4 : 1);
   }
   return result;
 }
@@ -105,7 +101,8 @@ std::optional<AppUnit> unitOf(std::string_view path) {
 }  // namespace
 
 std::optional<AppUnit> parseAppCgroup(std::string_view text) {
-  for (const std::string_view line : parts(text, '\n')) {
+  while (!text.empty()) {
+    const std::string_view line = takeLine(text);
     const auto nameStart = line.find(':');
     if (nameStart == std::string_view::npos) continue;
     const std::string_view rest = line.substr(nameStart + 1);
@@ -120,7 +117,8 @@ std::optional<AppUnit> parseAppCgroup(std::string_view text) {
 
 std::string parseFlatpakId(std::string_view text) {
   bool isInGroup = false;
-  for (const std::string_view line : parts(text, '\n')) {
+  while (!text.empty()) {
+    const std::string_view line = takeLine(text);
     if (line.starts_with('[')) isInGroup = trimmed(line) == "[Application]";
     constexpr std::string_view key = "name=";
     if (isInGroup && line.starts_with(key)) return std::string(trimmed(line.substr(key.size())));

@@ -4,17 +4,10 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
-
-std::string_view takeLine(std::string_view& text) {
-  const auto end = text.find('\n');
-  const std::string_view line = text.substr(0, end);
-  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  return trimmed(line);
-}
 
 // What an escape's letter stands for; 0: it is no escape.
 char escaped(char letter) {
@@ -47,9 +40,7 @@ std::string unescapedValue(std::string_view value) {
 
 bool hasItem(std::string_view list, std::string_view item) {
   while (!list.empty()) {
-    const auto end = list.find(';');
-    if (trimmed(list.substr(0, end)) == item) return true;
-    list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
+    if (trimmed(takePart(list, ';')) == item) return true;
   }
   return false;
 }
@@ -171,7 +162,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
   Reader reader(localeNames);
   bool isInGroup = false;
   while (!text.empty()) {
-    const std::string_view line = takeLine(text);
+    const std::string_view line = trimmed(takeLine(text));
     if (line.starts_with('[')) {
       if (isInGroup) break;
       isInGroup = line == "[Desktop Entry]";

@@ -8,8 +8,6 @@
 #include <optional>
 #include <tuple>
 
-#include <sys/stat.h>
-
 #include "platform/linux/files/Directory.h"
 #include "platform/linux/files/Files.h"
 #include "platform/linux/processes/ProgramName.h"
@@ -22,16 +20,7 @@ constexpr std::size_t desktopFileLimit = std::size_t{256} << 10U;
 // Deeper ones are a folder that contains itself.
 constexpr std::size_t deepestFolder = 8;
 // File systems tell times that coarsely.
-constexpr std::time_t timeGranularity = 2;
-
-timespec changeTime(const std::string& folder) {
-  struct stat info {};
-  return stat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) ? info.st_mtim : timespec{};
-}
-
-bool isSame(const timespec& a, const timespec& b) {
-  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
-}
+constexpr std::chrono::seconds timeGranularity(2);
 
 std::string_view folderOf(std::string_view path) {
   return path.substr(0, path.rfind('/'));
@@ -58,20 +47,20 @@ void DesktopIndex::refresh() {
   byPath_.clear();
   byFileName_.clear();
   byFolder_.clear();
-  const std::time_t start = std::time(nullptr);
+  const std::chrono::seconds start(std::time(nullptr));
   for (const std::string& directory : places_.dataDirectories) {
     readFolder(below(places_.root, directory.substr(1)) + "/applications", "");
   }
   // A later change might bear the same time as one just seen.
   isSettled_ = std::ranges::none_of(folders_, [&](const Folder& folder) {
-    return folder.changed.tv_sec >= start - timeGranularity &&
-           folder.changed.tv_sec <= start + timeGranularity;
+    return std::chrono::abs(std::chrono::floor<std::chrono::seconds>(folder.changed) - start) <=
+           timeGranularity;
   });
 }
 
 bool DesktopIndex::isCurrent() const {
   return isSettled_ && std::ranges::all_of(folders_, [](const Folder& folder) {
-           return isSame(changeTime(folder.path), folder.changed);
+           return changeTime(folder.path) == folder.changed;
          });
 }
 
@@ -82,7 +71,7 @@ void DesktopIndex::readFolder(const std::string& path, const std::string& idPref
     const std::string entry = below(path, name);
     if (name.ends_with(desktopSuffix)) {
       addFile(entry, idPrefix + name.substr(0, name.size() - desktopSuffix.size()));
-    } else if (!isTooDeep && !isSame(changeTime(entry), {})) {
+    } else if (!isTooDeep && isDirectory(entry)) {
       readFolder(entry, std::string(idPrefix).append(name).append("-"));
     }
   }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <functional>
 #include <map>
 #include <string>
@@ -48,7 +48,7 @@ class DesktopIndex {
  private:
   struct Folder {
     std::string path;
-    timespec changed{};  // zero: it isn't there
+    std::chrono::nanoseconds changed{};  // zero: it isn't there
   };
   struct Application {
     IndexedApplication shown;

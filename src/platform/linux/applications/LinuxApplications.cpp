@@ -9,6 +9,7 @@
 #include "platform/linux/applications/AppIdentity.h"
 #include "platform/linux/applications/UserLanguages.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 #include "platform/linux/processes/ProcessFiles.h"
 #include "platform/linux/processes/ProgramName.h"
 #include "platform/linux/program/LinuxProcessEnvironment.h"
@@ -22,12 +23,10 @@ constexpr std::size_t smallFileLimit = std::size_t{64} << 10U;
 // The absolute paths among those that colons separate.
 void appendPaths(std::vector<std::string>& paths, std::string_view list) {
   while (!list.empty()) {
-    const auto end = list.find(':');
-    std::string path(list.substr(0, end));
+    std::string path(takePart(list, ':'));
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();
     if (path.starts_with('/') && std::ranges::find(paths, path) == paths.end())
       paths.push_back(std::move(path));
-    list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
   }
 }
 
@@ -46,11 +45,7 @@ std::vector<std::string> dataDirectories(ProcessEnvironment& environment) {
 std::vector<std::string> argumentsOf(const std::string& root, std::int32_t pid) {
   std::vector<std::string> arguments;
   const std::string text = readFile(processFile(root, pid, "cmdline"), smallFileLimit).value_or("");
-  for (std::size_t start = 0; start < text.size();) {
-    const auto end = std::min(text.find('\0', start), text.size());
-    arguments.push_back(text.substr(start, end - start));
-    start = end + 1;
-  }
+  for (std::string_view rest = text; !rest.empty();) arguments.emplace_back(takePart(rest, '\0'));
   return arguments;
 }
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "platform/linux/applications/DesktopEntry.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 
@@ -18,11 +19,8 @@ std::vector<std::string> userLanguages(ProcessEnvironment& environment) {
   // Further languages that the user reads, before that of the locale.
   std::vector<std::string> all;
   const std::string languages = environment.variable("LANGUAGE").value_or("");
-  for (std::size_t start = 0; start < languages.size();) {
-    const auto end = std::min(languages.find(':', start), languages.size());
-    std::ranges::copy(localeNames(std::string_view(languages).substr(start, end - start)),
-                      std::back_inserter(all));
-    start = end + 1;
+  for (std::string_view rest = languages; !rest.empty();) {
+    std::ranges::copy(localeNames(takePart(rest, ':')), std::back_inserter(all));
   }
   std::ranges::copy(names, std::back_inserter(all));
   return all;

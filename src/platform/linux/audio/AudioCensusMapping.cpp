@@ -7,6 +7,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "platform/linux/files/Text.h"
+
 namespace kestrune::platform {
 namespace {
 
@@ -80,8 +82,7 @@ bool isBluetooth(const PulseDevice& device) {
 
 // `word` is in lower case.
 bool mentions(std::string_view text, std::string_view word) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return !std::ranges::search(text, word, {}, lower).empty();
+  return !std::ranges::search(text, word, {}, lowerCase).empty();
 }
 
 // Drivers that can't tell the two apart say "HDMI / DisplayPort", which counts as the former.

@@ -1,13 +1,11 @@
 #include "platform/linux/audio/PulseClientPids.h"
 
-#include <charconv>
-#include <system_error>
 #include <unordered_set>
 #include <utility>
 
 #include "platform/linux/files/Directory.h"
-#include "platform/linux/files/FieldScanner.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 #include "platform/linux/processes/PidStat.h"
 #include "platform/linux/processes/ProcessFiles.h"
 
@@ -47,12 +45,12 @@ bool PulseClientPids::runs(std::int32_t pid, const std::string& binary) const {
   if (!stat || stat->isKernelThread) return false;
   if (binary.empty() || baseName(executableOf(root_, pid)) == binary) return true;
   // The executable may be hidden; the name is not, but the kernel cuts it off.
-  return mayBeCut(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
+  return mayBeTruncated(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
 }
 
 std::int32_t PulseClientPids::findInSandbox(std::int32_t innerPid, const std::string& binary) const {
   for (const std::string& entry : entryNames(below(root_, "proc"))) {
-    const auto pid = FieldScanner(entry).number<std::int32_t>();
+    const auto pid = parseNumber<std::int32_t>(entry);
     if (!pid || *pid < 1 || !runs(*pid, binary)) continue;
     const auto status = readFile(processFile(root_, *pid, "status"));
     if (status && innermostPid(*status) == innerPid) return *pid;
@@ -61,14 +59,10 @@ std::int32_t PulseClientPids::findInSandbox(std::int32_t innerPid, const std::st
 }
 
 std::int32_t innermostPid(std::string_view status) {
-  constexpr std::string_view key = "\nNSpid:\t";
-  const auto start = status.find(key);
-  if (start == std::string_view::npos) return 0;
-  std::string_view pids = status.substr(start + key.size());
-  pids = pids.substr(0, pids.find('\n'));
+  const std::string_view pids = lineAfter(status, "NSpid:\t");
   const auto lastTab = pids.rfind('\t');
   if (lastTab == std::string_view::npos) return 0;
-  return FieldScanner(pids.substr(lastTab + 1)).number<std::int32_t>().value_or(0);
+  return parseNumber<std::int32_t>(pids.substr(lastTab + 1)).value_or(0);
 }
 
 }  // namespace kestrune::platform

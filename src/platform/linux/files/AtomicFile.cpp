@@ -32,7 +32,7 @@ std::error_code makeFolders(const fs::path& folder) {
   return lastError();
 }
 
-// On failure `errno` tells why.
+// On failure `errno` has the reason.
 bool writeAll(int fd, std::string_view content) {
   while (!content.empty()) {
     const ssize_t written = write(fd, content.data(), content.size());
@@ -43,11 +43,11 @@ bool writeAll(int fd, std::string_view content) {
   return true;
 }
 
-// On failure `errno` tells why: EEXIST for a name that is taken.
+// On failure `errno` has the reason: EEXIST if the name is taken.
 bool renameUnlessTaken(const std::string& from, const std::string& to) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
-  // A file system that can't do it in one step.
+  // This file system can't do it in one step.
   struct stat existing {};
   if (lstat(to.c_str(), &existing) == 0) {
     errno = EEXIST;
@@ -56,9 +56,9 @@ bool renameUnlessTaken(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-// A file beside the one that it is to replace.
+// A file beside the one that it will replace.
 struct Temporary {
-  std::string name;  // empty: it has none
+  std::string name;  // empty: it has none yet
   std::error_code error;
 };
 
@@ -66,17 +66,17 @@ bool isOnDisk(int fd, std::string_view content) {
   return writeAll(fd, content) && fsync(fd) == 0;
 }
 
-// The file gets its name when it is whole, a moment before it takes the other one's place: a program that is
-// killed hardly ever leaves something behind. Absent: the file system can't do that.
+// The file gets its name only when it is complete, just before it replaces the other, so that a program that
+// is killed hardly ever leaves one behind. Absent: the file system can't do that.
 std::optional<Temporary> writtenBeforeNamed(const fs::path& folder, const std::string& path,
                                             std::string_view content) {
-  constexpr int mostTries = 16;
+  constexpr int maxTries = 16;
   const UniqueFd file(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
   if (!file) return std::nullopt;
   if (!isOnDisk(file.get(), content)) return Temporary{.name = {}, .error = lastError()};
   const std::string unnamed = "/proc/self/fd/" + std::to_string(file.get());
   std::random_device random;
-  for (int i = 0; i < mostTries; ++i) {
+  for (int i = 0; i < maxTries; ++i) {
     std::string name = path + "." + std::to_string(random());
     if (linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
       return Temporary{.name = std::move(name), .error = {}};
@@ -118,8 +118,8 @@ std::error_code replaceFile(const std::string& path, std::string_view content) {
 }
 
 std::optional<std::string> renameToFreeName(const std::string& from, const std::string& to) {
-  constexpr int mostNames = 1000;
-  for (int i = 1; i <= mostNames; ++i) {
+  constexpr int maxNames = 1000;
+  for (int i = 1; i <= maxNames; ++i) {
     std::string name = i == 1 ? to : to + "." + std::to_string(i);
     if (renameUnlessTaken(from, name)) return name;
     if (errno != EEXIST) break;
@@ -128,13 +128,13 @@ std::optional<std::string> renameToFreeName(const std::string& from, const std::
 }
 
 std::string linkTarget(const std::string& path) {
-  constexpr int longestChain = 40;
+  constexpr int maxLinks = 40;
   fs::path target = path;
   std::error_code error;
-  for (int i = 0; i < longestChain && fs::is_symlink(target, error); ++i) {
+  for (int i = 0; i < maxLinks && fs::is_symlink(target, error); ++i) {
     const fs::path next = fs::read_symlink(target, error);
     if (error) break;
-    target = target.parent_path() / next;  // an absolute one replaces it
+    target = target.parent_path() / next;  // an absolute `next` replaces all of it
   }
   return target.string();
 }

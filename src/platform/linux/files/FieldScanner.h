@@ -1,15 +1,15 @@
 #pragma once
 
 #include <algorithm>
-#include <charconv>
 #include <concepts>
 #include <optional>
 #include <string_view>
-#include <system_error>
+
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 
-// Takes a line apart, from left to right, into fields that blanks separate.
+// Splits a line into the fields between its blanks, from left to right.
 class FieldScanner {
  public:
   explicit FieldScanner(std::string_view text) : rest_(text) {}
@@ -24,14 +24,10 @@ class FieldScanner {
     return taken;
   }
 
-  // The field as a number. Absent: it is none, or doesn't fit.
+  // The field as a number. Absent: it isn't a number, or doesn't fit.
   template <std::integral T>
   std::optional<T> number() {
-    const std::string_view text = field();
-    T value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return value;
+    return parseNumber<T>(field());
   }
 
   bool atEnd() {

@@ -5,8 +5,10 @@
 #include <climits>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/files/Text.h"
 #include "platform/linux/files/UniqueFd.h"
 
 namespace kestrune::platform {
@@ -52,11 +54,10 @@ std::string readLink(const std::string& path) {
   return size <= 0 ? std::string() : std::string(target.data(), static_cast<std::size_t>(size));
 }
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+std::chrono::nanoseconds changeTime(const std::string& path) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return {};
+  return std::chrono::seconds(info.st_mtim.tv_sec) + std::chrono::nanoseconds(info.st_mtim.tv_nsec);
 }
 
 std::string_view baseName(std::string_view path) {

@@ -7,7 +7,7 @@ namespace kestrune::platform {
 namespace {
 
 constexpr std::size_t firstBufferSize = 4096;
-constexpr std::size_t largestBufferSize = std::size_t{1} << 22U;
+constexpr std::size_t maxBufferSize = std::size_t{1} << 22U;
 
 }  // namespace
 
@@ -26,14 +26,14 @@ std::optional<std::string_view> KeptFile::readOnce() {
   if (buffer_.empty()) buffer_.resize(firstBufferSize);
   std::size_t length = 0;
   while (true) {
-    // From offset 0 the kernel makes the text anew; what follows belongs to the same text.
+    // The kernel generates the text again for offset 0; later offsets continue that text.
     const ssize_t size =
         pread(file_.get(), buffer_.data() + length, buffer_.size() - length, static_cast<off_t>(length));
     if (size < 0) return std::nullopt;
     length += static_cast<std::size_t>(size);
     if (size == 0) return std::string_view(buffer_.data(), length);
     if (length < buffer_.size()) continue;
-    if (buffer_.size() >= largestBufferSize) return std::nullopt;
+    if (buffer_.size() >= maxBufferSize) return std::nullopt;
     buffer_.resize(buffer_.size() * 2);
   }
 }

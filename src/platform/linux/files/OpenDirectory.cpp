@@ -20,7 +20,7 @@ UniqueFd openDirectory(std::string_view path, int flags) {
   UniqueFd at;
   while (path.size() >= PATH_MAX) {
     const auto slash = path.rfind('/', PATH_MAX - 1);
-    if (slash == std::string_view::npos || slash == 0) return {};  // no name is as long as that
+    if (slash == std::string_view::npos || slash == 0) return {};  // no name is that long
     at = openBelow(at ? at.get() : AT_FDCWD, path.substr(0, slash), O_PATH);
     if (!at) return {};
     path.remove_prefix(std::min(path.find_first_not_of('/', slash), path.size()));

@@ -12,20 +12,20 @@
 
 namespace kestrune::platform {
 
-// Opens the directory at an absolute path, which may be longer than the kernel takes at once. Links on the
-// way are followed. The flags are those of open(2), besides O_DIRECTORY and O_CLOEXEC. None: it can't be
+// Opens the directory at an absolute path, which may be longer than the kernel's limit for one call. Links
+// are followed. The flags are those of open(2), in addition to O_DIRECTORY and O_CLOEXEC. Empty: it can't be
 // opened.
 UniqueFd openDirectory(std::string_view path, int flags);
 
-// What the kernel tells of an entry itself, or of a link itself; `mask` as statx(2) takes it. Mounts nothing.
-// Absent: it is gone or can't be read.
+// The state of an entry, or of a link itself; `mask` is that of statx(2). Mounts nothing. Absent: it doesn't
+// exist or can't be read.
 std::optional<struct statx> statEntry(int directory, const char* name, unsigned mask);
 
 enum class ReadEnd { complete, stopped, failed };
 
-// Calls `each(name, type)` for each entry of an open directory but "." and "..", in the file system's order,
-// until that yields false. The type is one of DT_REG and its like, DT_UNKNOWN where the file system doesn't
-// tell. The buffer is aligned like allocated memory; its size decides how much is read at once.
+// Calls `each(name, type)` for each entry of an open directory except "." and "..", in the file system's
+// order, until it returns false. The type is a DT_ constant, DT_UNKNOWN if the file system doesn't report it.
+// The buffer is aligned like allocated memory; its size decides how much is read at once.
 template <class Each>
 ReadEnd forEachEntry(int directory, std::span<char> buffer, Each each) {
   while (true) {

@@ -6,7 +6,7 @@
 
 namespace kestrune::platform {
 
-// A file descriptor with one owner, closed when that goes. Below 0: none.
+// Owns a file descriptor and closes it when destroyed. Below 0: none.
 class UniqueFd {
  public:
   UniqueFd() = default;

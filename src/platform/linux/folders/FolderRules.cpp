@@ -5,6 +5,8 @@
 
 #include <linux/magic.h>
 
+#include "platform/linux/files/Text.h"
+
 namespace kestrune::platform {
 namespace {
 
@@ -23,10 +25,6 @@ constexpr std::array<std::uint32_t, 25> kernelFileSystems{
     0x67596969,  // rpc_pipefs
 };
 
-char lowered(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 bool isPackage(std::string_view directoryName) {
@@ -35,7 +33,7 @@ bool isPackage(std::string_view directoryName) {
     return false;  // ".app" is a hidden name without an extension
   const std::string_view extension = directoryName.substr(dot + 1);
   return std::ranges::any_of(packageExtensions, [&](std::string_view known) {
-    return std::ranges::equal(extension, known, {}, lowered);
+    return std::ranges::equal(extension, known, {}, lowerCase);
   });
 }
 

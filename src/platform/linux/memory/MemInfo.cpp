@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -24,33 +25,36 @@ constexpr std::array<Line, 10> lines = {{{"MemTotal", &MemInfo::memTotal},
                                          {"SwapTotal", &MemInfo::swapTotal},
                                          {"SwapFree", &MemInfo::swapFree}}};
 
+constexpr std::uint64_t bytesPerKibibyte = 1024;
+constexpr std::uint64_t maxBytes = std::uint64_t{1} << 60U;
+
+std::optional<std::uint64_t> bytes(std::optional<std::uint64_t> units, std::uint64_t bytesPerUnit) {
+  if (!units || *units > maxBytes / bytesPerUnit) return std::nullopt;
+  return *units * bytesPerUnit;
+}
+
 void parseLine(std::string_view line, MemInfo& info) {
   const auto colon = line.find(':');
   if (colon == std::string_view::npos) return;
   const auto* const known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
   if (known == lines.end()) return;
-  info.*(known->field) = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
+  const auto kibibytes = FieldScanner(line.substr(colon + 1)).number<std::uint64_t>();
+  info.*(known->field) = bytes(kibibytes, bytesPerKibibyte);
 }
 
 }  // namespace
 
 MemInfo parseMemInfo(std::string_view text) {
   MemInfo info;
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    // A line without its end may have lost digits.
-    if (end == std::string_view::npos) break;
-    parseLine(text.substr(0, end), info);
-    text.remove_prefix(end + 1);
-  }
+  for (text = wholeLines(text); !text.empty();) parseLine(takeLine(text), info);
   return info;
 }
 
 std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat) {
-  FieldScanner fields(mmStat.substr(0, mmStat.find('\n')));
-  fields.field();  // size of the data as it was
-  fields.field();  // size of the data compressed
-  return fields.number<std::uint64_t>();
+  FieldScanner fields(takeLine(mmStat));
+  fields.field();  // original size of the data
+  fields.field();  // compressed size
+  return bytes(fields.number<std::uint64_t>(), 1);
 }
 
 }  // namespace kestrune::platform

@@ -6,7 +6,8 @@
 
 namespace kestrune::platform {
 
-// Lines of /proc/meminfo, in KiB. Absent: the line is missing or no number.
+// Figures of /proc/meminfo, in bytes. Absent: the line is missing, isn't a number or is more than any machine
+// has, so that sums can't overflow.
 struct MemInfo {
   std::optional<std::uint64_t> memTotal;
   std::optional<std::uint64_t> memAvailable;  // Linux 3.14 and later
@@ -22,8 +23,7 @@ struct MemInfo {
 
 MemInfo parseMemInfo(std::string_view text);
 
-// The RAM that a compressed RAM disk takes up, in bytes: the third field of its mm_stat. Absent: there is
-// none.
+// The bytes of memory that a compressed RAM disk takes up: the third field of its mm_stat. Absent as above.
 std::optional<std::uint64_t> parseZramUsage(std::string_view mmStat);
 
 }  // namespace kestrune::platform

@@ -6,7 +6,7 @@
 
 namespace kestrune::platform {
 
-// Nothing withholds the Wi-Fi name here, so that there is nothing to ask for and nothing that changes.
+// Linux doesn't withhold the Wi-Fi name, so there is nothing to ask for and nothing changes.
 class LinuxLocationPermission final : public LocationPermission {
  public:
   LocationAuthorization status() override { return LocationAuthorization::authorizedAlways; }

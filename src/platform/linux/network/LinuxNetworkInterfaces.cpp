@@ -16,16 +16,15 @@
 namespace kestrune::platform {
 namespace {
 
-// Beginnings of the names that people and programs give to interfaces whose bytes show on a port too, or stay
-// in the machine. Most of these are also known by what the kernel tells of them, wherever that can be seen;
-// none begins the name of a port: en…, eth, wl…, wlan, ww…, wwan, usb, ib, bnep and br0 (which may be
-// anything) are not here.
+// Usual prefixes of interfaces whose bytes show on a port too, or stay in the machine. The kernel usually
+// identifies these as well, where its files can be read. No prefix may match a port: en…, eth, wl…, wlan,
+// ww…, wwan, usb, ib, bnep and br0 (which may be anything) are not here.
 InterfaceNaming makeNaming() {
   InterfaceNaming naming;
   naming.wired = {"eth"};
   const std::vector<std::string> tunnels = {"tun", "tap", "wg", "tailscale", "zt", "nordlynx", "proton"};
   naming.vpn = tunnels;
-  // Not among the uncounted: over a modem's serial line it is the only interface.
+  // Counted, since over a modem's serial line it is the only interface.
   naming.vpn.emplace_back("ppp");
   naming.uncounted = {
       // containers and virtual machines
@@ -46,8 +45,8 @@ bool isListed(const std::vector<LinkEntry>& links, std::string_view name) {
   return std::ranges::find(links, name, &LinkEntry::name) != links.end();
 }
 
-// An address may have a label of its own, such as "eth0:1", which is told in place of the interface's name.
-void nameByInterface(AddressEntry& address, const std::vector<LinkEntry>& links) {
+// The kernel reports an address's label, such as "eth0:1", in place of the interface's name.
+void replaceLabel(AddressEntry& address, const std::vector<LinkEntry>& links) {
   if (isListed(links, address.interfaceName)) return;
   const std::string_view name =
       std::string_view(address.interfaceName).substr(0, address.interfaceName.find(':'));
@@ -108,10 +107,10 @@ std::optional<InterfaceList> LinuxNetworkInterfaces::interfaces() {
   auto addresses = addresses_();
   if (!text || !addresses) return std::nullopt;
   InterfaceList list{.links = parseNetDev(*text), .addresses = *std::move(addresses)};
-  // Without the lock, which the main thread must not wait for while files are read.
+  // Without the lock: the main thread must not wait for it while files are read.
   NetDevLayers::Carried carried = layers_.examine(list.links, knownCarried());
   for (auto& link : list.links) link.isCarriedByAnother = carried.at(link.name);
-  for (auto& address : list.addresses) nameByInterface(address, list.links);
+  for (auto& address : list.addresses) replaceLabel(address, list.links);
   setCarried(std::move(carried));
   return list;
 }

@@ -15,15 +15,14 @@ namespace kestrune::platform {
 // The IPv4 addresses of this process's network namespace, in the kernel's order. Absent: they can't be read.
 std::optional<std::vector<AddressEntry>> ownAddresses();
 
-// proc/net/dev and sys/class/net below `root`: the interfaces of this process's network namespace.
+// The interfaces of this process's network namespace, from proc/net/dev and sys/class/net below `root`.
 class LinuxNetworkInterfaces final : public NetworkInterfaces {
  public:
   using AddressSource = std::function<std::optional<std::vector<AddressEntry>>()>;
 
   explicit LinuxNetworkInterfaces(const std::string& root = "/", AddressSource addresses = ownAddresses);
 
-  // Which interfaces are carried by others is looked up when an interface is new, and for all of them in each
-  // call of `interfaces`.
+  // Looks up which interfaces are carried by others: `links` for new ones, `interfaces` for all.
   std::optional<std::vector<LinkEntry>> links() override;
   std::optional<InterfaceList> interfaces() override;
   const InterfaceNaming& naming() const override { return naming_; }
@@ -36,7 +35,7 @@ class LinuxNetworkInterfaces final : public NetworkInterfaces {
   const NetDevLayers layers_;
   const AddressSource addresses_;
   const std::string path_;
-  KeptFile file_;  // of `links` alone
+  KeptFile file_;  // for `links` only
   std::mutex mutex_;
   NetDevLayers::Carried carried_;  // guarded by the mutex
 };

@@ -44,7 +44,7 @@ std::unique_ptr<RadioSource> makeNl80211Source() {
 }
 
 LinuxWiFi::LinuxWiFi(std::string root, std::unique_ptr<RadioSource> radios)
-    : root_(std::move(root)), radios_(std::move(radios)) {}
+    : root_(std::move(root)), radios_(std::move(radios)), tools_(root_) {}
 
 std::optional<WiFiInterface> LinuxWiFi::defaultInterface() {
   std::optional<WiFiInterface> unassociated;
@@ -53,7 +53,8 @@ std::optional<WiFiInterface> LinuxWiFi::defaultInterface() {
     WiFiInterface station{.name = interface.name, .ssid = interface.ssid};
     station.isStation = isAssociated(interface);
     if (station.isStation) {
-      // Old kernels don't tell it with the interface, and a hidden network tells it in its answers alone.
+      // Old kernels don't report the name with the interface, and a hidden network sends it only in its
+      // answers.
       if (!station.ssid && interface.index != 0) station.ssid = radios_->heardSsid(interface.index);
       return station;
     }
@@ -68,7 +69,11 @@ std::vector<std::optional<std::string>> LinuxWiFi::interfaceNames() {
   return names;
 }
 
-// Without a radio the kernel may not have loaded what would be asked, and would do so for the question.
+std::optional<std::string> LinuxWiFi::findNetworkName(const std::string& interfaceName) {
+  return tools_.find(interfaceName);
+}
+
+// Without a radio the question might make the kernel load a module that nothing else needs.
 std::vector<RadioInterface> LinuxWiFi::interfaces() {
   if (entryNames(below(root_, "sys/class/ieee80211")).empty()) return {};
   return radios_->interfaces().value_or(std::vector<RadioInterface>{});

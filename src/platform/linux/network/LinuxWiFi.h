@@ -7,32 +7,35 @@
 #include <vector>
 
 #include "platform/WiFi.h"
+#include "platform/linux/network/NetworkNameTools.h"
 #include "platform/linux/network/Nl80211.h"
 
 namespace kestrune::platform {
 
-// What there is to ask about wireless interfaces. Main thread.
+// Answers questions about wireless interfaces. Main thread.
 class RadioSource {
  public:
   virtual ~RadioSource() = default;
-  // All of this process's network namespace, in the kernel's order. Absent: they can't be read.
+  // The interfaces of this process's network namespace, in the kernel's order. Absent: they can't be read.
   virtual std::optional<std::vector<RadioInterface>> interfaces() = 0;
-  // The name of the network that the interface is a client of, by what it heard. Absent: none, or hidden.
+  // The name of the network that the interface is connected to, as heard over the air. Absent: it isn't
+  // connected, or the network is hidden.
   virtual std::optional<std::string> heardSsid(std::uint32_t interfaceIndex) = 0;
 };
 
 // nl80211, which needs no privilege.
 std::unique_ptr<RadioSource> makeNl80211Source();
 
-// The wireless interfaces. The default one is the first that is associated with a network as its client, or
-// else the first that could be; access points and the like are none. Only a machine with a radio, by
-// sys/class/ieee80211 below `root`, is asked any further.
+// The wireless interfaces. The default interface is the first that is connected to a network as its client,
+// or else the first that could be; access points and other modes don't count. Nothing is asked unless the
+// machine has a radio, according to sys/class/ieee80211 below `root`.
 class LinuxWiFi final : public WiFi {
  public:
   explicit LinuxWiFi(std::string root = "/", std::unique_ptr<RadioSource> radios = makeNl80211Source());
 
   std::optional<WiFiInterface> defaultInterface() override;
   std::vector<std::optional<std::string>> interfaceNames() override;
+  std::optional<std::string> findNetworkName(const std::string& interfaceName) override;
 
  private:
   std::vector<RadioInterface> interfaces();
@@ -40,6 +43,7 @@ class LinuxWiFi final : public WiFi {
 
   std::string root_;
   std::unique_ptr<RadioSource> radios_;
+  const NetworkNameTools tools_;
 };
 
 }  // namespace kestrune::platform

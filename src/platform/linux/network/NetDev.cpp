@@ -7,15 +7,16 @@
 #include <system_error>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
-// More than a port moves in years. What lies above is a driver's counter that fell below zero, or garbage,
-// and a sum over it might overflow.
-constexpr std::uint64_t mostBytes = std::uint64_t{1} << 60U;
+// More than a port moves in years. Anything above is garbage, or a driver's counter that fell below zero, and
+// sums of it could overflow.
+constexpr std::uint64_t maxBytes = std::uint64_t{1} << 60U;
 
-// Absent: it is no number. One that doesn't fit is as large as can be.
+// Absent: it isn't a number. The largest number stands for one that doesn't fit.
 std::optional<std::uint64_t> count(std::string_view text) {
   std::uint64_t value = 0;
   const char* const textEnd = text.data() + text.size();
@@ -25,7 +26,7 @@ std::optional<std::uint64_t> count(std::string_view text) {
 }
 
 std::optional<LinkEntry> parseLine(std::string_view line) {
-  // The last one: some kernels let names have colons too, and not all put a blank behind it.
+  // The last colon: names may contain colons, and some kernels don't write a blank after the last.
   const auto colon = line.rfind(':');
   if (colon == std::string_view::npos) return std::nullopt;
   FieldScanner before(line.substr(0, colon));
@@ -40,7 +41,7 @@ std::optional<LinkEntry> parseLine(std::string_view line) {
   if (!received || !sent) return std::nullopt;
 
   LinkEntry link{.name = std::string(name)};
-  if (*received <= mostBytes && *sent <= mostBytes) {
+  if (*received <= maxBytes && *sent <= maxBytes) {
     link.counters = {.received = *received, .sent = *sent};
   }
   return link;
@@ -50,12 +51,8 @@ std::optional<LinkEntry> parseLine(std::string_view line) {
 
 std::vector<LinkEntry> parseNetDev(std::string_view text) {
   std::vector<LinkEntry> links;
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    // A line without its end may have lost digits.
-    if (end == std::string_view::npos) break;
-    if (auto link = parseLine(text.substr(0, end))) links.push_back(*std::move(link));
-    text.remove_prefix(end + 1);
+  for (text = wholeLines(text); !text.empty();) {
+    if (auto link = parseLine(takeLine(text))) links.push_back(*std::move(link));
   }
   return links;
 }

@@ -7,9 +7,9 @@
 
 namespace kestrune::platform {
 
-// The interfaces in the text of /proc/net/dev, in its order. Lines that were cut or make no sense are left
-// out. An interface with a counter that is no plausible count has none. Where the bytes go on isn't told
-// there: `isCarriedByAnother` is false.
+// The interfaces in the text of /proc/net/dev, in its order. Truncated and invalid lines are left out. An
+// interface with an implausible counter has no counters. `isCarriedByAnother` is always false, as the text
+// doesn't have it.
 std::vector<LinkEntry> parseNetDev(std::string_view text);
 
 }  // namespace kestrune::platform

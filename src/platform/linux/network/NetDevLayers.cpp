@@ -9,23 +9,21 @@
 
 #include "platform/linux/files/Directory.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
-// Types that the kernel gives to what never is a port of its own, also while nothing lies below it.
+// The kernel's types of interfaces that are never a port themselves, even without an interface below.
 constexpr std::array<std::string_view, 10> layeredTypes = {
     "bond", "bridge", "dsa", "geneve", "hsr", "l2tpeth", "macsec", "vlan", "vxlan", "wireguard"};
 
-// The DEVTYPE line of an interface's uevent file; empty: it is of no special type.
+// The DEVTYPE of an interface's uevent file; empty if it has no special type.
 std::string deviceType(const std::string& folder) {
-  constexpr std::string_view key = "DEVTYPE=";
-  const std::string facts = readText(folder + "/uevent");
-  if (!facts.starts_with(key)) return {};
-  return facts.substr(key.size(), facts.find('\n') - key.size());
+  return std::string(lineAfter(readText(folder + "/uevent"), "DEVTYPE="));
 }
 
-// Whether the kernel lists an interface below it, or tells that a program moves its packets (tun, tap).
+// True if the kernel lists an interface below, or a program moves the packets (tun, tap).
 bool standsOnAnother(const std::string& folder) {
   const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.c_str()), closedir);
   if (!directory) return false;

@@ -9,21 +9,21 @@
 
 namespace kestrune::platform {
 
-// Which interfaces stand on others, by what the kernel tells in sys/class/net below `root` whatever they are
-// called: those with lower ones (VLAN, bond, bridge, macvlan …), and those whose bytes go on inside others'
-// or through them (tun, tap, WireGuard, a bridge without ports …). Any thread.
+// Which interfaces are stacked on others, judged by sys/class/net below `root` rather than by name: those
+// with lower interfaces (VLAN, bond, bridge, macvlan …), and those whose bytes continue inside others' or
+// through them (tun, tap, WireGuard, a bridge without ports …). Any thread.
 class NetDevLayers {
  public:
   using Carried = std::map<std::string, bool, std::less<>>;  // by name
 
   explicit NetDevLayers(std::string root) : root_(std::move(root)) {}
 
-  // `links` is the whole list. A dial-up connection (ppp) is carried if a port with hardware is connected:
-  // then it is PPPoE or a VPN. If none is, it runs over a modem's serial line, which is no interface.
+  // `links` is the whole list. A dial-up connection (ppp) is carried if a port with hardware is connected, as
+  // it is then PPPoE or a VPN. Otherwise it runs over a modem's serial line, which isn't an interface.
   bool isCarried(const std::string& name, std::span<const LinkEntry> links) const;
 
-  // The same for all of the list. A dial-up connection stays what it was in `before`: were it let in when a
-  // cable is pulled, all that it ever moved would enter a sum at once.
+  // The same for the whole list. A dial-up connection stays as it was in `before`: if it began to count when
+  // a cable is pulled, all that it ever moved would enter the sum at once.
   Carried examine(std::span<const LinkEntry> links, const Carried& before) const;
 
  private:

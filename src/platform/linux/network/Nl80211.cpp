@@ -12,7 +12,7 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
-constexpr std::size_t longestSsid = 32;
+constexpr std::size_t maxSsidLength = 32;
 
 std::string textOf(Bytes bytes) {
   std::string text(bytes.size(), '\0');
@@ -20,7 +20,7 @@ std::string textOf(Bytes bytes) {
   return text;
 }
 
-// Calls `visit(type, value)` for each attribute that is there as a whole.
+// Calls `visit(type, value)` for each complete attribute.
 void forEachAttribute(Bytes attributes, const auto& visit) {
   nlattr header{};
   while (attributes.size() >= NLA_HDRLEN) {
@@ -41,27 +41,27 @@ std::optional<std::uint32_t> number(Bytes value) {
   return result;
 }
 
-// Up to the zero byte at its end.
+// Up to the terminating NUL.
 std::optional<std::string> name(Bytes value) {
   std::string text = textOf(value);
   text.resize(std::min(text.find('\0'), text.size()));
   return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
-// A hidden network tells no byte of its name, or as many zeros as it has.
+// A hidden network sends an empty name, or zeros for the bytes of its name.
 std::optional<std::string> ssid(Bytes value) {
   const bool isHidden = std::ranges::all_of(value, [](std::byte byte) { return byte == std::byte{0}; });
-  return isHidden || value.size() > longestSsid ? std::nullopt : std::optional(textOf(value));
+  return isHidden || value.size() > maxSsidLength ? std::nullopt : std::optional(textOf(value));
 }
 
-// The SSID among the information elements of a beacon: each a byte of its sort, a byte of its length, the
-// value.
+// The SSID among the information elements of a beacon. An element is a byte with its type, a byte with its
+// length, and the value.
 std::optional<std::string> ssidElement(Bytes elements) {
-  constexpr std::byte sort{0};
+  constexpr std::byte ssidType{0};
   while (elements.size() >= 2) {
     const auto length = std::to_integer<std::size_t>(elements[1]);
     if (length > elements.size() - 2) return std::nullopt;
-    if (elements[0] == sort) return ssid(elements.subspan(2, length));
+    if (elements[0] == ssidType) return ssid(elements.subspan(2, length));
     elements = elements.subspan(2 + length);
   }
   return std::nullopt;
@@ -75,7 +75,7 @@ HeardNetwork parseNetwork(Bytes attributes) {
       case NL80211_BSS_STATUS:
         network.isAssociated = number(value) == NL80211_BSS_STATUS_ASSOCIATED;
         break;
-      // Of the last answer to a question, in which also a hidden network gives its name; else as below.
+      // Of the last probe response, in which even a hidden network sends its name, or else of the beacon.
       case NL80211_BSS_INFORMATION_ELEMENTS:
         network.ssid = ssidElement(value);
         break;

@@ -8,22 +8,22 @@
 
 namespace kestrune::platform {
 
-// One wireless interface, as nl80211 tells of it.
+// One wireless interface, as nl80211 reports it.
 struct RadioInterface {
-  std::optional<std::string> name;  // absent: it is no network interface, as that for peer-to-peer management
-  std::uint32_t index = 0;          // of the network interface; 0: it is none
-  bool isClient = false;            // meant to be the client of an access point, associated or not
-  std::optional<std::string> ssid;  // of the network it is part of; absent: none, hidden, or an old kernel
+  std::optional<std::string> name;  // absent: not a network interface (peer-to-peer management)
+  std::uint32_t index = 0;          // of the network interface; 0: it isn't one
+  bool isClient = false;            // in client mode, connected or not
+  std::optional<std::string> ssid;  // absent: not connected, hidden, or an old kernel
 };
 
-// One network that was heard.
+// One network that was heard over the air.
 struct HeardNetwork {
-  bool isAssociated = false;        // the interface that heard it is its client
+  bool isAssociated = false;        // the interface is connected to it
   std::optional<std::string> ssid;  // absent: hidden
 };
 
-// Both take the attributes of one message, which may be cut or make no sense anywhere. Numbers are in the
-// machine's byte order. Absent: the message isn't of that sort.
+// Both take the attributes of one message, which may be truncated or invalid. Numbers are in the machine's
+// byte order. Absent: the message is of another kind.
 std::optional<RadioInterface> parseRadioInterface(std::span<const std::byte> attributes);
 std::optional<HeardNetwork> parseHeardNetwork(std::span<const std::byte> attributes);
 

@@ -20,8 +20,8 @@ using Answer = std::vector<Nl80211Socket::Attributes>;
 using Message = std::unique_ptr<nl_msg, void (*)(nl_msg*)>;
 using Callbacks = std::unique_ptr<nl_cb, void (*)(nl_cb*)>;
 
-// For each part of an answer. The kernel has it ready when the question has been sent.
-constexpr timeval longestWait{.tv_sec = 0, .tv_usec = 100000};
+// For each part of an answer, which the kernel prepares while the question is being sent.
+constexpr timeval timeout{.tv_sec = 0, .tv_usec = 100000};
 
 int takeMessage(nl_msg* message, void* answer) {
   nlmsghdr* const header = nlmsg_hdr(message);
@@ -49,7 +49,7 @@ std::optional<Answer> Nl80211Socket::list(std::uint8_t command, std::optional<st
     if (!socket_ && !open()) return std::nullopt;
     Answer answer;
     if (ask(command, interfaceIndex, answer)) return answer;
-    // The rest of the answer may still come in there, and a module that was loaded anew has another number.
+    // The rest of this answer may still arrive there, and a module that was reloaded has another number.
     socket_.reset();
   }
   return std::nullopt;
@@ -59,7 +59,7 @@ bool Nl80211Socket::open() {
   std::unique_ptr<nl_sock, Closer> socket(nl_socket_alloc());
   if (!socket || genl_connect(socket.get()) < 0) return false;
   const int fd = nl_socket_get_fd(socket.get());
-  if (setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &longestWait, sizeof longestWait) != 0) return false;
+  if (setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) != 0) return false;
   familyId_ = genl_ctrl_resolve(socket.get(), family_.c_str());
   if (familyId_ < 0) return false;
   socket_ = std::move(socket);
@@ -76,7 +76,7 @@ bool Nl80211Socket::ask(std::uint8_t command, std::optional<std::uint32_t> inter
   }
   if (interfaceIndex && nla_put_u32(message.get(), NL80211_ATTR_IFINDEX, *interfaceIndex) < 0) return false;
   nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, takeMessage, &answer);
-  // The second reads on until the answer is complete.
+  // The second call reads until the answer is complete.
   return nl_send_auto(socket_.get(), message.get()) >= 0 && nl_recvmsgs(socket_.get(), callbacks.get()) >= 0;
 }
 

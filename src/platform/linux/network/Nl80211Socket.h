@@ -11,21 +11,21 @@ struct nl_sock;
 
 namespace kestrune::platform {
 
-// Asks the kernel about wireless interfaces over one kept socket. One thread.
+// Asks the kernel about wireless interfaces over a socket that stays open. One thread.
 class Nl80211Socket {
  public:
   // The attributes of one message.
   using Attributes = std::vector<std::byte>;
 
-  // The family of messages is one of the kernel's that work alike.
+  // The name of the family in generic netlink.
   explicit Nl80211Socket(std::string family = "nl80211");
   ~Nl80211Socket();
   Nl80211Socket(const Nl80211Socket&) = delete;
   Nl80211Socket& operator=(const Nl80211Socket&) = delete;
 
-  // All that `command` lists, of one interface if its index is given. Absent: the kernel doesn't know the
-  // family, refuses, or doesn't answer within a short time. Where the kernel has the family as a module that
-  // isn't loaded, asking loads it.
+  // Everything that `command` lists, limited to one interface if its index is given. Absent: the kernel
+  // doesn't know the family, refuses, or doesn't answer in time. Asking loads the family's module if it isn't
+  // loaded.
   std::optional<std::vector<Attributes>> list(std::uint8_t command,
                                               std::optional<std::uint32_t> interfaceIndex = {});
 

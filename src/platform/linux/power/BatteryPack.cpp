@@ -12,18 +12,18 @@ using Figure = std::optional<std::int64_t>;
 constexpr double microPerUnit = 1e6;
 constexpr double microPerMilli = 1e3;
 constexpr double minutesPerHour = 60;
-constexpr double longestMinutes = 60 * 24 * 30;  // what takes longer is an idle pack, not an estimate
+constexpr double maxMinutes = 60 * 24 * 30;  // anything longer means an idle pack
 constexpr std::int64_t estimating = -1;
 constexpr std::int64_t hundredthsPerTenth = 10;
 
-// A pack's contents in one unit, whichever it counts in.
+// A pack's content in one unit, no matter which it counts in.
 struct Energy {
   double now = 0;   // µWh
   double full = 0;  // µWh
 };
 
-// The voltage by which charge and energy are converted. Where it is unknown 1 V serves: what is worked out
-// from one pack alone is a ratio, in which it cancels.
+// The voltage for converting between charge and energy. If it is unknown, 1 V will do: the results from a
+// single pack are ratios, in which it cancels out.
 double volts(const BatteryPack& pack) {
   for (const Figure& voltage : {pack.voltageMinDesign, pack.voltageNow}) {
     if (voltage.value_or(0) > 0) return static_cast<double>(*voltage) / microPerUnit;
@@ -42,12 +42,12 @@ std::optional<Energy> energyOf(const BatteryPack& pack) {
   return std::nullopt;
 }
 
-// Drivers differ in the sign that they give; the status doesn't.
+// Drivers differ in the sign of current and power, so the status decides.
 double direction(const BatteryPack& pack) {
   return pack.status == "Discharging" ? -1 : 1;
 }
 
-// µW, above 0 while the pack is being charged.
+// µW, positive while charging.
 std::optional<double> powerOf(const BatteryPack& pack) {
   if (pack.powerNow) return std::abs(static_cast<double>(*pack.powerNow)) * direction(pack);
   if (!pack.currentNow) return std::nullopt;
@@ -74,7 +74,7 @@ bool isPlausiblePercent(Figure percent) {
   return percent && *percent >= 0 && *percent <= 100;
 }
 
-// One pack's own figure is the one that every other program shows.
+// A single pack's own figure is what every other program shows.
 Figure percentOf(std::span<const BatteryPack> packs) {
   if (packs.size() == 1 && isPlausiblePercent(packs[0].capacity)) return packs[0].capacity;
   Energy all;
@@ -93,14 +93,14 @@ Figure percentOf(std::span<const BatteryPack> packs) {
   return counted > 0 ? Figure(percents / counted) : std::nullopt;
 }
 
-// The time that `amount` takes at the given rate.
+// The minutes that `amount` takes at the given rate per hour.
 std::int64_t minutes(double amount, double rate) {
   if (!(rate > 0) || !(amount > 0)) return estimating;
   const double result = amount / rate * minutesPerHour;
-  return result <= longestMinutes ? static_cast<std::int64_t>(result) : estimating;
+  return result <= maxMinutes ? static_cast<std::int64_t>(result) : estimating;
 }
 
-// Sums what `figure` yields; absent where no pack has it.
+// The sum of `figure` over the packs that have it. Absent: none has it.
 template <class Of>
 Figure sum(std::span<const BatteryPack> packs, Of figure) {
   std::optional<double> total;

@@ -9,8 +9,8 @@
 
 namespace kestrune::platform {
 
-// What the kernel tells of one pack. A pack counts in charge or in energy, seldom in both. Absent: it doesn't
-// say, or what it says is no figure.
+// One pack as the kernel reports it. A pack counts charge or energy, rarely both. Absent: not reported, or
+// not a number.
 struct BatteryPack {
   std::string status;                    // "Charging", "Discharging", "Not charging", "Full", "Unknown"
   std::optional<std::int64_t> capacity;  // percent
@@ -23,12 +23,12 @@ struct BatteryPack {
   std::optional<std::int64_t> temperature;  // tenths of a degree Celsius
 };
 
-// How far the packs are charged together and how long that takes or lasts. A pack whose charge can't be told
-// doesn't count; absent: that goes for all of them.
+// The charge of all packs together and the time until they are empty or full. Packs of unknown charge don't
+// count. Absent: no pack's charge is known.
 std::optional<PowerSource> combinedPowerSource(std::span<const BatteryPack> packs);
 
-// The packs' hardware figures together: charges and currents are sums, the voltage is the mean, cycles and
-// temperature are those of the pack that is worst off. Absent: there is no pack.
+// The hardware figures of all packs together: charges and currents are summed, the voltage is the mean, cycle
+// count and temperature are the highest. Absent: there is no pack.
 std::optional<BatteryRegistry> combinedRegistry(std::span<const BatteryPack> packs);
 
 }  // namespace kestrune::platform

@@ -10,24 +10,24 @@
 namespace kestrune::platform {
 namespace {
 
-// Far above any battery's figures in millionths; what lies beyond is garbage.
-constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+// Far above any battery's figures in millionths. Anything beyond is garbage.
+constexpr std::int64_t maxFigure = std::numeric_limits<std::int32_t>::max();
 
 std::optional<std::int64_t> figure(const std::string& file) {
   const std::string text = readText(file);
   FieldScanner fields(text);
   const auto value = fields.number<std::int64_t>();
-  const bool isPlausible = value && fields.atEnd() && *value >= -most && *value <= most;
+  const bool isPlausible = value && fields.atEnd() && *value >= -maxFigure && *value <= maxFigure;
   return isPlausible ? value : std::nullopt;
 }
 
-// What can only be 0 or more.
+// A figure that can't be negative.
 std::optional<std::int64_t> amount(const std::string& file) {
   const auto value = figure(file);
   return value && *value >= 0 ? value : std::nullopt;
 }
 
-bool drivesTheMachine(const std::string& folder) {
+bool powersTheMachine(const std::string& folder) {
   return readText(folder + "type") == "Battery" && readText(folder + "scope") != "Device" &&
          readText(folder + "present") != "0";
 }
@@ -65,7 +65,7 @@ std::vector<BatteryPack> LinuxPowerSources::readPacks() const {
   std::vector<BatteryPack> packs;
   for (const std::string& name : entryNames(below(root_, "sys/class/power_supply"))) {
     const std::string folder = below(root_, "sys/class/power_supply/" + name + "/");
-    if (drivesTheMachine(folder)) packs.push_back(readPack(folder));
+    if (powersTheMachine(folder)) packs.push_back(readPack(folder));
   }
   return packs;
 }

@@ -8,7 +8,7 @@
 
 namespace kestrune::platform {
 
-// The batteries in sys/class/power_supply below `root` that drive the machine itself and are put in.
+// The batteries in sys/class/power_supply below `root` that power the machine itself and are inserted.
 class LinuxPowerSources final : public PowerSources {
  public:
   explicit LinuxPowerSources(std::string root = "/");

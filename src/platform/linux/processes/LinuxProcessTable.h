@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -18,50 +17,40 @@
 
 namespace kestrune::platform {
 
-// The processes below proc/ of `root`. What never changes while a process runs the same program, its path and
-// its full name, is asked for once and kept until it shows another name or is gone.
+// The processes in proc/ below `root`. The full name and the path don't change while a process runs the same
+// program, so they are read once and kept until the process shows another name or ends.
 class LinuxProcessTable final : public ProcessTable {
  public:
   explicit LinuxProcessTable(std::string root = "/");
 
-  // Counts by listing; that list is what the next `listPids` hands out.
-  std::int32_t processCount() override;
-  std::int32_t listPids(std::span<std::int32_t> pids) override;
-  std::optional<TaskInfo> taskInfo(std::int32_t pid) override;
-  std::string name(std::int32_t pid) override;
-  // The path that the process was started by, also after the file was deleted. Empty for threads of the
-  // kernel, for what may not be looked at, and for paths of 1024 bytes or more.
-  std::string executablePath(std::int32_t pid) override;
+  // A path is the one that the process was started by, even if the file has been deleted since. It is empty
+  // for kernel threads, for processes that may not be inspected, and for paths of 1024 bytes or more.
+  std::vector<ProcessReading> readings() override;
 
  private:
   // What is kept of a process from walk to walk.
   struct Known {
     std::uint64_t startTime = 0;
-    std::uint64_t walk = 0;  // the last one that met it
+    std::uint64_t lastWalk = 0;
     bool isKernelThread = false;
     bool hasName = false;  // `name` is complete
-    bool hasPath = false;  // `path` is what there is to know
+    bool hasPath = false;  // `path` needn't be read again
     std::string kernelName;
     std::string name;
     std::string path;
   };
 
   bool openDirectory();
-  bool readList();
-  void forgetEnded();
-  Known* known(std::int32_t pid);
-  void learnPath(std::int32_t pid, Known& process);
-  void learnName(std::int32_t pid, Known& process);
+  std::optional<ProcessReading> readProcess(std::int32_t pid);
+  Known& known(std::int32_t pid, const PidStat& stat);
+  void readName(std::int32_t pid, Known& process);
+  void readPath(std::int32_t pid, Known& process);
   std::optional<std::string_view> read(std::int32_t pid, std::string_view file);
 
   std::string root_;
   std::unique_ptr<DIR, int (*)(DIR*)> directory_;
-  std::vector<std::int32_t> pids_;
-  bool hasList_ = false;
   std::unordered_map<std::int32_t, Known> known_;
-  std::uint64_t walk_ = 0;       // counts the walks
-  std::int32_t currentPid_ = 0;  // the one that `taskInfo` answered for last
-  Known* current_ = nullptr;
+  std::uint64_t walk_ = 0;  // number of the current walk
   std::array<char, 4096> buffer_{};
   std::uint64_t ticksPerSecond_;
   std::uint64_t pageBytes_;

@@ -2,11 +2,12 @@
 
 #include "platform/linux/files/FieldScanner.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
-// Positions of fields in the line, counted from 1 as the kernel's documentation does.
+// Positions of fields in the line, counted from 1 as in the kernel's documentation.
 enum Field {
   stateField = 3,
   flagsField = 9,
@@ -18,7 +19,7 @@ enum Field {
 
 constexpr std::uint64_t kernelThreadFlag = 0x00200000;
 
-// Walks forward over the fields behind the name.
+// Reads the fields after the name, moving forward only.
 class Fields {
  public:
   explicit Fields(std::string_view text) : scanner_(text) {}
@@ -28,7 +29,7 @@ class Fields {
     ++next_;
     return scanner_.number<std::uint64_t>();
   }
-  bool isCut() const { return scanner_.rest().empty(); }
+  bool isTruncated() const { return scanner_.rest().empty(); }
 
  private:
   FieldScanner scanner_;
@@ -36,9 +37,7 @@ class Fields {
 };
 
 std::string_view takeArgument(std::string_view& commandLine) {
-  const std::string_view argument = commandLine.substr(0, commandLine.find('\0'));
-  commandLine.remove_prefix(std::min(commandLine.size(), argument.size() + 1));
-  return argument;
+  return takePart(commandLine, '\0');
 }
 
 }  // namespace
@@ -54,7 +53,7 @@ std::optional<PidStat> parsePidStat(std::string_view text) {
   const auto system = fields.at(systemField);
   const auto start = fields.at(startField);
   const auto resident = fields.at(residentField);
-  if (!flags || !user || !system || !start || !resident || fields.isCut()) return std::nullopt;
+  if (!flags || !user || !system || !start || !resident || fields.isTruncated()) return std::nullopt;
   return PidStat{.name = text.substr(open + 1, close - open - 1),
                  .isKernelThread = (*flags & kernelThreadFlag) != 0,
                  .userTicks = *user,
@@ -68,7 +67,7 @@ std::string_view completedName(std::string_view name, std::string_view executabl
   if (baseName(executablePath).starts_with(name)) return baseName(executablePath);
   const std::string_view program = baseName(takeArgument(commandLine));
   if (program.starts_with(name)) return program;
-  // An interpreter's script comes behind the interpreter's options.
+  // A script follows its interpreter's options.
   while (commandLine.starts_with('-')) takeArgument(commandLine);
   const std::string_view script = baseName(takeArgument(commandLine));
   return script.starts_with(name) ? script : name;

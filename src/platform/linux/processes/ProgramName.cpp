@@ -37,7 +37,7 @@ bool isAssignment(std::string_view argument) {
   return equals != std::string_view::npos && equals > 0 && argument.find('/') > equals;
 }
 
-// The script that an interpreter's arguments name.
+// The script among an interpreter's arguments.
 std::string_view scriptIn(std::span<const std::string> arguments) {
   constexpr auto textOptions = std::to_array<std::string_view>({"-c", "-e", "-E", "-m", "--eval"});
   for (const std::string& argument : arguments) {

@@ -6,12 +6,12 @@
 
 namespace kestrune::platform {
 
-// Whether a program of that file name runs other people's programs: a shell, Python, Java …
+// True if a program of that file name runs scripts: a shell, Python, Java …
 bool isInterpreter(std::string_view fileName);
 
-// The argument that says what a command really starts: usually the first; what an interpreter or a changed
-// environment comes before; empty where the command tells nothing of the kind (a text to interpret, a program
-// that starts another by its name in a list of its own).
+// The argument that names what a command really starts: usually the first, or the one after an interpreter or
+// `env`. Empty if no argument names it, as with a text to interpret or a launcher that has its own names for
+// programs.
 std::string_view programIn(std::span<const std::string> arguments);
 
 }  // namespace kestrune::platform

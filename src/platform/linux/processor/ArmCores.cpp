@@ -12,8 +12,7 @@ struct KnownCore {
   std::string_view name;
 };
 
-// Within each maker from the largest core to the smallest, which is the order in which a mixed chip names
-// them.
+// For each maker from the largest core to the smallest, the order in which a mixed chip lists them.
 constexpr auto knownCores = std::to_array<KnownCore>({
     {{0x41, 0xd84}, "Arm", "Neoverse-V3"},
     {{0x41, 0xd4f}, "Arm", "Neoverse-V2"},

@@ -1,11 +1,9 @@
 #include "platform/linux/processor/CpuInfo.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
-#include <system_error>
 
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -20,23 +18,19 @@ std::string withSingleBlanks(std::string_view text) {
   return tidy;
 }
 
-bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::ranges::equal(text, lowerCase, {}, lower);
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerCased) {
+  return std::ranges::equal(text, lowerCased, {}, lowerCase);
 }
 
 template <class T>
 std::optional<T> number(std::string_view text) {
   const bool isHex = text.starts_with("0x");
   if (isHex) text.remove_prefix(2);
-  T value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, isHex ? 16 : 10);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
+  return parseNumber<T>(text, isHex ? 16 : 10);
 }
 
-// Gathers line by line; what belongs to one processor comes together, and in this order.
-class Gatherer {
+// Collects the lines. Those of one processor follow each other, and in this order.
+class Collector {
  public:
   void line(std::string_view key, std::string_view value) {
     if (key == "processor") {
@@ -60,9 +54,9 @@ class Gatherer {
 
  private:
   void addPackage(std::optional<std::int32_t> cores) {
-    constexpr std::int32_t most = 65536;
+    constexpr std::int32_t maxCores = 65536;
     const std::int32_t package = package_.value_or(0);
-    if (!cores || *cores < 1 || *cores > most - info_.physicalCores) return;
+    if (!cores || *cores < 1 || *cores > maxCores - info_.physicalCores) return;
     if (std::ranges::find(packages_, package) != packages_.end()) return;
     packages_.push_back(package);
     info_.physicalCores += *cores;
@@ -83,17 +77,15 @@ class Gatherer {
 }  // namespace
 
 CpuInfo parseCpuInfo(std::string_view text) {
-  Gatherer gatherer;
+  Collector collector;
   while (!text.empty()) {
-    const auto end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
+    const std::string_view line = takeLine(text);
     const auto colon = line.find(':');
     if (colon != std::string_view::npos) {
-      gatherer.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+      collector.line(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
     }
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
-  return gatherer.take();
+  return collector.take();
 }
 
 }  // namespace kestrune::platform

@@ -3,20 +3,20 @@
 #include <algorithm>
 
 #include "platform/linux/files/FieldScanner.h"
-#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
-constexpr std::int32_t highestId = 65535;
+constexpr std::int32_t maxId = 65535;
 
 bool addRange(std::string_view range, std::vector<std::int32_t>& ids) {
   const auto dash = range.find('-');
   const auto first = FieldScanner(range.substr(0, dash)).number<std::int32_t>();
   const auto last =
       dash == std::string_view::npos ? first : FieldScanner(range.substr(dash + 1)).number<std::int32_t>();
-  if (!first || !last || *first < 0 || *last < *first || *last > highestId) return false;
-  // The kernel lists ids in ascending order; a text that doesn't is no such list.
+  if (!first || !last || *first < 0 || *last < *first || *last > maxId) return false;
+  // The kernel lists ids in ascending order.
   if (!ids.empty() && *first <= ids.back()) return false;
   for (std::int32_t id = *first; id <= *last; ++id) ids.push_back(id);
   return true;
@@ -27,12 +27,9 @@ bool addRange(std::string_view range, std::vector<std::int32_t>& ids) {
 std::optional<std::vector<std::int32_t>> parseCpuList(std::string_view text) {
   text = trimmed(text);
   std::vector<std::int32_t> ids;
+  if (text.ends_with(',')) return std::nullopt;
   while (!text.empty()) {
-    const auto comma = text.find(',');
-    if (!addRange(text.substr(0, comma), ids)) return std::nullopt;
-    if (comma == std::string_view::npos) break;
-    text.remove_prefix(comma + 1);
-    if (text.empty()) return std::nullopt;
+    if (!addRange(takePart(text, ','), ids)) return std::nullopt;
   }
   return ids;
 }

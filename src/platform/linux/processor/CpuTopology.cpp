@@ -31,14 +31,14 @@ std::vector<std::int32_t> smallCoresOfX86(const std::string& root) {
 std::vector<std::int32_t> cpusOfLowestCapacity(const std::string& root,
                                                std::span<const std::int32_t> online) {
   std::vector<std::int32_t> lowest;
-  std::int32_t least = std::numeric_limits<std::int32_t>::max();
+  std::int32_t minimum = std::numeric_limits<std::int32_t>::max();
   for (const std::int32_t cpu : online) {
     const std::string text = ofCpu(root, cpu, "cpu_capacity");
     const auto capacity = FieldScanner(text).number<std::int32_t>();
     if (!capacity) return {};
-    if (*capacity < least) lowest.clear();
-    least = std::min(least, *capacity);
-    if (*capacity == least) lowest.push_back(cpu);
+    if (*capacity < minimum) lowest.clear();
+    minimum = std::min(minimum, *capacity);
+    if (*capacity == minimum) lowest.push_back(cpu);
   }
   return lowest;
 }

@@ -7,15 +7,16 @@
 
 namespace kestrune::platform {
 
-// The ids of the processors that are online, ascending; empty where sysfs doesn't tell.
+// The ids of the processors that are online, ascending. Empty if sysfs doesn't list them.
 std::vector<std::int32_t> onlineCpus(const std::string& root);
 
-// Those of `online` that belong to efficiency cores, ascending: what the kernel's counters for small cores
-// cover on x86, the processors of lowest capacity on Arm. Empty where all of `online` are of one kind.
+// The processors of `online` that belong to efficiency cores, ascending: on x86 those that the kernel's
+// counters for small cores cover, on Arm those of the lowest capacity. Empty if all of `online` are of one
+// kind.
 std::vector<std::int32_t> efficiencyCpus(const std::string& root, std::span<const std::int32_t> online);
 
-// A text for each of `cpus` that is the same for those that share a physical core, and for no others. Empty
-// where the topology of none of them is known.
+// A key for each of `cpus`, equal exactly for those that share a physical core. Empty if the topology is
+// unknown for all of them.
 std::vector<std::string> physicalCoreKeys(const std::string& root, std::span<const std::int32_t> cpus);
 
 }  // namespace kestrune::platform

@@ -11,10 +11,10 @@
 namespace kestrune::platform {
 namespace {
 
-constexpr std::size_t cpuInfoLimit = std::size_t{1} << 24U;  // some 10,000 processors
+constexpr std::size_t cpuInfoLimit = std::size_t{1} << 24U;  // about 10,000 processors
 
-// On Arm the model name of a 32-bit kernel is that of the instruction set, so the chip and the cores say
-// more.
+// On Arm the model name of a 32-bit kernel is that of the instruction set, so the chip and the cores are
+// preferred.
 std::string brandOf(const CpuInfo& info) {
   if (info.armCores.empty()) return info.modelName;
   if (!info.hardware.empty() && !info.hardware.starts_with("Generic ")) return info.hardware;

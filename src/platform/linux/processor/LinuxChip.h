@@ -7,8 +7,8 @@
 
 namespace kestrune::platform {
 
-// The chip as /proc/cpuinfo, sysfs, the device tree or the firmware below `root` describe it. Read once, when
-// made.
+// The chip as described by /proc/cpuinfo, sysfs, the device tree or the firmware below `root`. Read once, in
+// the constructor.
 class LinuxChip final : public Chip {
  public:
   explicit LinuxChip(const std::string& root = "/");

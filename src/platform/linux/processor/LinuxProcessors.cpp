@@ -16,13 +16,13 @@ namespace kestrune::platform {
 namespace {
 
 constexpr std::size_t firstBufferSize = 16384;
-constexpr std::size_t largestBufferSize = std::size_t{1} << 22U;
-constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t maxBufferSize = std::size_t{1} << 22U;
+constexpr std::int64_t maxTicks = std::numeric_limits<std::int32_t>::max();
 
-// Capped, so that sums over garbage don't overflow; a gain of `most` makes the counters begin anew anyway.
+// Capped, so that sums over garbage don't overflow; a gain of `maxTicks` restarts the counters anyway.
 std::int64_t gain(const RawProcessor& before, const RawProcessor& now, RawState state) {
   if (now.ticks[state] <= before.ticks[state]) return 0;
-  return static_cast<std::int64_t>(std::min<std::uint64_t>(now.ticks[state] - before.ticks[state], most));
+  return static_cast<std::int64_t>(std::min<std::uint64_t>(now.ticks[state] - before.ticks[state], maxTicks));
 }
 
 }  // namespace
@@ -33,9 +33,9 @@ std::optional<std::vector<ProcessorTicks>> LinuxProcessors::processorTicks() {
   if (!read()) return std::nullopt;
   if (!sameProcessorsAsBefore()) {
     arrange();
-    beginAnew();
-  } else if (const std::int64_t gained = measureGains(); gained > most - sum_) {
-    beginAnew();
+    restart();
+  } else if (const std::int64_t gained = measureGains(); gained > maxTicks - sum_) {
+    restart();
   } else {
     addGains();
     sum_ += gained;
@@ -52,12 +52,12 @@ bool LinuxProcessors::read() {
 
 bool LinuxProcessors::readOnce() {
   while (true) {
-    // Always from the start: the kernel makes the text anew for that, and for no other offset.
+    // Always from the start: the kernel generates the text again only for offset 0.
     const ssize_t size = pread(file_.get(), buffer_.data(), buffer_.size(), 0);
     if (size <= 0) return false;
     const auto length = static_cast<std::size_t>(size);
     if (parseProcStat(std::string_view(buffer_.data(), length), raw_)) return true;
-    if (length < buffer_.size() || buffer_.size() >= largestBufferSize) return false;
+    if (length < buffer_.size() || buffer_.size() >= maxBufferSize) return false;
     buffer_.resize(buffer_.size() * 2);
   }
 }
@@ -106,7 +106,7 @@ void LinuxProcessors::addGains() {
   }
 }
 
-void LinuxProcessors::beginAnew() {
+void LinuxProcessors::restart() {
   ticks_.assign(order_.size(), {});
   sum_ = 0;
 }

@@ -13,9 +13,9 @@
 
 namespace kestrune::platform {
 
-// The processors as /proc/stat below `root` counts them, from the first read on: that one delivers zeros.
-// Waiting for a disk is idle time; interrupts and time stolen by a hypervisor are system time. A counter of
-// the kernel that falls adds nothing.
+// The processors' times from /proc/stat below `root`, counted from the first read, which returns zeros.
+// Waiting for a disk counts as idle time; interrupts and time stolen by a hypervisor count as system time. A
+// kernel counter that decreases adds nothing.
 class LinuxProcessors final : public Processors {
  public:
   explicit LinuxProcessors(std::string root = "/");
@@ -37,15 +37,15 @@ class LinuxProcessors final : public Processors {
   void arrange();
   std::int64_t measureGains();
   void addGains();
-  void beginAnew();
+  void restart();
 
   std::string root_;
   UniqueFd file_;
   std::vector<char> buffer_;
   std::vector<RawProcessor> raw_;      // as just read, in the order of the file
-  std::vector<RawProcessor> lastRaw_;  // as last delivered
-  std::vector<std::size_t> order_;     // positions in `raw_`, in the order of delivery
-  std::vector<Gain> gains_;            // in the order of delivery, as is `ticks_`
+  std::vector<RawProcessor> lastRaw_;  // of the last result
+  std::vector<std::size_t> order_;     // positions in `raw_`, in the order of the result
+  std::vector<Gain> gains_;            // in the order of the result, as is `ticks_`
   std::vector<ProcessorTicks> ticks_;
   std::int64_t sum_ = 0;  // of all `ticks_`
 };

@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
 constexpr std::string_view prefix = "cpu";
-constexpr std::size_t oldestStates = 4;  // what even the first kernels tell
+constexpr std::size_t minStates = 4;  // of the oldest kernels
 
 bool parseProcessor(std::string_view line, RawProcessor& processor) {
   FieldScanner fields(line.substr(prefix.size()));
@@ -16,7 +17,7 @@ bool parseProcessor(std::string_view line, RawProcessor& processor) {
   if (!id || *id < 0) return false;
   processor = {.id = *id, .ticks = {}};
   for (std::size_t state = 0; state < rawStates; ++state) {
-    if (fields.atEnd()) return state >= oldestStates;
+    if (fields.atEnd()) return state >= minStates;
     const auto ticks = fields.number<std::uint64_t>();
     if (!ticks) return false;
     processor.ticks[state] = *ticks;
@@ -29,10 +30,7 @@ bool parseProcessor(std::string_view line, RawProcessor& processor) {
 bool parseProcStat(std::string_view text, std::vector<RawProcessor>& processors) {
   processors.clear();
   while (text.starts_with(prefix)) {
-    const auto end = text.find('\n');
-    if (end == std::string_view::npos) return false;
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end + 1);
+    const std::string_view line = takeLine(text);
     if (line.starts_with("cpu ")) continue;  // the sum of all
     if (!parseProcessor(line, processors.emplace_back())) return false;
   }

@@ -8,8 +8,8 @@
 
 namespace kestrune::platform {
 
-// The states of a processor in the order in which /proc/stat lists their times. Times of guests follow there;
-// they are already part of `user` and `nice`.
+// The states of a processor in the order of /proc/stat. The times of guests that follow there are already
+// part of `user` and `nice`.
 enum RawState : std::size_t {
   rawUser,
   rawNice,
@@ -22,8 +22,7 @@ enum RawState : std::size_t {
   rawStates
 };
 
-// One `cpuN` line: cumulative times in units of the kernel's clock tick, 0 for a state that an old kernel
-// lacks.
+// One `cpuN` line: cumulative times in clock ticks, 0 for states that an old kernel lacks.
 struct RawProcessor {
   std::int32_t id = 0;
   std::array<std::uint64_t, rawStates> ticks{};
@@ -31,8 +30,8 @@ struct RawProcessor {
 };
 
 // Reads the processors that are online from the text of /proc/stat into `processors`, in the order of the
-// file. False, with `processors` in any state: the text has none, is garbled, or ends before the line that
-// follows the last processor, so that one may be missing or its last number cut short.
+// file. False, with `processors` unspecified, if there are none, the text is invalid, or it ends before the
+// line after the last processor, so that a processor may be missing or its last number truncated.
 bool parseProcStat(std::string_view text, std::vector<RawProcessor>& processors);
 
 }  // namespace kestrune::platform

@@ -6,8 +6,8 @@
 
 namespace kestrune::platform {
 
-// The counters in the text of a drive's `stat` file, whose sectors have 512 bytes whatever the drive's own
-// size. Absent, each for itself: the field is missing or no plausible count.
+// The counters of a drive's `stat` file, which always counts sectors of 512 bytes. A counter is absent if it
+// is missing or implausible.
 BlockDriver parseBlockStat(std::string_view text);
 
 }  // namespace kestrune::platform

@@ -16,7 +16,8 @@ LinuxBlockStorage::LinuxBlockStorage(std::string root) : root_(std::move(root)) 
 
 LinuxBlockStorage::Device LinuxBlockStorage::makeDevice(const std::string& name) const {
   const std::string folder = below(root_, "sys/block/" + name);
-  // The hidden ones are the paths to a drive with several; what goes through them shows on the drive itself.
+  // Hidden devices are the paths to a drive that has several. The drive itself counts what passes through
+  // them.
   const bool isDrive = exists(folder + "/device") && readText(folder + "/hidden") != "1";
   return {.stat = KeptFile(folder + "/stat"), .isDrive = isDrive, .last = {}};
 }

@@ -8,9 +8,9 @@
 
 namespace kestrune::platform {
 
-// sys/block/*/stat below `root`. A drive is what has hardware behind it: partitions are not listed there, and
-// loop, RAM and compressed RAM disks, device mapper and RAID volumes have none. A drive that is still there
-// but can't be read for a moment keeps its last figures, so that its return is no jump.
+// Drives from sys/block/*/stat below `root`. A drive has hardware behind it: loop, RAM and compressed RAM
+// disks, device mapper and RAID volumes don't, and partitions aren't listed there. A drive that can't be read
+// for a moment keeps its last figures, so that the sum doesn't jump.
 class LinuxBlockStorage final : public BlockStorage {
  public:
   explicit LinuxBlockStorage(std::string root = "/");
@@ -27,7 +27,7 @@ class LinuxBlockStorage final : public BlockStorage {
   Device makeDevice(const std::string& name) const;
 
   std::string root_;
-  std::map<std::string, Device, std::less<>> devices_;  // what has been met, by name
+  std::map<std::string, Device, std::less<>> devices_;  // by name
 };
 
 }  // namespace kestrune::platform

@@ -12,29 +12,10 @@
 #include <sys/statvfs.h>
 
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
-
-timespec changeTime(const std::string& path) {
-  struct stat info {};
-  return stat(path.c_str(), &info) == 0 ? info.st_mtim : timespec{};
-}
-
-bool isSame(const timespec& a, const timespec& b) {
-  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
-}
-
-// What follows `key` on its line; empty where there is no such line.
-std::string_view lineAfter(std::string_view text, std::string_view key) {
-  while (!text.empty()) {
-    const auto end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    if (line.starts_with(key)) return line.substr(key.size());
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
-  return {};
-}
 
 std::string resolved(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
@@ -49,9 +30,9 @@ std::optional<std::string> LinuxVolumes::name(const std::string& path) {
   if (mountsChanged()) known_.clear();
   auto known = known_.find(path);
   const bool isFresh =
-      known != known_.end() && isSame(changeTime(known->second.labelFile), known->second.labelTime);
+      known != known_.end() && changeTime(known->second.labelFile) == known->second.labelTime;
   if (!isFresh) {
-    auto found = findOut(path);
+    auto found = findName(path);
     if (!found) return std::nullopt;
     known = known_.insert_or_assign(path, *std::move(found)).first;
   }
@@ -79,7 +60,7 @@ bool LinuxVolumes::mountsChanged() {
   return poll(&state, 1, 0) > 0 && (state.revents & (POLLPRI | POLLERR)) != 0;
 }
 
-std::optional<LinuxVolumes::Known> LinuxVolumes::findOut(const std::string& path) const {
+std::optional<LinuxVolumes::Known> LinuxVolumes::findName(const std::string& path) const {
   const auto mounts = readFile(below(root_, "proc/self/mountinfo"));
   const auto mount = mounts ? findMount(*mounts, path) : std::nullopt;
   if (!mount) return std::nullopt;
@@ -94,7 +75,7 @@ std::optional<LinuxVolumes::Known> LinuxVolumes::findOut(const std::string& path
   return known;
 }
 
-// Some file systems number their mounts on their own; their source still names a device.
+// Some file systems have device numbers of their own, but their source names a real device.
 std::string LinuxVolumes::deviceNumber(const Mount& mount) const {
   if (!mount.device.starts_with("0:") || !mount.source.starts_with("/dev/")) return mount.device;
   const std::string device = resolved(below(root_, std::string_view(mount.source).substr(1)));

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
-
-#include <sys/stat.h>
 
 #include "platform/Volumes.h"
 #include "platform/linux/files/UniqueFd.h"
@@ -12,26 +11,26 @@
 
 namespace kestrune::platform {
 
-// The kernel's mounts and udev's labels below `root`. A volume is called by its label; one without is called
-// by its device ("vda1", "vg-root"), and one without a device by what is mounted ("overlay", "tank/root").
+// Volumes from the kernel's mounts and udev's labels below `root`. A volume is named by its label, or else by
+// its device ("vda1", "vg-root"), or else by what is mounted ("overlay", "tank/root").
 class LinuxVolumes final : public Volumes {
  public:
   explicit LinuxVolumes(std::string root = "/");
 
   // `path` is a mount point.
   std::optional<std::string> name(const std::string& path) override;
-  // The size of the file system, and what may be written without privileges.
+  // The size of the file system, and the space that is available without privileges.
   std::optional<VolumeCapacity> capacity(const std::string& path) override;
 
  private:
-  // A name that was found out, and what it hangs on.
+  // A name, and the file that it depends on.
   struct Known {
     std::string name;
     std::string labelFile;
-    timespec labelTime{};
+    std::chrono::nanoseconds labelTime{};
   };
   bool mountsChanged();
-  std::optional<Known> findOut(const std::string& path) const;
+  std::optional<Known> findName(const std::string& path) const;
   std::string deviceNumber(const Mount& mount) const;
   std::string deviceName(const Mount& mount, const std::string& number) const;
 

@@ -1,24 +1,23 @@
 #include "platform/linux/storage/MountInfo.h"
 
-#include <charconv>
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/linux/files/FieldScanner.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
 
-// The byte that the escape at the start of `text` stands for, and the length of the escape.
+// The byte encoded by the escape at the start of `text`, and the length of the escape.
 std::optional<std::pair<char, std::size_t>> escape(std::string_view text) {
   if (!text.starts_with('\\')) return std::nullopt;
-  const bool isHexadecimal = text.starts_with("\\x");
-  const std::string_view digits = isHexadecimal ? text.substr(2, 2) : text.substr(1, 3);
-  unsigned value = 0;
-  const char* const end = digits.data() + digits.size();
-  const auto [read, error] = std::from_chars(digits.data(), end, value, isHexadecimal ? 16 : 8);
-  const bool isWhole = error == std::errc() && read == end && digits.size() == (isHexadecimal ? 2 : 3);
-  if (!isWhole || value > 0xFF) return std::nullopt;
-  return std::pair(static_cast<char>(value), std::size_t{4});
+  constexpr std::size_t length = 4;
+  if (text.size() < length) return std::nullopt;
+  const auto byte = text[1] == 'x' ? parseNumber<std::uint8_t>(text.substr(2, 2), 16)
+                                   : parseNumber<std::uint8_t>(text.substr(1, 3), 8);
+  if (!byte) return std::nullopt;
+  return std::pair(static_cast<char>(*byte), length);
 }
 
 std::optional<Mount> parseMount(std::string_view line, std::string_view mountPoint) {
@@ -26,7 +25,7 @@ std::optional<Mount> parseMount(std::string_view line, std::string_view mountPoi
   fields.field();  // id of the mount
   fields.field();  // id of its parent
   const std::string_view device = fields.field();
-  fields.field();  // what of the file system is mounted
+  fields.field();  // root of the mount
   if (unescaped(fields.field()) != mountPoint) return std::nullopt;
   fields.field();  // options
   while (!fields.atEnd()) {
@@ -59,9 +58,7 @@ std::string unescaped(std::string_view text) {
 std::optional<Mount> findMount(std::string_view mountInfo, std::string_view mountPoint) {
   std::optional<Mount> found;
   while (!mountInfo.empty()) {
-    const auto end = mountInfo.find('\n');
-    if (auto mount = parseMount(mountInfo.substr(0, end), mountPoint)) found = std::move(mount);
-    mountInfo.remove_prefix(end == std::string_view::npos ? mountInfo.size() : end + 1);
+    if (auto mount = parseMount(takeLine(mountInfo), mountPoint)) found = std::move(mount);
   }
   return found;
 }

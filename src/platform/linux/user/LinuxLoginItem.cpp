@@ -12,6 +12,7 @@
 #include "platform/linux/applications/DesktopEntry.h"
 #include "platform/linux/files/AtomicFile.h"
 #include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -49,13 +50,10 @@ bool isExecLine(std::string_view line) {
 
 // The entry with that line in place of its first command's, which is that of its own group.
 std::string withExecLine(std::string_view entry, std::string_view execLine) {
-  std::size_t start = 0;
-  while (start < entry.size()) {
-    const auto end = std::min(entry.find('\n', start), entry.size());
-    if (isExecLine(entry.substr(start, end - start))) {
-      return std::string(entry.substr(0, start)).append(execLine).append(entry.substr(end));
-    }
-    start = end + 1;
+  for (std::string_view rest = entry; !rest.empty();) {
+    const std::size_t start = entry.size() - rest.size();
+    const std::string_view line = takeLine(rest);
+    if (isExecLine(line)) return std::string(entry).replace(start, line.size(), execLine);
   }
   return std::string(entry);
 }

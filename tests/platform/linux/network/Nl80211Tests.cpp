@@ -21,23 +21,17 @@ namespace {
 using namespace std::string_literals;
 using testing::ElementsAre;
 
-// A message's attributes, laid out as the kernel does.
+// A message's attributes, laid out as by the kernel.
 class Message {
  public:
   Message& add(int type, std::string_view value) {
     const nlattr header{.nla_len = static_cast<std::uint16_t>(NLA_HDRLEN + value.size()),
                         .nla_type = static_cast<std::uint16_t>(type)};
-    std::array<char, sizeof header> bytes{};
-    std::memcpy(bytes.data(), &header, sizeof header);
-    text_.append(bytes.data(), bytes.size()).append(value);
+    text_.append(bytesOf(header)).append(value);
     text_.resize((text_.size() + NLA_ALIGNTO - 1) / NLA_ALIGNTO * NLA_ALIGNTO, '\0');
     return *this;
   }
-  Message& add(int type, std::uint32_t value) {
-    std::string bytes(sizeof value, '\0');
-    std::memcpy(bytes.data(), &value, sizeof value);
-    return add(type, bytes);
-  }
+  Message& add(int type, std::uint32_t value) { return add(type, bytesOf(value)); }
   Message& nest(int type, const Message& inner) { return add(type | NLA_F_NESTED, inner.text_); }
 
   const std::string& text() const { return text_; }
@@ -47,50 +41,52 @@ class Message {
   std::optional<HeardNetwork> asNetwork() const { return parseHeardNetwork(std::as_bytes(std::span(text_))); }
 
  private:
+  static std::string bytesOf(const auto& value) {
+    std::string bytes(sizeof value, '\0');
+    std::memcpy(bytes.data(), &value, sizeof value);
+    return bytes;
+  }
+
   std::string text_;
 };
 
-// As the kernel tells of an interface that stands for a radio.
+// An interface of a radio, as the kernel reports it.
 Message interfaceMessage(std::uint32_t mode) {
   return Message()
       .add(NL80211_ATTR_IFINDEX, 3)
       .add(NL80211_ATTR_IFNAME, "wlp2s0\0"s)
       .add(NL80211_ATTR_WIPHY, std::uint32_t{0})
       .add(NL80211_ATTR_IFTYPE, mode)
-      .add(NL80211_ATTR_WDEV, "\1\0\0\0\0\0\0\0"s)
       .add(NL80211_ATTR_MAC, "\2\0\0\0\0\1"s);
 }
 
-std::string element(char sort, const std::string& value) {
-  return std::string{sort, static_cast<char>(value.size())} + value;
+std::string element(char type, const std::string& value) {
+  return std::string{type, static_cast<char>(value.size())} + value;
 }
 
-TEST(Nl80211Test, aStationTellsItsNetworkByteForByte) {
+TEST(Nl80211Test, readsTheNetworkOfAStation) {
+  const auto station = [](const std::string& ssid) {
+    return interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, ssid).asInterface().value();
+  };
   for (const std::string& ssid : {"Home"s, "Caf\xc3\xa9 \xff"s, "a\0b"s, std::string(32, 'x')}) {
-    const auto interface =
-        interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, ssid).asInterface();
-    ASSERT_TRUE(interface);
-    EXPECT_TRUE(interface->isClient);
-    EXPECT_EQ(interface->ssid, ssid);
+    EXPECT_TRUE(station(ssid).isClient);
+    EXPECT_EQ(station(ssid).index, 3U);
+    EXPECT_EQ(station(ssid).ssid, ssid);
   }
   for (const std::string& ssid : {""s, "\0\0\0"s, std::string(33, 'x')}) {
-    const auto interface =
-        interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, ssid).asInterface();
-    EXPECT_EQ(interface->ssid, std::nullopt) << "hidden or impossible: " << ssid.size();
+    EXPECT_EQ(station(ssid).ssid, std::nullopt) << "hidden or impossible: " << ssid.size();
   }
 }
 
-TEST(Nl80211Test, otherModesAreNoClients) {
-  const auto hotspot = interfaceMessage(NL80211_IFTYPE_AP).add(NL80211_ATTR_SSID, "Mine").asInterface();
-  EXPECT_FALSE(hotspot->isClient);
-  const auto management =
-      Message().add(NL80211_ATTR_WIPHY, std::uint32_t{0}).add(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_P2P_DEVICE);
-  ASSERT_TRUE(management.asInterface());
-  EXPECT_FALSE(management.asInterface()->isClient);
+TEST(Nl80211Test, otherModesAreNotClients) {
+  EXPECT_FALSE(interfaceMessage(NL80211_IFTYPE_AP).asInterface()->isClient);
+  const auto management = Message().add(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_P2P_DEVICE).asInterface();
+  ASSERT_TRUE(management);
+  EXPECT_FALSE(management->isClient);
   EXPECT_FALSE(Message().add(NL80211_ATTR_IFNAME, "wlan0\0"s).asInterface()) << "without a mode";
 }
 
-TEST(Nl80211Test, theNetworkThatTheInterfaceIsAClientOfIsAmongThoseHeard) {
+TEST(Nl80211Test, findsTheConnectedNetworkAmongThoseHeard) {
   const auto heard = [](const Message& network) {
     return Message().add(NL80211_ATTR_GENERATION, 7).nest(NL80211_ATTR_BSS, network).asNetwork().value();
   };
@@ -100,10 +96,9 @@ TEST(Nl80211Test, theNetworkThatTheInterfaceIsAClientOfIsAmongThoseHeard) {
   Message network;
   network.add(NL80211_BSS_BSSID, "\2\0\0\0\0\2"s).add(NL80211_BSS_INFORMATION_ELEMENTS, named);
   EXPECT_FALSE(heard(network).isAssociated);
-  EXPECT_EQ(heard(network).ssid, "a\0b"s);
   network.add(NL80211_BSS_BEACON_IES, hidden).add(NL80211_BSS_STATUS, NL80211_BSS_STATUS_ASSOCIATED);
   EXPECT_TRUE(heard(network).isAssociated);
-  EXPECT_EQ(heard(network).ssid, "a\0b"s) << "hidden in beacons, told in answers";
+  EXPECT_EQ(heard(network).ssid, "a\0b"s) << "hidden in beacons, named in answers";
 
   EXPECT_FALSE(heard(Message().add(NL80211_BSS_STATUS, NL80211_BSS_STATUS_AUTHENTICATED)).isAssociated);
   EXPECT_EQ(heard(Message().add(NL80211_BSS_BEACON_IES, named)).ssid, "a\0b"s);
@@ -113,8 +108,8 @@ TEST(Nl80211Test, theNetworkThatTheInterfaceIsAClientOfIsAmongThoseHeard) {
   EXPECT_FALSE(interfaceMessage(NL80211_IFTYPE_STATION).asNetwork());
 }
 
-// Each cut copy is as large as the cut, so that reading beyond its end is found.
-TEST(Nl80211Test, cutAndGarbledMessagesYieldNoMoreThanIsThere) {
+// Each truncated copy is as large as its text, so that reading beyond its end is found.
+TEST(Nl80211Test, truncatedAndInvalidMessagesYieldOnlyWhatIsThere) {
   const std::string whole = interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, "Home").text();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const std::vector<char> cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
@@ -150,56 +145,52 @@ struct ScriptedRadios final : RadioSource {
 class LinuxWiFiTest : public testing::Test {
  protected:
   LinuxWiFiTest() {
-    auto source = std::make_unique<ScriptedRadios>();
-    radios = source.get();
-    wifi = std::make_unique<LinuxWiFi>(root.path(), std::move(source));
     std::filesystem::create_directories(root / "sys/class/ieee80211/phy0");
+    radios->list = {{.name = "ap0", .index = 2, .ssid = "Mine"},
+                    {.name = {}, .index = 0},
+                    {.name = "wlan0", .index = 3, .isClient = true},
+                    {.name = "wlan1", .index = 4, .isClient = true}};
+  }
+  // "name", "name connected" or "name network".
+  std::string defaultInterface() {
+    const auto interface = wifi.defaultInterface();
+    if (!interface) return "none";
+    return interface->name.value() +
+           (interface->isStation ? " " + interface->ssid.value_or("connected") : "");
   }
   void setCarrier(const std::string& name) { root.write("sys/class/net/" + name + "/carrier", "1\n"); }
 
   test::TemporaryFolder root;
-  ScriptedRadios* radios = nullptr;
-  std::unique_ptr<LinuxWiFi> wifi;
+  ScriptedRadios* radios = new ScriptedRadios;  // owned by `wifi`
+  LinuxWiFi wifi{root.path(), std::unique_ptr<RadioSource>(radios)};
 };
 
-TEST_F(LinuxWiFiTest, theFirstAssociatedClientIsTheDefault) {
-  EXPECT_FALSE(wifi->defaultInterface()) << "can't be read";
-  radios->list = {{.name = "ap0", .index = 2, .ssid = "Mine"}, {.name = {}, .index = 0}};
-  EXPECT_FALSE(wifi->defaultInterface()) << "no client";
-  EXPECT_THAT(wifi->interfaceNames(), ElementsAre("ap0", std::nullopt));
-
-  radios->list->push_back({.name = "wlan0", .index = 3, .isClient = true});
-  radios->list->push_back({.name = "wlan1", .index = 4, .isClient = true});
-  EXPECT_EQ(wifi->defaultInterface()->name, "wlan0");
-
+TEST_F(LinuxWiFiTest, firstConnectedClientIsTheDefault) {
+  EXPECT_THAT(wifi.interfaceNames(), ElementsAre("ap0", std::nullopt, "wlan0", "wlan1"));
+  EXPECT_EQ(defaultInterface(), "wlan0");
   (*radios->list)[3].ssid = "Home";
-  EXPECT_EQ(wifi->defaultInterface()->name, "wlan1");
-  EXPECT_TRUE(wifi->defaultInterface()->isStation);
-  EXPECT_EQ(wifi->defaultInterface()->ssid, "Home");
+  EXPECT_EQ(defaultInterface(), "wlan1 Home");
+  radios->list->resize(2);
+  EXPECT_EQ(defaultInterface(), "none") << "no client";
+  radios->list.reset();
+  EXPECT_EQ(defaultInterface(), "none") << "unreadable";
 }
 
-TEST_F(LinuxWiFiTest, whereTheNetworkIsNotToldTheCarrierAndWhatWasHeardTell) {
-  radios->list = {{.name = "wlan0", .index = 3, .isClient = true},
-                  {.name = "wlan1", .index = 4, .isClient = true}};
+TEST_F(LinuxWiFiTest, aMissingNameIsReplacedByTheCarrierAndWhatWasHeard) {
   setCarrier("wlan1");
-  EXPECT_EQ(wifi->defaultInterface()->name, "wlan1");
-  EXPECT_TRUE(wifi->defaultInterface()->isStation);
-  EXPECT_EQ(wifi->defaultInterface()->ssid, "Heard");
+  EXPECT_EQ(defaultInterface(), "wlan1 Heard");
   setCarrier("wlan0");
-  EXPECT_EQ(wifi->defaultInterface()->name, "wlan0");
-  EXPECT_TRUE(wifi->defaultInterface()->isStation);
-  EXPECT_EQ(wifi->defaultInterface()->ssid, std::nullopt) << "hidden";
+  EXPECT_EQ(defaultInterface(), "wlan0 connected") << "hidden";
 }
 
-TEST_F(LinuxWiFiTest, aMachineWithoutARadioIsNotAsked) {
-  radios->list = {{.name = "wlan0", .index = 3, .isClient = true}};
+TEST_F(LinuxWiFiTest, asksNothingOnAMachineWithoutARadio) {
   std::filesystem::remove(root / "sys/class/ieee80211/phy0");
-  EXPECT_FALSE(wifi->defaultInterface());
+  EXPECT_EQ(defaultInterface(), "none");
   std::filesystem::remove(root / "sys/class/ieee80211");
-  EXPECT_FALSE(wifi->defaultInterface());
+  EXPECT_EQ(defaultInterface(), "none");
   EXPECT_EQ(radios->questions, 0);
   std::filesystem::create_directories(root / "sys/class/ieee80211/phy1");
-  EXPECT_TRUE(wifi->defaultInterface()) << "one was plugged in";
+  EXPECT_EQ(defaultInterface(), "wlan0") << "a radio was plugged in";
 }
 
 // The open sockets of this process.
@@ -215,13 +206,12 @@ std::set<int> openSockets() {
 
 bool namesFamily(const std::vector<Nl80211Socket::Attributes>& messages, std::string_view name) {
   return std::ranges::any_of(messages, [&](const auto& message) {
-    return std::string(reinterpret_cast<const char*>(message.data()), message.size()).find(name) !=
-           std::string::npos;
+    return !std::ranges::search(message, std::as_bytes(std::span(name))).empty();
   });
 }
 
 // The kernel's list of families is itself a family, there on every machine.
-TEST(Nl80211SocketTest, takesWholeListsAndSurvivesABrokenSocket) {
+TEST(Nl80211SocketTest, readsWholeListsAndSurvivesABrokenSocket) {
   const auto before = openSockets();
   {
     Nl80211Socket socket("nlctrl");

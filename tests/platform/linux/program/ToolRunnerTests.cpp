@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "platform/linux/files/UniqueFd.h"
-#include "platform/linux/program/LinuxToolRunner.h"
+#include "platform/linux/program/ToolRunner.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::platform {
@@ -16,26 +16,26 @@ namespace {
 
 using namespace std::string_literals;
 
-class LinuxToolRunnerTest : public testing::Test {
+class ToolRunnerTest : public testing::Test {
  protected:
-  ~LinuxToolRunnerTest() override {
+  ~ToolRunnerTest() override {
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
     EXPECT_EQ(errno, ECHILD);
   }
-  std::optional<std::string> shell(const std::string& script) { return tools.run("/bin/sh", {"-c", script}); }
-
-  LinuxToolRunner tools;
+  static std::optional<std::string> shell(const std::string& script) {
+    return runTool("/bin/sh", {"-c", script});
+  }
 };
 
-TEST_F(LinuxToolRunnerTest, argumentsAndOutputPassAsTheyAre) {
-  EXPECT_EQ(tools.run("/usr/bin/printf", {"%s|", "a b", "", "$HOME; `id` *", "\"'\n"}),
+TEST_F(ToolRunnerTest, argumentsAndOutputPassAsTheyAre) {
+  EXPECT_EQ(runTool("/usr/bin/printf", {"%s|", "a b", "", "$HOME; `id` *", "\"'\n"}),
             "a b||$HOME; `id` *|\"'\n|");
   EXPECT_EQ(shell("printf 'a\\0b'; exit 3"), "a\0b"s) << "whatever its exit status";
   EXPECT_EQ(shell("kill -9 $$"), "");
   EXPECT_EQ(shell("exec >&-; echo lost >&2"), "");
 }
 
-TEST_F(LinuxToolRunnerTest, aChattyToolIsNotHeldUp) {
+TEST_F(ToolRunnerTest, aChattyToolIsNotHeldUp) {
   const auto output =
       shell("head -c 300000 /dev/zero >&2; head -c 1000 /dev/zero; head -c 300000 /dev/zero >&2");
   ASSERT_TRUE(output);
@@ -45,7 +45,7 @@ TEST_F(LinuxToolRunnerTest, aChattyToolIsNotHeldUp) {
   EXPECT_EQ(flood->size(), 1048576U);
 }
 
-TEST_F(LinuxToolRunnerTest, whatIsNoProgramIsNotStarted) {
+TEST_F(ToolRunnerTest, whatIsNoProgramIsNotStarted) {
   const test::TemporaryFolder folder;
   folder.write("plain", "#!/bin/sh\necho no\n");
   folder.write("garbage", "no program\n");
@@ -53,16 +53,16 @@ TEST_F(LinuxToolRunnerTest, whatIsNoProgramIsNotStarted) {
   for (const auto* name : {"garbage", "tool"}) {
     std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
   }
-  EXPECT_TRUE(tools.isExecutableFile(folder / "tool"));
-  EXPECT_EQ(tools.run(folder / "tool", {}), "yes\n");
-  EXPECT_EQ(tools.run(folder / "garbage", {}), std::nullopt);
+  EXPECT_TRUE(isExecutableFile(folder / "tool"));
+  EXPECT_EQ(runTool(folder / "tool", {}), "yes\n");
+  EXPECT_EQ(runTool(folder / "garbage", {}), std::nullopt);
   for (const std::string& path : {folder / "plain", folder / "missing", folder.path(), ""s}) {
-    EXPECT_FALSE(tools.isExecutableFile(path)) << path;
-    EXPECT_EQ(tools.run(path, {}), std::nullopt) << path;
+    EXPECT_FALSE(isExecutableFile(path)) << path;
+    EXPECT_EQ(runTool(path, {}), std::nullopt) << path;
   }
 }
 
-TEST_F(LinuxToolRunnerTest, nothingOfThisProcessIsHandedDown) {
+TEST_F(ToolRunnerTest, nothingOfThisProcessIsHandedDown) {
   sigset_t blocked{};
   sigset_t before{};
   sigemptyset(&blocked);
@@ -70,8 +70,8 @@ TEST_F(LinuxToolRunnerTest, nothingOfThisProcessIsHandedDown) {
   pthread_sigmask(SIG_BLOCK, &blocked, &before);
   const auto ofPipes = std::signal(SIGPIPE, SIG_IGN);
   const UniqueFd inheritable(open("/dev/null", O_RDONLY));  // NOLINT(android-cloexec-open)
-  const auto status = tools.run("/bin/cat", {"/proc/self/status"}).value_or("");
-  const auto files = tools.run("/bin/ls", {"/proc/self/fd"});
+  const auto status = runTool("/bin/cat", {"/proc/self/status"}).value_or("");
+  const auto files = runTool("/bin/ls", {"/proc/self/fd"});
   std::signal(SIGPIPE, ofPipes);
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 
@@ -87,7 +87,7 @@ TEST_F(LinuxToolRunnerTest, nothingOfThisProcessIsHandedDown) {
 
 void ignore(int) {}
 
-TEST_F(LinuxToolRunnerTest, signalsDoNotEndTheWait) {
+TEST_F(ToolRunnerTest, signalsDoNotEndTheWait) {
   struct sigaction action {};
   struct sigaction before {};
   action.sa_handler = ignore;
@@ -99,7 +99,7 @@ TEST_F(LinuxToolRunnerTest, signalsDoNotEndTheWait) {
 }
 
 // Started without any of the three, a process gives their numbers to what it opens next.
-TEST_F(LinuxToolRunnerTest, worksWithoutStandardFiles) {
+TEST_F(ToolRunnerTest, worksWithoutStandardFiles) {
   const pid_t child = fork();
   if (child == 0) {
     for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(file);

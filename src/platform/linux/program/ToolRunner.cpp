@@ -1,4 +1,4 @@
-#include "platform/linux/program/LinuxToolRunner.h"
+#include "platform/linux/program/ToolRunner.h"
 
 #include <algorithm>
 #include <array>
@@ -125,13 +125,12 @@ void waitFor(pid_t child) {
 
 }  // namespace
 
-bool LinuxToolRunner::isExecutableFile(const std::string& path) {
+bool isExecutableFile(const std::string& path) {
   struct stat info {};
   return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) && access(path.c_str(), X_OK) == 0;
 }
 
-std::optional<std::string> LinuxToolRunner::run(const std::string& path,
-                                                const std::vector<std::string>& arguments) {
+std::optional<std::string> runTool(const std::string& path, const std::vector<std::string>& arguments) {
   auto output = makePipe();
   auto errors = makePipe();
   if (!output || !errors) return std::nullopt;
