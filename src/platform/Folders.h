@@ -34,9 +34,8 @@ class Folders {
 
   // Main thread.
   virtual FileLocation homeDirectory() = 0;
-  // Whether the program may read what is at the path. The file that some systems keep behind their permission
-  // to see everything is readable wherever the program sees the whole file system. Main thread.
-  virtual bool isReadable(const std::string& path) = 0;
+  // Whether the program sees the machine's whole file system: no sandbox hides a part of it. Main thread.
+  virtual bool seesWholeFileSystem() = 0;
 
   // The entries of one directory, in the file system's order; nothing in them is followed. Absent: it can't
   // be read. May wait for the device. Any thread but the main one, several at a time.

@@ -17,9 +17,6 @@
 namespace kestrune::platform {
 namespace {
 
-// Kept behind the permission to see all files, where there is such a thing.
-constexpr const char* probeFile = "/Library/Application Support/com.apple.TCC/TCC.db";
-
 // Each thread holds some ten directories open, and a process may have a thousand.
 constexpr unsigned mostThreads = 32;
 constexpr unsigned mostHeldUp = 16;
@@ -63,9 +60,8 @@ FileLocation LinuxFolders::homeDirectory() {
   return path.starts_with('/') ? FileLocation(path) : FileLocation();
 }
 
-bool LinuxFolders::isReadable(const std::string& path) {
-  if (path == probeFile) return seesWholeFileSystem(root_, environment_);
-  return access(path.c_str(), R_OK) == 0;
+bool LinuxFolders::seesWholeFileSystem() {
+  return platform::seesWholeFileSystem(root_, environment_);
 }
 
 std::optional<std::vector<DirectoryEntry>> LinuxFolders::contents(const FileLocation& folder,

@@ -15,7 +15,7 @@ class LinuxFolders final : public Folders {
 
   // HOME where that is an absolute path, else what the user database says, else the root.
   FileLocation homeDirectory() override;
-  bool isReadable(const std::string& path) override;
+  bool seesWholeFileSystem() override;
   std::optional<std::vector<DirectoryEntry>> contents(const FileLocation& folder, bool skipsHidden) override;
   void measure(std::vector<FileLocation> folders, CancellationFlag isCancelled, MeasureDone done) override;
 
