@@ -7,47 +7,32 @@
 
 #include "PrivateBus.h"
 #include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/OpeningCommand.h"
+#include "platform/desktop/SettingsCommand.h"
 
 namespace kestrune::desktop {
 namespace {
 
+using platform::SettingsPanel;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
-const std::string notifications = "x-apple.systempreferences:com.apple.preference.notifications";
-const std::string security = "x-apple.systempreferences:com.apple.preference.security";
-
-TEST(OpeningCommandTest, settingsLeadToThePanelOfTheDesktop) {
+TEST(SettingsCommandTest, findsThePanelOfTheDesktop) {
   struct Case {
     std::string desktops;
-    std::string url;
-    CommandLine best;  // empty: nothing
+    SettingsPanel panel;
+    CommandLine best;  // empty: none
   };
-  const std::string location = security + "?Privacy_LocationServices";
-  const std::string files = security + "?Privacy_AllFiles";
-  for (const auto& [desktops, url, best] : {
-           Case{"ubuntu:GNOME", notifications, {"gnome-control-center", "notifications"}},
-           Case{"GNOME", location, {"gnome-control-center", "location"}},
-           Case{"KDE", location, {}},
-           Case{"XFCE", files, {}},
-           Case{"", notifications, {}},
-           Case{"NOTGNOME:", notifications, {}},
-           Case{"GNOME", security, {}},
-           Case{"GNOME", "x-apple.systempreferences:", {}},
+  for (const auto& [desktops, panel, best] : {
+           Case{"ubuntu:GNOME", SettingsPanel::notifications, {"gnome-control-center", "notifications"}},
+           Case{"GNOME", SettingsPanel::location, {"gnome-control-center", "location"}},
+           Case{"KDE", SettingsPanel::fileAccess, {"systemsettings", "kcm_flatpak"}},
+           Case{"MATE", SettingsPanel::notifications, {"mate-notification-properties"}},
+           Case{"KDE", SettingsPanel::location, {}},
+           Case{"", SettingsPanel::notifications, {}},
+           Case{"NOTGNOME:", SettingsPanel::notifications, {}},
        }) {
-    const auto commands = openingCommands(desktops, url);
-    EXPECT_EQ(commands.empty() ? CommandLine() : commands.front(), best) << desktops << ' ' << url;
-  }
-}
-
-TEST(OpeningCommandTest, otherAddressesGoToWhateverOpensThem) {
-  for (const std::string url : {"https://example.org/?a=b", "file:///home/a%20b", "mailto:a@b.c"}) {
-    EXPECT_EQ(openingCommands("KDE", url).front(), (CommandLine{"xdg-open", url}));
-  }
-  for (const char* noAddress : {"", ":", "--help", "/etc/passwd", "-x:y", "a b:c", "://"}) {
-    EXPECT_THAT(openingCommands("KDE", noAddress), IsEmpty()) << noAddress;
+    const auto commands = settingsCommands(desktops, panel);
+    EXPECT_EQ(commands.empty() ? CommandLine() : commands.front(), best) << desktops;
   }
 }
 
@@ -95,7 +80,7 @@ TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
   sigemptyset(&termination);
   sigaddset(&termination, SIGTERM);
   sigprocmask(SIG_BLOCK, &termination, &before);
-  workspace.openURL(notifications);
+  workspace.openSettings(SettingsPanel::notifications);
   sigprocmask(SIG_SETMASK, &before, nullptr);
   EXPECT_THAT(noteLines(), ElementsAre("kcmshell5", "<kcm_notifications>", "0000000000000000", "/dev/null"));
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "it is no child of ours, so it leaves no remains";
