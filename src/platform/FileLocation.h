@@ -8,12 +8,12 @@
 
 namespace kestrune::platform {
 
-// Where a file is: an absolute path of bytes as the file system has them, of any length, in any encoding or
-// none. It is never resolved: links and dots in it stay.
+// Where a file is: an absolute path in the file system's own bytes, of any length and in any encoding. It is
+// never resolved: links and dots in it stay.
 class FileLocation {
  public:
   FileLocation() = default;  // the root
-  // Slashes at the end are dropped.
+  // Drops trailing slashes.
   explicit FileLocation(std::string path) : path_(std::move(path)) {
     path_.erase(path_.find_last_not_of('/') + 1);  // npos + 1 is 0
     if (path_.empty()) path_.push_back('/');
@@ -21,13 +21,13 @@ class FileLocation {
 
   const std::string& path() const { return path_; }
 
-  // The last component; of the root "/".
+  // The last component; "/" for the root.
   std::string_view name() const {
     const std::string_view path(path_);
     return isRoot() ? path : path.substr(path.rfind('/') + 1);
   }
 
-  // The name as text: what is no UTF-8, and what would break a line, shows as U+FFFD.
+  // The name as text, with U+FFFD for invalid UTF-8 and for control characters.
   std::string shownName() const {
     std::string visible;
     for (const char c : name()) {
@@ -37,7 +37,7 @@ class FileLocation {
     return repairedUtf8(visible);
   }
 
-  // Of the root the root itself.
+  // The root is its own parent.
   FileLocation parent() const {
     const auto slash = path_.rfind('/');
     return slash == std::string::npos ? FileLocation() : FileLocation(path_.substr(0, slash));

@@ -16,20 +16,20 @@ enum class NotificationAuthorization {
 };
 
 struct UserNotification {
-  std::string identifier;  // a later one with the same identifier takes the place of this one
+  std::string identifier;  // a later notification with the same identifier replaces this one
   std::string title;
   std::string body;
 };
 
-// The desktop's notifications. No call waits; answers come later, on the main thread. Main thread.
+// The desktop's notifications. No call waits; callbacks come later, on the main thread. Main thread.
 class UserNotifications {
  public:
   virtual ~UserNotifications() = default;
   virtual void authorizationStatus(std::function<void(NotificationAuthorization)> answer) = 0;
-  // Asks the user, where that is of any use. `done` says only that asking is over.
+  // Asks the user for permission, on systems that have such a thing. `done` doesn't carry the answer.
   virtual void requestAuthorization(std::function<void()> done) = 0;
-  // Shows it at once, with the default sound, also while the program itself is in front. `done` gets what
-  // went wrong, in words, or nothing.
+  // Shows the notification at once, with the default sound, even while the program's own window is active.
+  // `done` gets a description of the failure, or nothing.
   virtual void deliver(const UserNotification& notification,
                        std::function<void(std::optional<std::string> error)> done) = 0;
 };
