@@ -17,15 +17,15 @@
 namespace kestrune::platform {
 namespace {
 
-// Each thread holds some ten directories open, and a process may have a thousand.
-constexpr unsigned mostThreads = 32;
-constexpr unsigned mostHeldUp = 16;
+// Each thread holds about ten directories open; the usual limit is 1,024 descriptors a process.
+constexpr unsigned maxThreads = 32;
+constexpr unsigned maxStalled = 16;
 
 constexpr std::size_t listingBuffer = 65536;
 
 MeasurePool::Settings poolSettings() {
-  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
-  return {.prepare = slowDownThread, .threads = threads, .mostThreads = threads + mostHeldUp};
+  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, maxThreads);
+  return {.prepare = slowDownThread, .threads = threads, .maxThreads = threads + maxStalled};
 }
 
 DirectoryEntry entryOf(int directory, const FileLocation& folder, const char* name, unsigned char type) {
