@@ -1,5 +1,4 @@
 #include <csignal>
-#include <filesystem>
 
 #include <QCoreApplication>
 #include <gmock/gmock.h>
@@ -36,7 +35,7 @@ TEST(SettingsCommandTest, findsThePanelOfTheDesktop) {
   }
 }
 
-// Programs of the tests' own stand for those of the desktop.
+// The test's own programs stand in for those of the desktop.
 class DesktopWorkspaceTest : public testing::Test {
  protected:
   DesktopWorkspaceTest() {
@@ -48,10 +47,10 @@ class DesktopWorkspaceTest : public testing::Test {
     qunsetenv("XDG_CURRENT_DESKTOP");
   }
 
-  // Notes its name, its arguments, the signals that are blocked in it and its standard input.
+  // Installs a program that writes down its name, arguments, blocked signals and standard input.
   void install(const std::string& name) {
     const std::string part = folder / "note.part";
-    // The shell changes what is blocked as soon as it starts another program.
+    // With a shell builtin, since the shell changes its blocked signals when it starts a program.
     folder.write(name,
                  "#!/bin/sh\n{ echo \"${0##*/}\"; printf '<%s>' \"$@\"; echo\n"
                  "while read -r key value; do [ $key = SigBlk: ] && echo $value; done </proc/$$/status\n"
@@ -73,7 +72,7 @@ class DesktopWorkspaceTest : public testing::Test {
   DesktopWorkspace workspace;
 };
 
-TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
+TEST_F(DesktopWorkspaceTest, startsTheFirstInstalledProgramDetached) {
   install("kcmshell5");
   sigset_t termination{};
   sigset_t before{};
@@ -83,10 +82,10 @@ TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
   workspace.openSettings(SettingsPanel::notifications);
   sigprocmask(SIG_SETMASK, &before, nullptr);
   EXPECT_THAT(noteLines(), ElementsAre("kcmshell5", "<kcm_notifications>", "0000000000000000", "/dev/null"));
-  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "it is no child of ours, so it leaves no remains";
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child of ours, so no zombie";
 }
 
-TEST_F(DesktopWorkspaceTest, aFolderIsOpenedWithoutAFileManagerToAsk) {
+TEST_F(DesktopWorkspaceTest, opensFoldersWithoutAFileManager) {
   install("xdg-open");
   workspace.reveal(platform::FileLocation("/home/a b/file"));
   EXPECT_THAT(noteLines(), Contains("<file:///home/a%20b>"));
