@@ -140,7 +140,7 @@ FolderMeasure walkBareInThreads(const std::string& folder) {
 }
 
 MeasurePool::Settings settings() {
-  return {.threads = threads, .mostThreads = threads};
+  return {.threads = threads, .maxThreads = threads};
 }
 
 FolderMeasure measure(MeasurePool& pool, const std::string& folder) {

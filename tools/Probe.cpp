@@ -41,7 +41,7 @@ class SilentNotifications final : public platform::UserNotifications {
 
 class UnusedWorkspace final : public platform::Workspace {
  public:
-  void openURL(const std::string&) override {}
+  void openSettings(platform::SettingsPanel) override {}
   void open(const platform::FileLocation&) override {}
   void reveal(const platform::FileLocation&) override {}
 };

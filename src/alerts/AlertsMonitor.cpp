@@ -90,7 +90,7 @@ void AlertsMonitor::requestAuthorization() {
 }
 
 void AlertsMonitor::openNotificationSettings() {
-  services_.workspace.openURL("x-apple.systempreferences:com.apple.preference.notifications");
+  services_.workspace.openSettings(platform::SettingsPanel::notifications);
 }
 
 void AlertsMonitor::sendTest(Sample kind) {

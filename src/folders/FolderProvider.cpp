@@ -8,9 +8,6 @@ namespace {
 
 using platform::FileLocation;
 
-// Some platforms keep it behind the permission to see all files, so that no more direct question is needed.
-constexpr const char* probeFile = "/Library/Application Support/com.apple.TCC/TCC.db";
-
 constexpr int mostBreadcrumbs = 8;
 
 FolderItem itemOf(platform::DirectoryEntry entry) {
@@ -37,7 +34,7 @@ FolderProvider::~FolderProvider() {
 }
 
 void FolderProvider::checkFullDiskAccess() {
-  hasFullDiskAccess.set(services_.folders.isReadable(probeFile));
+  hasFullDiskAccess.set(services_.folders.seesWholeFileSystem());
 }
 
 void FolderProvider::scan() {

@@ -21,26 +21,26 @@ enum class AudioTransport {
   unknown
 };
 
-// One direction of a device. Absent: it can't be read, or the device doesn't have it.
+// One direction of a device. Absent: unreadable, or the device doesn't have it.
 struct AudioScope {
-  bool hasStreams = false;          // the device can play or record in this direction
-  std::optional<float> mainVolume;  // of all channels together, 0 to 1
-  std::optional<float> volume;      // of the device's only control, 0 to 1
+  bool hasStreams = false;          // the device can play (output) or record (input)
+  std::optional<float> mainVolume;  // all channels together, 0 to 1
+  std::optional<float> volume;      // the device's single control, 0 to 1
   std::optional<float> firstChannelVolume;
   std::optional<bool> isMuted;
-  std::vector<std::uint32_t> bufferChannels;  // of each stream's buffer; empty: unknown
+  std::vector<std::uint32_t> bufferChannels;  // channels of each stream's buffer; empty: unknown
 };
 
 struct AudioDevice {
   std::uint32_t id = 0;             // never 0
-  std::optional<std::string> name;  // bytes
+  std::optional<std::string> name;  // bytes, not necessarily valid UTF-8
   std::optional<AudioTransport> transport;
   std::optional<double> sampleRate;  // nominal, hertz
   AudioScope output;
   AudioScope input;
 };
 
-// A program that is connected to the service, playing or not.
+// A program connected to the service, whether or not it is playing.
 struct AudioClient {
   std::uint32_t id = 0;
   bool isRunningInput = false;
@@ -48,7 +48,7 @@ struct AudioClient {
   std::int32_t pid = 0;  // below 1: unknown
 };
 
-// Everything that the service reports at one moment, in its own order.
+// The service's whole state at one moment, in its own order.
 struct AudioCensus {
   std::uint32_t defaultOutput = 0;  // a device's id; 0: none
   std::uint32_t defaultInput = 0;
@@ -56,11 +56,11 @@ struct AudioCensus {
   std::vector<AudioClient> clients;
 };
 
-// The sound service, which is only read: no stream is opened and nothing is set.
+// The sound service, read-only: no stream is opened and nothing is changed.
 class AudioService {
  public:
   virtual ~AudioService() = default;
-  // Waits for the service up to a timeout. Empty if there is no service or it doesn't answer in time. Any
+  // May wait for the service, up to a timeout. Empty if there is no service or it doesn't answer in time. Any
   // thread but the main one, one at a time.
   virtual AudioCensus census() = 0;
 };

@@ -8,12 +8,12 @@
 
 namespace kestrune::platform {
 
-// Where a file is: an absolute path in the file system's own bytes, of any length and in any encoding. Links
-// and dots in it are never resolved.
+// Where a file is: an absolute path in the file system's own bytes, of any length and in any encoding. It is
+// never resolved: links and dots in it stay.
 class FileLocation {
  public:
   FileLocation() = default;  // the root
-  // Trailing slashes are dropped.
+  // Drops trailing slashes.
   explicit FileLocation(std::string path) : path_(std::move(path)) {
     path_.erase(path_.find_last_not_of('/') + 1);  // npos + 1 is 0
     if (path_.empty()) path_.push_back('/');
@@ -27,7 +27,7 @@ class FileLocation {
     return isRoot() ? path : path.substr(path.rfind('/') + 1);
   }
 
-  // The name as text: invalid UTF-8 and control characters show as U+FFFD.
+  // The name as text, with U+FFFD for invalid UTF-8 and for control characters.
   std::string shownName() const {
     std::string visible;
     for (const char c : name()) {

@@ -10,7 +10,7 @@ class LoginItem {
  public:
   virtual ~LoginItem() = default;
   virtual bool isEnabled() = 0;
-  // Both return an error message, or nothing on success.
+  // Both return a description of the failure, or nothing.
   virtual std::optional<std::string> registerItem() = 0;
   virtual std::optional<std::string> unregisterItem() = 0;
 };

@@ -6,7 +6,7 @@
 
 namespace kestrune::platform {
 
-// Whether the program may show notifications.
+// Whether the user lets the program show notifications.
 enum class NotificationAuthorization {
   notDetermined = 0,
   denied = 1,
@@ -21,15 +21,15 @@ struct UserNotification {
   std::string body;
 };
 
-// The desktop's notifications. No call blocks; answers come later, on the main thread. Main thread.
+// The desktop's notifications. No call waits; callbacks come later, on the main thread. Main thread.
 class UserNotifications {
  public:
   virtual ~UserNotifications() = default;
   virtual void authorizationStatus(std::function<void(NotificationAuthorization)> answer) = 0;
-  // Asks the user, if the desktop has such a permission. `done` is called when that is over, no matter how.
+  // Asks the user for permission, on systems that have such a thing. `done` doesn't carry the answer.
   virtual void requestAuthorization(std::function<void()> done) = 0;
-  // Shows the notification immediately, with the default sound, even while the program is in front. `done`
-  // gets an error message, or nothing on success.
+  // Shows the notification at once, with the default sound, even while the program's own window is active.
+  // `done` gets a description of the failure, or nothing.
   virtual void deliver(const UserNotification& notification,
                        std::function<void(std::optional<std::string> error)> done) = 0;
 };

@@ -40,7 +40,7 @@ class ScriptedFolders final : public platform::Folders {
   std::size_t endCancelled();
 
   platform::FileLocation homeDirectory() override { return platform::FileLocation(home); }
-  bool isReadable(const std::string&) override { return seesEverything; }
+  bool seesWholeFileSystem() override { return seesEverything; }
   std::optional<std::vector<platform::DirectoryEntry>> contents(const platform::FileLocation& folder,
                                                                 bool skipsHidden) override;
   void measure(std::vector<platform::FileLocation> folders, CancellationFlag isCancelled,

@@ -260,8 +260,9 @@ class ScriptedNotifications final : public platform::UserNotifications {
 class ScriptedWorkspace final : public platform::Workspace {
  public:
   std::vector<std::string> opened;
+  std::vector<platform::SettingsPanel> panels;
 
-  void openURL(const std::string& url) override { opened.push_back(url); }
+  void openSettings(platform::SettingsPanel panel) override { panels.push_back(panel); }
   void open(const platform::FileLocation& directory) override {
     opened.push_back("open " + directory.path());
   }

@@ -8,39 +8,39 @@ namespace kestrune::desktop {
 
 using platform::NotificationAuthorization;
 
-// Tells how one delivery went, once.
+// Reports the outcome of one delivery, once.
 class DBusNotifications::Report {
  public:
   using Done = std::function<void(std::optional<std::string> error)>;
   explicit Report(Done done) : done_(std::move(done)) {}
 
-  void tell(std::optional<std::string> error) {
-    if (!std::exchange(isTold_, true)) done_(std::move(error));
+  void send(std::optional<std::string> error) {
+    if (!std::exchange(isSent_, true)) done_(std::move(error));
   }
-  bool isTold() const { return isTold_; }
+  bool isSent() const { return isSent_; }
 
  private:
   Done done_;
-  bool isTold_ = false;
+  bool isSent_ = false;
 };
 
 DBusNotifications::DBusNotifications(const std::optional<QDBusConnection>& bus,
-                                     std::chrono::milliseconds patience)
-    : patience_(patience) {
+                                     std::chrono::milliseconds timeout)
+    : timeout_(timeout) {
   if (!bus || !bus->isConnected()) return;
   service_ = std::make_unique<NotificationService>(*bus);
   service_->onClosed = [this](auto id) { forget(id); };
-  service_->onGone = [this] { forgetAll(); };
+  service_->onLost = [this] { forgetAll(); };
 }
 
 void DBusNotifications::authorizationStatus(std::function<void(NotificationAuthorization)> answer) {
-  const auto tell = [answer = std::move(answer)](bool isThere) {
-    answer(isThere ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
+  const auto report = [answer = std::move(answer)](bool isAvailable) {
+    answer(isAvailable ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
   };
   if (service_) {
-    service_->lookForIt(tell);
+    service_->checkAvailability(report);
   } else {
-    QTimer::singleShot(0, &timers_, [tell] { tell(false); });
+    QTimer::singleShot(0, &timers_, [report] { report(false); });
   }
 }
 
@@ -52,14 +52,14 @@ void DBusNotifications::deliver(const platform::UserNotification& notification,
                                 std::function<void(std::optional<std::string> error)> done) {
   auto report = std::make_shared<Report>(std::move(done));
   if (!service_) {
-    QTimer::singleShot(0, &timers_, [report] { report->tell("There is no session bus."); });
+    QTimer::singleShot(0, &timers_, [report] { report->send("There is no session bus."); });
     return;
   }
-  QTimer::singleShot(patience_, &timers_,
-                     [report] { report->tell("The notification service does not answer."); });
+  QTimer::singleShot(timeout_, &timers_,
+                     [report] { report->send("The notification service does not answer."); });
   Slot& slot = slots_[notification.identifier];
   slot.waiting = notification;
-  std::erase_if(slot.reports, [](const auto& earlier) { return earlier->isTold(); });
+  std::erase_if(slot.reports, [](const auto& earlier) { return earlier->isSent(); });
   slot.reports.push_back(std::move(report));
   if (!slot.isBusy) begin(slot);
 }
@@ -73,8 +73,8 @@ void DBusNotifications::sendWaiting(Slot& slot, std::uint64_t turn) {
   if (turn != slot.turn) return;
   const auto notification = std::exchange(slot.waiting, std::nullopt);
   auto reports = std::exchange(slot.reports, {});
-  // What has been reported as failed is not shown after all, however long the service took.
-  const bool isWanted = std::ranges::any_of(reports, [](const auto& report) { return !report->isTold(); });
+  // A notification already reported as failed must not be shown after all.
+  const bool isWanted = std::ranges::any_of(reports, [](const auto& report) { return !report->isSent(); });
   if (!notification || !isWanted) {
     slot.isBusy = false;
     return;
@@ -85,7 +85,7 @@ void DBusNotifications::sendWaiting(Slot& slot, std::uint64_t turn) {
       slot.isBusy = false;
       if (slot.waiting) begin(slot);
     }
-    for (const auto& report : reports) report->tell(error);
+    for (const auto& report : reports) report->send(error);
   });
 }
 

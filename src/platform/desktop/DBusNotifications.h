@@ -14,20 +14,20 @@
 
 namespace kestrune::desktop {
 
-// Notifications by the desktop's notification service. Nothing here waits for that service, which may hang,
-// end or be replaced at any time. Answers come through Qt's event loop.
+// Notifications through the desktop's notification service. Nothing here waits for the service, which may
+// hang, exit or be replaced at any time. Callbacks come through Qt's event loop.
 class DBusNotifications final : public platform::UserNotifications {
  public:
-  // Without a bus nothing can be shown. A delivery that has no answer after `patience` counts as failed,
+  // Without a bus nothing can be shown. A delivery without an answer within `timeout` counts as failed,
   // though the service may still show it later.
   explicit DBusNotifications(const std::optional<QDBusConnection>& bus,
-                             std::chrono::milliseconds patience = std::chrono::seconds(5));
+                             std::chrono::milliseconds timeout = std::chrono::seconds(5));
 
-  // Authorized where the service runs or would be started when asked for, denied elsewhere.
+  // Authorized if the service is running or the bus can start it, else denied.
   void authorizationStatus(std::function<void(platform::NotificationAuthorization)> answer) override;
-  // Does nothing else: there is nobody to ask.
+  // Only calls `done`: there is nobody to ask.
   void requestAuthorization(std::function<void()> done) override;
-  // As long as the service has not answered, only the latest notification of an identifier waits for it.
+  // While the service hasn't answered, only the latest notification of each identifier is kept waiting.
   void deliver(const platform::UserNotification& notification,
                std::function<void(std::optional<std::string> error)> done) override;
 
@@ -35,13 +35,13 @@ class DBusNotifications final : public platform::UserNotifications {
   class Report;
   using Reports = std::vector<std::shared_ptr<Report>>;
 
-  // What is on display and on its way for one identifier.
+  // What is displayed, in flight and waiting for one identifier.
   struct Slot {
     NotificationService::Id shown = 0;
-    bool isBusy = false;     // the service has not answered yet
-    std::uint64_t turn = 0;  // answers to an earlier one come too late to count
+    bool isBusy = false;     // a call to the service is in flight
+    std::uint64_t turn = 0;  // of the current call; answers to earlier calls are ignored
     std::optional<platform::UserNotification> waiting;
-    Reports reports;  // of what waits
+    Reports reports;  // for the waiting notification
   };
 
   void begin(Slot& slot);
@@ -49,10 +49,10 @@ class DBusNotifications final : public platform::UserNotifications {
   void forget(NotificationService::Id closed);
   void forgetAll();
 
-  std::chrono::milliseconds patience_;
-  std::map<std::string, Slot> slots_;             // by identifier; none ever goes
-  std::unique_ptr<NotificationService> service_;  // none without a bus
-  QObject timers_;                                // what is still to be told ends with it
+  std::chrono::milliseconds timeout_;
+  std::map<std::string, Slot> slots_;             // by identifier; never erased
+  std::unique_ptr<NotificationService> service_;  // null without a bus
+  QObject timers_;                                // cancels pending callbacks when it is destroyed
 };
 
 }  // namespace kestrune::desktop

@@ -20,15 +20,15 @@ const auto portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const auto settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const auto appearance = QStringLiteral("org.freedesktop.appearance");
 
-constexpr int firstLookMilliseconds = 150;
+constexpr int firstAnswerMilliseconds = 150;
 
-enum class Asleep : std::uint8_t { leave, start };
+enum class AutoStart : std::uint8_t { no, yes };
 
-QDBusMessage readAll(Asleep portal) {
+QDBusMessage readAll(AutoStart autoStart) {
   auto question =
       QDBusMessage::createMethodCall(portalName, portalPath, settingsInterface, QStringLiteral("ReadAll"));
   question << QStringList(appearance);
-  question.setAutoStartService(portal == Asleep::start);
+  question.setAutoStartService(autoStart == AutoStart::yes);
   return question;
 }
 
@@ -43,20 +43,20 @@ Appearance::Scheme schemeIn(const QVariant& value) {
   }
 }
 
-// A colour with a part out of range says that there is none.
+// Components out of range mean that no accent is set.
 std::optional<std::array<double, 3>> accentIn(const QVariant& value) {
   if (!value.canConvert<QDBusArgument>()) return std::nullopt;
   const auto argument = value.value<QDBusArgument>();
   if (argument.currentSignature() != QLatin1String("(ddd)")) return std::nullopt;
   std::array<double, 3> color{};
   argument.beginStructure();
-  for (double& part : color) argument >> part;
+  for (double& component : color) argument >> component;
   argument.endStructure();
-  const auto isPart = [](double part) { return part >= 0 && part <= 1; };
-  return std::ranges::all_of(color, isPart) ? std::optional(color) : std::nullopt;
+  const auto isInRange = [](double component) { return component >= 0 && component <= 1; };
+  return std::ranges::all_of(color, isInRange) ? std::optional(color) : std::nullopt;
 }
 
-// Absent: it is no answer to the question.
+// Absent: an error, or an answer of another type.
 std::optional<Appearance> appearanceIn(const QDBusMessage& answer) {
   if (answer.type() != QDBusMessage::ReplyMessage || answer.signature() != QLatin1String("a{sa{sv}}")) {
     return std::nullopt;
@@ -71,25 +71,24 @@ std::optional<Appearance> appearanceIn(const QDBusMessage& answer) {
 
 DesktopAppearance::DesktopAppearance(QDBusConnection bus, std::function<void()> changed)
     : bus_(std::move(bus)), changed_(std::move(changed)) {
-  // No sender is given, since the library would wait for the bus to tell who that is.
+  // With a sender given, Qt would block to look up its owner.
   bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), {appearance},
-               QString(), this, SLOT(look()));
-  followOwner(bus_, portalName, this, SLOT(lookAtNewOwner(QString, QString, QString)));
-  const auto answer = bus_.call(readAll(Asleep::leave), QDBus::Block, firstLookMilliseconds);
+               QString(), this, SLOT(refresh()));
+  followOwner(bus_, portalName, this, SLOT(ownerChanged(QString, QString, QString)));
+  const auto answer = bus_.call(readAll(AutoStart::no), QDBus::Block, firstAnswerMilliseconds);
   if (const auto first = appearanceIn(answer)) {
     current_ = *first;
   } else {
-    adoptAnswer(readAll(Asleep::start));
+    adoptAnswer(readAll(AutoStart::yes));
   }
 }
 
-void DesktopAppearance::look() {
-  adoptAnswer(readAll(Asleep::leave));
+void DesktopAppearance::refresh() {
+  adoptAnswer(readAll(AutoStart::no));
 }
 
-// One that has gone is not called back.
-void DesktopAppearance::lookAtNewOwner(const QString&, const QString&, const QString& now) {
-  if (!now.isEmpty()) look();
+void DesktopAppearance::ownerChanged(const QString&, const QString&, const QString& now) {
+  if (!now.isEmpty()) refresh();
 }
 
 void DesktopAppearance::adoptAnswer(const QDBusMessage& question) {

@@ -20,22 +20,22 @@ struct Appearance {
   friend bool operator==(const Appearance&, const Appearance&) = default;
 };
 
-// Follows the settings that `org.freedesktop.portal.Settings` of a session bus tells. Where nobody tells any,
+// Follows the settings published by `org.freedesktop.portal.Settings` on a session bus. Without a portal
 // there is no preference. Main thread.
 class DesktopAppearance final : public QObject {
   Q_OBJECT
 
  public:
-  // `changed` is called whenever it is another one, from Qt's loop. The construction waits for a portal that
-  // runs, for a moment at most, so that the first window has the right colours; one that doesn't run is
-  // started, once.
+  // `changed` is called from Qt's event loop whenever the appearance changes. The constructor waits briefly
+  // for a running portal, so that the first window has the right colours; a portal that isn't running is
+  // started.
   DesktopAppearance(QDBusConnection bus, std::function<void()> changed);
 
   const Appearance& current() const { return current_; }
 
  private Q_SLOTS:
-  void look();
-  void lookAtNewOwner(const QString& name, const QString& before, const QString& now);
+  void refresh();
+  void ownerChanged(const QString& name, const QString& before, const QString& now);
 
  private:
   void adoptAnswer(const QDBusMessage& question);

@@ -13,14 +13,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/desktop/OpeningCommand.h"
 #include "platform/desktop/SessionBus.h"
+#include "platform/desktop/SettingsCommand.h"
 
 namespace kestrune::desktop {
 namespace {
 
-// Goes on as the program, with nothing of what this process arranged for itself. Other threads may have held
-// locks when this process was copied, so that only what is safe in a signal handler may be called here.
+// Becomes the program, without anything that this process arranged for itself. Other threads may have held
+// locks at the fork, so only async-signal-safe functions may be called here.
 [[noreturn]] void become(char* const* command) {
   sigset_t none{};
   sigemptyset(&none);
@@ -33,8 +33,8 @@ namespace {
   _exit(EXIT_FAILURE);
 }
 
-// Starts it as nobody's child, so that nobody has to wait for its end. False if it isn't installed. (The
-// library's own way would hand down which signals this process blocks.)
+// Starts the command as nobody's child, so that nobody has to wait for its end. False if it isn't installed.
+// (QProcess::startDetached would pass on the signals that this process blocks.)
 bool startDetached(CommandLine command) {
   const QString program = QStandardPaths::findExecutable(QString::fromStdString(command.front()));
   if (program.isEmpty()) return false;
@@ -61,23 +61,26 @@ std::string fileURL(const platform::FileLocation& location) {
   return "file://" + path.toPercentEncoding("/").toStdString();
 }
 
-void openAddress(const std::string& url) {
-  const std::string desktops = qgetenv("XDG_CURRENT_DESKTOP").toStdString();
-  for (auto& command : openingCommands(desktops, url)) {
+void startFirst(std::vector<CommandLine> commands) {
+  for (auto& command : commands) {
     if (startDetached(std::move(command))) return;
   }
 }
 
-// One that is slow may still do what it was asked for.
+void openFolder(const std::string& url) {
+  startFirst({{"xdg-open", url}, {"gio", "open", url}});
+}
+
+// A slow file manager may still do what it was asked for.
 bool hasRefused(const QDBusPendingCall& answer) {
   const auto error = answer.error().type();
   return answer.isError() && error != QDBusError::NoReply && error != QDBusError::TimedOut;
 }
 
-// Calls the file manager, which may have to be started first. Where it can't, `directory` is opened.
+// Calls the file manager, which the bus starts if need be. If it can't, `directory` is opened instead.
 void askFileManager(const char* method, const std::string& url, const std::string& directory) {
   const auto bus = sessionBus();
-  if (!bus) return openAddress(directory);
+  if (!bus) return openFolder(directory);
   const auto service = QStringLiteral("org.freedesktop.FileManager1");
   auto call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/FileManager1"),
                                              service, QString::fromLatin1(method));
@@ -85,7 +88,7 @@ void askFileManager(const char* method, const std::string& url, const std::strin
   auto* const answer = new QDBusPendingCallWatcher(bus->asyncCall(call));
   QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer, directory] {
     answer->deleteLater();
-    if (hasRefused(*answer)) openAddress(directory);
+    if (hasRefused(*answer)) openFolder(directory);
   });
 }
 
@@ -99,8 +102,8 @@ void DesktopWorkspace::reveal(const platform::FileLocation& file) {
   askFileManager("ShowItems", fileURL(file), fileURL(file.parent()));
 }
 
-void DesktopWorkspace::openURL(const std::string& url) {
-  openAddress(url);
+void DesktopWorkspace::openSettings(platform::SettingsPanel panel) {
+  startFirst(settingsCommands(qgetenv("XDG_CURRENT_DESKTOP").toStdString(), panel));
 }
 
 }  // namespace kestrune::desktop

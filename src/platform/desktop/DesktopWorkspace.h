@@ -4,13 +4,13 @@
 
 namespace kestrune::desktop {
 
-// Opens addresses with the desktop's programs, as far as they are installed. What it starts lives on by
-// itself, without this program's signal settings and standard files, and leaves nothing behind when it ends.
+// Starts the desktop's programs, as far as they are installed. They outlive this program, inherit neither its
+// signal settings nor its standard files, and leave no zombie behind.
 class DesktopWorkspace final : public platform::Workspace {
  public:
-  void openURL(const std::string& url) override;
-  // By the file manager's service on the session bus, which is started if it isn't running; where there is
-  // none, by what opens folders.
+  void openSettings(platform::SettingsPanel panel) override;
+  // Both ask the file manager on the session bus, which starts it if need be. Without one, the folder is
+  // opened with the program registered for folders.
   void open(const platform::FileLocation& directory) override;
   void reveal(const platform::FileLocation& file) override;
 };

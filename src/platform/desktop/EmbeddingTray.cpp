@@ -37,7 +37,7 @@ int defaultScreen() {
 
 }  // namespace
 
-EmbeddingTray::EmbeddingTray(std::function<void()> present) : present_(std::move(present)) {
+EmbeddingTray::EmbeddingTray(std::function<void()> appeared) : appeared_(std::move(appeared)) {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (x11 == nullptr) return;
   display_ = x11->connection();
@@ -58,11 +58,12 @@ bool EmbeddingTray::isPresent() const {
 }
 
 bool EmbeddingTray::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-  constexpr unsigned sentByAnotherProgram = 0x80;
+  // Set in events that another client sent.
+  constexpr unsigned sentFlag = 0x80;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  if ((event->response_type & ~sentByAnotherProgram) != XCB_CLIENT_MESSAGE) return false;
-  const auto* told = static_cast<const xcb_client_message_event_t*>(message);
-  if (told->type == manager_ && told->data.data32[1] == selection_) present_();
+  if ((event->response_type & ~sentFlag) != XCB_CLIENT_MESSAGE) return false;
+  const auto* announcement = static_cast<const xcb_client_message_event_t*>(message);
+  if (announcement->type == manager_ && announcement->data.data32[1] == selection_) appeared_();
   return false;
 }
 

@@ -9,26 +9,26 @@ struct xcb_connection_t;
 
 namespace kestrune::desktop {
 
-// Watches an X display for a tray that embeds the windows of programs. On other displays there is none. Main
-// thread, while the application lives.
+// Watches an X11 display for a system tray that embeds the windows of programs. Other displays have none.
+// Main thread, while the application exists.
 class EmbeddingTray final : public QAbstractNativeEventFilter {
  public:
-  // `present` is called when a tray turns up.
-  explicit EmbeddingTray(std::function<void()> present);
+  // `appeared` is called whenever a tray appears.
+  explicit EmbeddingTray(std::function<void()> appeared);
   ~EmbeddingTray() override;
   EmbeddingTray(const EmbeddingTray&) = delete;
   EmbeddingTray& operator=(const EmbeddingTray&) = delete;
 
-  // Asks the display.
+  // Asks the display server, and waits for its answer.
   bool isPresent() const;
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
   xcb_connection_t* display_ = nullptr;
-  std::uint32_t selection_ = 0;  // what a tray owns
-  std::uint32_t manager_ = 0;    // the kind of message in which a new owner tells of itself
-  std::function<void()> present_;
+  std::uint32_t selection_ = 0;  // owned by the tray
+  std::uint32_t manager_ = 0;    // type of the message that announces a new owner
+  std::function<void()> appeared_;
 };
 
 }  // namespace kestrune::desktop

@@ -14,10 +14,10 @@ namespace {
 const auto serviceName = QStringLiteral("org.freedesktop.Notifications");
 const auto servicePath = QStringLiteral("/org/freedesktop/Notifications");
 
-constexpr int busPatience = 5000;  // milliseconds
-// The answer tells what the notification is known by, so that it counts however late it comes. One that ends
-// without an answer is reported by the bus.
-constexpr int withoutEnd = std::numeric_limits<int>::max();
+constexpr int busTimeoutMilliseconds = 5000;
+// The reply carries the notification's id, which is useful however late. If the service dies, the bus reports
+// an error.
+constexpr int noTimeout = std::numeric_limits<int>::max();
 
 constexpr uchar normalUrgency = 1;
 constexpr int expiresByDefault = -1;
@@ -30,7 +30,7 @@ QDBusMessage toBus(const QString& method) {
   return QDBusMessage::createMethodCall(busName, busPath, busName, method);
 }
 
-// The one value of an answer that fits the signature; absent from any other, and from an error.
+// The single value of a reply with that signature. Absent: an error, or another signature.
 std::optional<QVariant> valueOf(const QDBusMessage& message, const char* signature) {
   if (message.type() != QDBusMessage::ReplyMessage || message.signature() != QLatin1String(signature)) {
     return std::nullopt;
@@ -47,22 +47,24 @@ std::string errorOf(const QDBusMessage& message) {
 }  // namespace
 
 NotificationService::NotificationService(QDBusConnection bus) : bus_(std::move(bus)) {
-  // No sender is given, since the library would wait for the bus to tell who that is.
+  // With a sender given, Qt would block to look up its owner.
   bus_.connect(QString(), servicePath, serviceName, QStringLiteral("NotificationClosed"), this,
                SLOT(closed(uint)));
   followOwner(bus_, serviceName, this, SLOT(ownerChanged(QString, QString)));
 }
 
-void NotificationService::lookForIt(const std::function<void(bool isThere)>& answer) {
-  call(toBus(QStringLiteral("NameHasOwner")) << serviceName, busPatience, [=, this](const auto& owned) {
-    if (valueOf(owned, "b").value_or(false).toBool()) {
-      answer(true);
-      return;
-    }
-    call(toBus(QStringLiteral("ListActivatableNames")), busPatience, [answer](const auto& names) {
-      answer(valueOf(names, "as").value_or(QStringList()).toStringList().contains(serviceName));
-    });
-  });
+void NotificationService::checkAvailability(const std::function<void(bool isAvailable)>& answer) {
+  call(toBus(QStringLiteral("NameHasOwner")) << serviceName, busTimeoutMilliseconds,
+       [=, this](const auto& owned) {
+         if (valueOf(owned, "b").value_or(false).toBool()) {
+           answer(true);
+           return;
+         }
+         call(toBus(QStringLiteral("ListActivatableNames")), busTimeoutMilliseconds,
+              [answer](const auto& names) {
+                answer(valueOf(names, "as").value_or(QStringList()).toStringList().contains(serviceName));
+              });
+       });
 }
 
 void NotificationService::prepare(const std::function<void()>& done) {
@@ -70,10 +72,10 @@ void NotificationService::prepare(const std::function<void()>& done) {
     done();
     return;
   }
-  call(toService(QStringLiteral("GetCapabilities")), withoutEnd,
-       [this, done, program = programs_](const auto& answer) {
+  call(toService(QStringLiteral("GetCapabilities")), noTimeout,
+       [this, done, generation = generation_](const auto& answer) {
          const auto list = valueOf(answer, "as");
-         if (list && program == programs_) capabilities_ = list->toStringList();
+         if (list && generation == generation_) capabilities_ = list->toStringList();
          done();
        });
 }
@@ -92,7 +94,7 @@ void NotificationService::show(
                        << QString::fromStdString(notification.title)
                        << (can(QStringLiteral("body-markup")) ? body.toHtmlEscaped() : body) << QStringList()
                        << hints << expiresByDefault;
-  call(message, withoutEnd, [answer](const auto& reply) {
+  call(message, noTimeout, [answer](const auto& reply) {
     if (const auto id = valueOf(reply, "u")) {
       answer(id->toUInt(), std::nullopt);
     } else {
@@ -106,11 +108,11 @@ void NotificationService::closed(uint id) const {
 }
 
 void NotificationService::ownerChanged(const QString& name, const QString& before) {
-  // One that only now begins changes nothing for what it has been asked while it was being started.
+  // A service activated by our own call has no predecessor whose state we must drop.
   if (name != serviceName || before.isEmpty()) return;
-  ++programs_;
+  ++generation_;
   capabilities_.reset();
-  if (onGone) onGone();
+  if (onLost) onLost();
 }
 
 void NotificationService::call(const QDBusMessage& message, int timeout, const Answer& answer) {

@@ -14,29 +14,29 @@
 
 namespace kestrune::desktop {
 
-// The program `org.freedesktop.Notifications` of a bus, call by call. No call waits; answers come through
-// Qt's event loop, may come late, and don't come at all once this is gone.
+// The calls to the service `org.freedesktop.Notifications` of a bus. No call waits; answers come through Qt's
+// event loop, however late, and never after this object is destroyed.
 class NotificationService final : public QObject {
   Q_OBJECT
 
  public:
-  // What a notification on display is known by; 0: none.
+  // Identifies a displayed notification; 0: none.
   using Id = std::uint32_t;
 
   explicit NotificationService(QDBusConnection bus);
 
   std::function<void(Id)> onClosed;
-  // The program with its notifications is gone; another one may have taken its place.
-  std::function<void()> onGone;
+  // The service has exited, and its notifications with it; another program may have taken over.
+  std::function<void()> onLost;
 
-  // Whether the program runs or would be started when asked for.
-  void lookForIt(const std::function<void(bool isThere)>& answer);
+  // Whether the service is running or the bus can start it.
+  void checkAvailability(const std::function<void(bool isAvailable)>& answer);
 
-  // To come before `show`: asks the program what it can do, unless that is known. Starts it where need be.
-  // `done` comes at once or when there is an answer, be it an error, unless this is gone by then.
+  // To be called before `show`: asks for the service's capabilities unless they are known, starting it if
+  // need be. Calls `done` at once, or when the answer or an error arrives.
   void prepare(const std::function<void()>& done);
 
-  // Shows it in place of another one. `answer` gets what it is known by, or 0 and what went wrong.
+  // Shows the notification, replacing an earlier one. `answer` gets its id, or 0 and an error.
   void show(const platform::UserNotification& notification, Id replaced,
             const std::function<void(Id shown, std::optional<std::string> error)>& answer);
 
@@ -50,8 +50,8 @@ class NotificationService final : public QObject {
   bool can(const QString& capability) const { return capabilities_ && capabilities_->contains(capability); }
 
   QDBusConnection bus_;
-  std::optional<QStringList> capabilities_;  // absent: not known
-  std::uint64_t programs_ = 0;               // how many there have been, so as to tell one from the next
+  std::optional<QStringList> capabilities_;  // absent: unknown
+  std::uint64_t generation_ = 0;             // counts the programs that have provided the service
 };
 
 }  // namespace kestrune::desktop

@@ -7,15 +7,15 @@
 
 namespace kestrune::desktop {
 
-// The bus of the user's session, if there is one. This never starts one, as the library would by itself.
+// The user's session bus, if there is one. Unlike Qt's own function this never starts a bus.
 std::optional<QDBusConnection> sessionBus();
 
-// The bus itself, as one asks it for something.
+// The address of the bus itself.
 inline const auto busName = QStringLiteral("org.freedesktop.DBus");
 inline const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
-// Has `slot` of the receiver called with the name, its owner before and its owner now, whenever that changes;
-// an empty owner stands for none.
+// Calls `slot` of the receiver whenever the name's owner changes, with the name, the owner before and the
+// owner now; an empty string means no owner.
 void followOwner(QDBusConnection& bus, const QString& name, QObject* receiver, const char* slot);
 
 }  // namespace kestrune::desktop

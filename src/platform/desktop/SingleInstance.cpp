@@ -23,18 +23,18 @@ const auto activateMethod = QStringLiteral("Activate");
 const auto activateActionMethod = QStringLiteral("ActivateAction");
 const auto settingsAction = QStringLiteral("settings");
 const auto tokenKey = QStringLiteral("activation-token");
-constexpr int mostTries = 3;
+constexpr int maxTries = 3;
 
-// A copy that has lost the name saves what it has and leaves the bus with its end.
-void awaitEnd(const QDBusConnection& bus, const QString& copy) {
+// An instance that has lost the name saves its data and leaves the bus when it exits.
+void awaitExit(const QDBusConnection& bus, const QString& instance) {
   QElapsedTimer waited;
   waited.start();
-  while (bus.interface()->isServiceRegistered(copy) && waited.elapsed() < answerMilliseconds) {
+  while (bus.interface()->isServiceRegistered(instance) && waited.elapsed() < answerMilliseconds) {
     QThread::msleep(10);
   }
 }
 
-// Whether no other copy has the name; also true where the bus refuses it to everyone.
+// Whether no other instance has the name; also true if the bus refuses the name to everyone.
 bool takeName(const QDBusConnection& bus, SingleInstance::Start start) {
   const bool isHeadless = start == SingleInstance::Start::headless;
   const QString before = bus.interface()->serviceOwner(serviceName);
@@ -46,7 +46,7 @@ bool takeName(const QDBusConnection& bus, SingleInstance::Start start) {
                                                   : QDBusConnectionInterface::DontAllowReplacement);
   if (!reply.isValid()) return true;
   if (reply.value() != QDBusConnectionInterface::ServiceRegistered) return false;
-  if (!before.isEmpty()) awaitEnd(bus, before);
+  if (!before.isEmpty()) awaitExit(bus, before);
   return true;
 }
 
@@ -62,7 +62,7 @@ QDBusMessage activation() {
 
 }  // namespace
 
-// The freedesktop interface of a running application, as far as a program without files has one.
+// The org.freedesktop.Application interface, without its method for opening files.
 class SingleInstance::Service final : public QDBusVirtualObject {
  public:
   explicit Service(Activate activate) : activate_(std::move(activate)) {}
@@ -77,7 +77,7 @@ class SingleInstance::Service final : public QDBusVirtualObject {
         "</interface>");
   }
 
-  // Anyone on the bus may call, with whatever arguments.
+  // Any program on the bus may call, with any arguments.
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
     const bool isAction = message.member() == activateActionMethod;
     const bool isKnown = message.interface().isEmpty() || message.interface() == interfaceName;
@@ -104,9 +104,9 @@ SingleInstance::SingleInstance(Activate activate, std::function<void()> makeRoom
 SingleInstance::~SingleInstance() = default;
 
 SingleInstance::Outcome SingleInstance::claim(Start start) {
-  auto bus = desktop::sessionBus();
+  auto bus = sessionBus();
   if (!bus) return Outcome::first;
-  // The object is there before the name, so that nobody finds the name without it.
+  // Before the name, so that nobody finds the name without the object.
   bus->registerVirtualObject(objectPath, service_.get());
   if (start == Start::headless) {
     QObject::connect(bus->interface(), &QDBusConnectionInterface::serviceUnregistered, service_.get(),
@@ -114,19 +114,19 @@ SingleInstance::Outcome SingleInstance::claim(Start start) {
                        if (name == serviceName) makeRoom_();
                      });
   }
-  for (int i = 0; i < mostTries; ++i) {
+  for (int i = 0; i < maxTries; ++i) {
     if (takeName(*bus, start)) return Outcome::first;
     if (start == Start::quiet) return Outcome::otherRuns;
     const QDBusMessage answer = bus->call(activation(), QDBus::Block, answerMilliseconds);
     if (answer.type() == QDBusMessage::ReplyMessage) return Outcome::otherRuns;
     if (QDBusError(answer).type() == QDBusError::NoReply) break;
-    // It may just have ended.
+    // The other instance may just have exited.
   }
   return Outcome::otherDoesNotAnswer;
 }
 
 void SingleInstance::release() {
-  if (auto bus = desktop::sessionBus()) bus->unregisterService(serviceName);
+  if (auto bus = sessionBus()) bus->unregisterService(serviceName);
 }
 
 }  // namespace kestrune::desktop

@@ -8,10 +8,9 @@
 
 namespace kestrune::desktop {
 
-// Sees to it that each user has one copy of the program: the first one takes a name on the session bus, a
-// later one asks it to come forward. The desktop may start the program under that name, and ask it for its
-// settings. Without a session bus, or where that refuses the name, every copy counts as the first. Main
-// thread.
+// Keeps the program to one instance a user: the first instance takes a name on the session bus, a later one
+// asks it to show its window. The desktop may start the program by that name and ask it to show its settings.
+// Without a session bus, or if the bus refuses the name, every instance counts as the first. Main thread.
 class SingleInstance {
  public:
   enum class Request : std::uint8_t {
@@ -19,28 +18,28 @@ class SingleInstance {
     settings,
   };
   enum class Start : std::uint8_t {
-    window,    // somebody wants to see it
-    quiet,     // the session started it
-    headless,  // it can't show itself, so it makes room for a copy that can
+    window,    // by the user, to see its window
+    quiet,     // by the session, at login
+    headless,  // without a display; makes room for an instance that has one
   };
   enum class Outcome : std::uint8_t {
     first,
-    otherRuns,  // and has come forward, unless this start was a quiet one
+    otherRuns,  // and shows its window now, unless this start was quiet
     otherDoesNotAnswer,
   };
 
-  // Called with the activation token of the desktop, or nothing, when a later copy or the desktop asks.
+  // Called when a later instance or the desktop asks, with the desktop's activation token or an empty string.
   using Activate = std::function<void(Request request, const QString& activationToken)>;
 
-  // `makeRoom` is called when a copy with a display takes the place of a headless one.
+  // `makeRoom` is called on a headless instance when an instance with a display has taken its name.
   SingleInstance(Activate activate, std::function<void()> makeRoom);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  // Waits for the other copy's answer, or for its end, for three seconds at most.
+  // Waits up to three seconds for the other instance to answer or to exit.
   Outcome claim(Start start);
-  // Lets the next copy be the first one.
+  // Gives up the name, so that the next instance is the first.
   void release();
 
  private:

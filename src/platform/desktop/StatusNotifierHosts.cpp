@@ -17,16 +17,16 @@ const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 }  // namespace
 
-StatusNotifierHosts::StatusNotifierHosts(QDBusConnection bus, std::function<void()> present)
-    : bus_(std::move(bus)), present_(std::move(present)) {
-  // A watcher may be there long before the first panel, and a panel may come with its watcher.
+StatusNotifierHosts::StatusNotifierHosts(QDBusConnection bus, std::function<void()> appeared)
+    : bus_(std::move(bus)), appeared_(std::move(appeared)) {
+  // The watcher may start long before the first panel, or together with it.
   bus_.connect(QString(), watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
-               SLOT(look()));
-  followOwner(bus_, watcherName, this, SLOT(look()));
-  look();
+               SLOT(check()));
+  followOwner(bus_, watcherName, this, SLOT(check()));
+  check();
 }
 
-void StatusNotifierHosts::look() {
+void StatusNotifierHosts::check() {
   auto message = QDBusMessage::createMethodCall(
       watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
   message.setAutoStartService(false);
@@ -35,7 +35,7 @@ void StatusNotifierHosts::look() {
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     const QDBusPendingReply<QDBusVariant> reply = *answer;
     answer->deleteLater();
-    if (reply.isValid() && reply.value().variant().toBool()) present_();
+    if (reply.isValid() && reply.value().variant().toBool()) appeared_();
   });
 }
 

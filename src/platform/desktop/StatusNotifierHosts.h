@@ -7,21 +7,21 @@
 
 namespace kestrune::desktop {
 
-// Watches a session bus for panels that show the items of programs, as `org.kde.StatusNotifierWatcher` tells
-// them. Nothing waits; all comes through Qt's event loop. Main thread.
+// Watches a session bus for panels that show status items, as reported by `org.kde.StatusNotifierWatcher`. No
+// call waits; callbacks come through Qt's event loop. Main thread.
 class StatusNotifierHosts final : public QObject {
   Q_OBJECT
 
  public:
-  // `present` is called soon if there is one now, and whenever one may have turned up later.
-  StatusNotifierHosts(QDBusConnection bus, std::function<void()> present);
+  // `appeared` is called soon if there is a panel already, and whenever one may have appeared.
+  StatusNotifierHosts(QDBusConnection bus, std::function<void()> appeared);
 
  private Q_SLOTS:
-  void look();
+  void check();
 
  private:
   QDBusConnection bus_;
-  std::function<void()> present_;
+  std::function<void()> appeared_;
 };
 
 }  // namespace kestrune::desktop

@@ -5,12 +5,6 @@
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
-namespace {
-
-constexpr const char* locationSettings =
-    "x-apple.systempreferences:com.apple.preference.security?Privacy_LocationServices";
-
-}  // namespace
 
 std::string connectionSymbol(const NetworkSnapshot& network) {
   if (network.ssid || network.interfaceName == "Wi-Fi") return "wifi";
@@ -26,7 +20,8 @@ View allowLocationButton(platform::Workspace& workspace, double symbolSize) {
                       views(symbol("location.slash"), text("Allow location for Wi-Fi name")))
                    .withFont(symbolSize)
                    .withForeground(ColorRole::orange);
-  return button(std::move(title), [&workspace] { workspace.openURL(locationSettings); });
+  return button(std::move(title),
+                [&workspace] { workspace.openSettings(platform::SettingsPanel::location); });
 }
 
 std::uint64_t wholeBytes(double bytes) {

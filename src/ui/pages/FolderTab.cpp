@@ -29,8 +29,6 @@ constexpr double nameWidth = 190;
 constexpr double totalWidth = 80;
 constexpr double barHeight = 12;
 constexpr std::size_t shownTypes = 5;
-constexpr const char* privacySettings =
-    "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
 
 // What follows the last dot, which is neither the first nor the last byte; ASCII letters in capitals.
 std::string extensionKey(std::string_view name) {
@@ -152,8 +150,9 @@ View FolderTab::sandboxed() const {
 }
 
 View FolderTab::accessCard() const {
-  auto open = button(text("Open Privacy Settings").withForeground(ColorRole::accent).padding(4),
-                     [&workspace = context_.workspace] { workspace.openURL(privacySettings); });
+  auto open = button(
+      text("Open Privacy Settings").withForeground(ColorRole::accent).padding(4),
+      [&workspace = context_.workspace] { workspace.openSettings(platform::SettingsPanel::fileAccess); });
   auto words =
       vstack(4, leading,
              views(text("Full Disk Access needed").withFont(13, FontWeight::semibold),

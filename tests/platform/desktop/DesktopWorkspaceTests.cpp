@@ -1,5 +1,4 @@
 #include <csignal>
-#include <filesystem>
 
 #include <QCoreApplication>
 #include <gmock/gmock.h>
@@ -7,51 +6,36 @@
 
 #include "PrivateBus.h"
 #include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/OpeningCommand.h"
+#include "platform/desktop/SettingsCommand.h"
 
 namespace kestrune::desktop {
 namespace {
 
+using platform::SettingsPanel;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
-const std::string notifications = "x-apple.systempreferences:com.apple.preference.notifications";
-const std::string security = "x-apple.systempreferences:com.apple.preference.security";
-
-TEST(OpeningCommandTest, settingsLeadToThePanelOfTheDesktop) {
+TEST(SettingsCommandTest, findsThePanelOfTheDesktop) {
   struct Case {
     std::string desktops;
-    std::string url;
-    CommandLine best;  // empty: nothing
+    SettingsPanel panel;
+    CommandLine best;  // empty: none
   };
-  const std::string location = security + "?Privacy_LocationServices";
-  const std::string files = security + "?Privacy_AllFiles";
-  for (const auto& [desktops, url, best] : {
-           Case{"ubuntu:GNOME", notifications, {"gnome-control-center", "notifications"}},
-           Case{"GNOME", location, {"gnome-control-center", "location"}},
-           Case{"KDE", location, {}},
-           Case{"XFCE", files, {}},
-           Case{"", notifications, {}},
-           Case{"NOTGNOME:", notifications, {}},
-           Case{"GNOME", security, {}},
-           Case{"GNOME", "x-apple.systempreferences:", {}},
+  for (const auto& [desktops, panel, best] : {
+           Case{"ubuntu:GNOME", SettingsPanel::notifications, {"gnome-control-center", "notifications"}},
+           Case{"GNOME", SettingsPanel::location, {"gnome-control-center", "location"}},
+           Case{"KDE", SettingsPanel::fileAccess, {"systemsettings", "kcm_flatpak"}},
+           Case{"MATE", SettingsPanel::notifications, {"mate-notification-properties"}},
+           Case{"KDE", SettingsPanel::location, {}},
+           Case{"", SettingsPanel::notifications, {}},
+           Case{"NOTGNOME:", SettingsPanel::notifications, {}},
        }) {
-    const auto commands = openingCommands(desktops, url);
-    EXPECT_EQ(commands.empty() ? CommandLine() : commands.front(), best) << desktops << ' ' << url;
+    const auto commands = settingsCommands(desktops, panel);
+    EXPECT_EQ(commands.empty() ? CommandLine() : commands.front(), best) << desktops;
   }
 }
 
-TEST(OpeningCommandTest, otherAddressesGoToWhateverOpensThem) {
-  for (const std::string url : {"https://example.org/?a=b", "file:///home/a%20b", "mailto:a@b.c"}) {
-    EXPECT_EQ(openingCommands("KDE", url).front(), (CommandLine{"xdg-open", url}));
-  }
-  for (const char* noAddress : {"", ":", "--help", "/etc/passwd", "-x:y", "a b:c", "://"}) {
-    EXPECT_THAT(openingCommands("KDE", noAddress), IsEmpty()) << noAddress;
-  }
-}
-
-// Programs of the tests' own stand for those of the desktop.
+// The test's own programs stand in for those of the desktop.
 class DesktopWorkspaceTest : public testing::Test {
  protected:
   DesktopWorkspaceTest() {
@@ -63,10 +47,10 @@ class DesktopWorkspaceTest : public testing::Test {
     qunsetenv("XDG_CURRENT_DESKTOP");
   }
 
-  // Notes its name, its arguments, the signals that are blocked in it and its standard input.
+  // Installs a program that writes down its name, arguments, blocked signals and standard input.
   void install(const std::string& name) {
     const std::string part = folder / "note.part";
-    // The shell changes what is blocked as soon as it starts another program.
+    // With a shell builtin, since the shell changes its blocked signals when it starts a program.
     folder.write(name,
                  "#!/bin/sh\n{ echo \"${0##*/}\"; printf '<%s>' \"$@\"; echo\n"
                  "while read -r key value; do [ $key = SigBlk: ] && echo $value; done </proc/$$/status\n"
@@ -88,20 +72,20 @@ class DesktopWorkspaceTest : public testing::Test {
   DesktopWorkspace workspace;
 };
 
-TEST_F(DesktopWorkspaceTest, startsTheFirstProgramThatIsInstalledAndLetsItGo) {
+TEST_F(DesktopWorkspaceTest, startsTheFirstInstalledProgramDetached) {
   install("kcmshell5");
   sigset_t termination{};
   sigset_t before{};
   sigemptyset(&termination);
   sigaddset(&termination, SIGTERM);
   sigprocmask(SIG_BLOCK, &termination, &before);
-  workspace.openURL(notifications);
+  workspace.openSettings(SettingsPanel::notifications);
   sigprocmask(SIG_SETMASK, &before, nullptr);
   EXPECT_THAT(noteLines(), ElementsAre("kcmshell5", "<kcm_notifications>", "0000000000000000", "/dev/null"));
-  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "it is no child of ours, so it leaves no remains";
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child of ours, so no zombie";
 }
 
-TEST_F(DesktopWorkspaceTest, aFolderIsOpenedWithoutAFileManagerToAsk) {
+TEST_F(DesktopWorkspaceTest, opensFoldersWithoutAFileManager) {
   install("xdg-open");
   workspace.reveal(platform::FileLocation("/home/a b/file"));
   EXPECT_THAT(noteLines(), Contains("<file:///home/a%20b>"));

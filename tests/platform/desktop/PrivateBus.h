@@ -1,88 +1,75 @@
 #pragma once
 
-#include <chrono>
-#include <functional>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
-#include <thread>
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <gtest/gtest.h>
 
-#include "platform/desktop/DBusNotifications.h"
-#include "platform/linux/audio/ChildProcess.h"
+#include "support/ChildProcess.h"
+#include "support/Eventually.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::test {
 
-// Runs Qt's event loop until it is so. False: it never was.
-template <typename Condition>
-bool until(Condition condition, std::chrono::milliseconds patience = std::chrono::seconds(20)) {
-  const auto deadline = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    QCoreApplication::processEvents();
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  return true;
+// Runs Qt's event loop until the condition holds. False: it never did.
+template <class Condition>
+bool until(Condition condition, std::chrono::milliseconds timeout = std::chrono::seconds(20)) {
+  return eventually(condition, timeout, [] { QCoreApplication::processEvents(); });
 }
 
-// A bus that nobody else uses. It starts no services but those that a test adds. Programs that are started
-// while it lives find it in their environment.
+// A bus that nobody else uses, set in the environment. It activates no services but those that a test adds.
 class PrivateBus {
  public:
-  PrivateBus();
-  ~PrivateBus();
+  PrivateBus() {
+    const std::string address = "unix:path=" + folder / "bus";
+    folder.write("bus.conf", "<busconfig><type>session</type><listen>" + address + "</listen><servicedir>" +
+                                 folder / "services" +
+                                 "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
+                                 "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+    std::filesystem::create_directory(folder / "services");
+    daemon_.emplace("dbus-daemon --nofork --nopidfile --print-address=2 --config-file=" + folder / "bus.conf",
+                    folder / "bus.log");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(address));
+    EXPECT_TRUE(until([this] { return folder.read("bus.log").starts_with("unix:"); }));
+  }
+  ~PrivateBus() {
+    for (const auto& name : connections_) QDBusConnection::disconnectFromBus(name);
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  }
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
 
-  // The bus will start the command where someone asks for the notification service.
-  void makeActivatable(const std::string& command) const;
+  // The connection of that name, opened at the first call.
+  QDBusConnection connect(const QString& name) {
+    connections_.insert(name);
+    auto connection = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), name);
+    EXPECT_TRUE(connection.isConnected()) << connection.lastError().message().toStdString();
+    return connection;
+  }
 
-  // A connection of its own for each name.
-  QDBusConnection connect(const std::string& name);
+  // Makes the bus start the command when the notification service is called.
+  void makeActivatable(const std::string& command) {
+    folder.write("services/notifications.service",
+                 "[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=" + command + "\n");
+    // The bus notices new files by itself, but at no defined time.
+    connect("test").interface()->call(QStringLiteral("ReloadConfig"));
+  }
 
-  // Whether anyone has the notification service's name.
-  bool hasService() const;
+  // Whether any connection has the notification service's name.
+  bool hasService() {
+    return connect("test").interface()->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));
+  }
 
-  std::string path(const std::string& name) const { return folder_ / name; }
+  TemporaryFolder folder;
 
  private:
-  TemporaryFolder folder_;
   std::optional<ChildProcess> daemon_;
-  std::vector<std::string> connections_;
+  std::set<QString> connections_;
 };
-
-// Delivers, and keeps what comes of it.
-class Delivery {
- public:
-  Delivery(desktop::DBusNotifications& notifications, const platform::UserNotification& notification) {
-    notifications.deliver(notification, [outcome = outcome_](std::optional<std::string> error) {
-      ++outcome->reports;
-      outcome->error = std::move(error);
-    });
-  }
-
-  bool isOver() const { return outcome_->reports > 0; }
-  int reports() const { return outcome_->reports; }
-  const std::optional<std::string>& error() const { return outcome_->error; }
-  // Waits for the outcome; true if it was shown.
-  bool succeeds() const {
-    return until([this] { return isOver(); }) && !error();
-  }
-  bool fails() const {
-    return until([this] { return isOver(); }) && error() && !error()->empty();
-  }
-
- private:
-  struct Outcome {
-    int reports = 0;
-    std::optional<std::string> error;
-  };
-  std::shared_ptr<Outcome> outcome_ = std::make_shared<Outcome>();
-};
-
-// The answer, or absent if none comes.
-std::optional<platform::NotificationAuthorization> authorization(desktop::DBusNotifications& notifications);
 
 }  // namespace kestrune::test

@@ -1,19 +1,18 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <string>
+#include <utility>
 #include <vector>
 
-#include <QDBusConnection>
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QStringList>
-#include <QVariantMap>
+
+#include "PrivateBus.h"
 
 namespace kestrune::test {
 
-// A notification service that does what a test tells it, and notes what it is asked for.
+// A notification service that a test controls; it records what it is asked for.
 class ScriptedDaemon final : public QDBusVirtualObject {
  public:
   struct Notify {
@@ -23,22 +22,51 @@ class ScriptedDaemon final : public QDBusVirtualObject {
     QVariantMap hints;
   };
 
-  // Takes the name, from another one too.
-  explicit ScriptedDaemon(QDBusConnection bus, std::uint32_t firstId = 1);
+  // Takes the name, from another service too.
+  ScriptedDaemon(QDBusConnection bus, std::uint32_t firstId) : bus_(std::move(bus)), nextId_(firstId) {
+    EXPECT_TRUE(bus_.registerVirtualObject(path, this));
+    EXPECT_TRUE(bus_.interface()->registerService(name, QDBusConnectionInterface::ReplaceExistingService,
+                                                  QDBusConnectionInterface::AllowReplacement));
+  }
 
   QStringList capabilities;
   std::vector<Notify> calls;
-  QStringList unanswered;  // methods whose calls are noted but not answered
+  QStringList unanswered;  // methods whose calls are recorded but not answered
 
   // Answers all calls that were not answered.
-  void answer();
-  void close(std::uint32_t id);
+  void answer() {
+    for (const auto& reply : std::exchange(answers_, {})) reply();
+  }
+  void close(std::uint32_t id) {
+    bus_.send(QDBusMessage::createSignal(path, name, QStringLiteral("NotificationClosed")) << id << 2U);
+  }
 
   QString introspect(const QString&) const override { return {}; }
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
+    const bool isNotify = message.member() == QStringLiteral("Notify");
+    if (!isNotify && message.member() != QStringLiteral("GetCapabilities")) return false;
+    if (isNotify) record(message);
+    const std::uint32_t replaced = isNotify ? calls.back().replaced : 0;
+    answers_.emplace_back([=, this] {
+      bus_.send(isNotify ? message.createReply(replaced != 0 ? replaced : nextId_++)
+                         : message.createReply(capabilities));
+    });
+    if (!unanswered.contains(message.member())) answer();
+    return true;
+  }
 
  private:
-  void note(const QDBusMessage& message);
+  inline static const auto name = QStringLiteral("org.freedesktop.Notifications");
+  inline static const auto path = QStringLiteral("/org/freedesktop/Notifications");
+
+  void record(const QDBusMessage& message) {
+    EXPECT_EQ(message.signature().toStdString(), "susssasa{sv}i");
+    const auto arguments = message.arguments();
+    calls.push_back({.replaced = arguments.at(1).toUInt(),
+                     .summary = arguments.at(3).toString().toStdString(),
+                     .body = arguments.at(4).toString().toStdString(),
+                     .hints = qdbus_cast<QVariantMap>(arguments.at(6))});
+  }
 
   QDBusConnection bus_;
   std::uint32_t nextId_;

@@ -84,8 +84,7 @@ TEST_F(SettingsTabTest, alertRowsFollowTheirSwitchesAndThePermission) {
   update(tab);
   EXPECT_THAT(tab.texts(), Not(Contains("CPU high usage")));
   tab.press("Open System Settings");
-  EXPECT_THAT(computer.workspace.opened,
-              ElementsAre("x-apple.systempreferences:com.apple.preference.notifications"));
+  EXPECT_THAT(computer.workspace.panels, ElementsAre(platform::SettingsPanel::notifications));
 
   computer.notifications.status = NotificationAuthorization::notDetermined;
   computer.notifications.statusAfterRequest = NotificationAuthorization::authorized;

@@ -27,7 +27,7 @@ bool removeSuffix(std::string_view& text, std::string_view suffix) {
   return true;
 }
 
-// The service manager writes bytes that mean something to it as \x and two digits.
+// systemd escapes its special characters in unit names as \x and two digits.
 std::string unescapedUnit(std::string_view name) {
   std::string result;
   while (!name.empty()) {
@@ -50,7 +50,7 @@ AppUnit::Kind launchKind(const std::vector<std::string_view>& names) {
   return names.size() > 1 && names.front() == "flatpak" ? AppUnit::Kind::flatpak : AppUnit::Kind::launched;
 }
 
-// "app-LAUNCHER-ID-RANDOM.scope" or "app-LAUNCHER-ID@RANDOM.service", the launcher being optional.
+// "app-LAUNCHER-ID-RANDOM.scope" or "app-LAUNCHER-ID@RANDOM.service"; the launcher is optional.
 std::optional<AppUnit> launchedUnit(std::string_view name) {
   constexpr std::string_view prefix = "app-";
   if (!name.starts_with(prefix)) return std::nullopt;
@@ -86,7 +86,7 @@ std::optional<AppUnit> activatedUnit(std::string_view name) {
   return names.size() == 3 ? unit(names[2], AppUnit::Kind::activated) : std::nullopt;
 }
 
-// The unit that the process is in; one may contain control groups of its own making.
+// The innermost unit on the path; units may have control groups of their own below them.
 std::optional<AppUnit> unitOf(std::string_view path) {
   const auto names = parts(path, '/');
   for (const std::string_view name : std::views::reverse(names)) {
@@ -106,7 +106,7 @@ std::optional<AppUnit> parseAppCgroup(std::string_view text) {
     const auto nameStart = line.find(':');
     if (nameStart == std::string_view::npos) continue;
     const std::string_view rest = line.substr(nameStart + 1);
-    // The service manager's own hierarchy: the only one, or an older one beside others.
+    // systemd's hierarchy: the unified one (cgroup v2), or its own among several (v1).
     for (const std::string_view hierarchy : {":", "name=systemd:"}) {
       if (!rest.starts_with(hierarchy)) continue;
       if (auto found = unitOf(rest.substr(hierarchy.size()))) return found;

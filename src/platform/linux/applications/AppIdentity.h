@@ -6,13 +6,13 @@
 
 namespace kestrune::platform {
 
-// The application that a process was started for, as its control group names it.
+// The application that a process was started for, as named by its control group.
 struct AppUnit {
   enum class Kind {
-    launched,   // by a desktop, as the desktop file of that id
+    launched,   // by a desktop, from the desktop file with that id
     flatpak,    // in the sandbox of that application
-    snap,       // as the desktop file of that id, which may not exist
-    activated,  // over the bus, by that name, which may be no application's
+    snap,       // `id` is the desktop file that the application has, if any
+    activated,  // by the bus; `id` is a bus name and need not be an application's
   };
   std::string id;
   Kind kind = Kind::launched;
@@ -20,10 +20,10 @@ struct AppUnit {
   bool operator==(const AppUnit&) const = default;
 };
 
-// Out of /proc/PID/cgroup. Absent: the process was started otherwise, or the text is garbled.
+// Parses /proc/PID/cgroup. Absent: the process was started in another way, or the text is malformed.
 std::optional<AppUnit> parseAppCgroup(std::string_view text);
 
-// The application's id out of the file that marks a Flatpak sandbox; empty: it has none.
+// The application's id in the file .flatpak-info of a sandbox. Empty: there is none.
 std::string parseFlatpakId(std::string_view text);
 
 }  // namespace kestrune::platform

@@ -9,7 +9,7 @@
 namespace kestrune::platform {
 namespace {
 
-// What an escape's letter stands for; 0: it is no escape.
+// The character for the letter of an escape sequence; 0: not an escape sequence.
 char escaped(char letter) {
   switch (letter) {
     case 's':
@@ -45,7 +45,7 @@ bool hasItem(std::string_view list, std::string_view item) {
   return false;
 }
 
-// Takes the lines of the group in; of a key that comes twice the last counts.
+// Collects the lines of the group. If a key is repeated, the last one counts.
 class Reader {
  public:
   explicit Reader(const std::vector<std::string>& localeNames)
@@ -74,7 +74,7 @@ class Reader {
   }
 
   std::optional<DesktopEntry> entry() {
-    // A hidden one often consists of that line alone.
+    // A hidden entry often consists of nothing but that line.
     if (!isApplication_ && !entry_.isHidden) return std::nullopt;
     return std::move(entry_);
   }
@@ -100,17 +100,17 @@ class Reader {
   DesktopEntry entry_;
 };
 
-// Splits a command where no quotes are around a blank.
+// Splits a command at blanks outside quotes.
 class ExecScanner {
  public:
   explicit ExecScanner(std::string_view exec) : rest_(exec) {}
 
-  // Absent: nothing is left.
+  // The next argument. Absent: there are no more.
   std::optional<std::string> argument() {
     rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\n"), rest_.size()));
     if (rest_.empty()) return std::nullopt;
     std::string result;
-    while (!rest_.empty() && !isBroken_) {
+    while (!rest_.empty() && !isMalformed_) {
       const char next = take();
       if (next == ' ' || next == '\t' || next == '\n') break;
       if (next == '"') {
@@ -121,7 +121,7 @@ class ExecScanner {
     }
     return result;
   }
-  bool isBroken() const { return isBroken_; }
+  bool isMalformed() const { return isMalformed_; }
 
  private:
   char take() {
@@ -135,11 +135,11 @@ class ExecScanner {
       if (next == '"') return;
       result += next == '\\' && !rest_.empty() ? take() : next;
     }
-    isBroken_ = true;
+    isMalformed_ = true;
   }
 
   std::string_view rest_;
-  bool isBroken_ = false;
+  bool isMalformed_ = false;
 };
 
 bool isPlaceholder(std::string_view argument) {
@@ -179,7 +179,7 @@ std::vector<std::string> execArguments(std::string_view exec) {
   std::vector<std::string> arguments;
   ExecScanner scanner(exec);
   while (const auto argument = scanner.argument()) {
-    if (scanner.isBroken()) return {};
+    if (scanner.isMalformed()) return {};
     if (!isPlaceholder(*argument)) arguments.push_back(withSinglePercents(*argument));
   }
   return arguments;

@@ -7,31 +7,30 @@
 
 namespace kestrune::platform {
 
-// What a desktop file says of an application. Texts are bytes, with the file's escapes resolved; empty: not
-// said.
+// The contents of an application's desktop file. Strings are bytes with the file's escapes resolved; empty if
+// the key is missing.
 struct DesktopEntry {
-  std::string name;  // in the language asked for, where there is one
+  std::string name;  // in the best of the languages asked for, else untranslated
   std::string icon;  // a name in the icon theme, or a path
   std::string exec;  // the command, still quoted
   std::string tryExec;
-  bool isHidden = false;     // as if the file weren't there
-  bool isNoDisplay = false;  // an application, but in no menu
-  bool isTerminal = false;   // one in which other programs run
-  bool startsWithSession =
-      true;  // in a folder for such entries, unless a desktop's tools have switched it off
+  bool isHidden = false;     // to be treated as if the file didn't exist
+  bool isNoDisplay = false;  // not listed in menus
+  bool isTerminal = false;   // a terminal emulator, which runs other programs
+  // False where a desktop's tools have switched off an autostart entry.
+  bool startsWithSession = true;
 };
 
-// `localeNames`: the names of languages to look for, the best first. Absent: the text describes no
-// application.
+// `localeNames`: the languages to look for, best first. Absent: the text doesn't describe an application.
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
                                               const std::vector<std::string>& localeNames);
 
-// The program and its arguments out of a command, without the placeholders for files and the like. None where
-// the quoting is broken.
+// Splits a command into the program and its arguments, without placeholders such as %U. Empty if the quoting
+// is malformed.
 std::vector<std::string> execArguments(std::string_view exec);
 
-// The names that desktop files may use for a locale, the best first: of "es_MX.UTF-8" they are "es_MX" and
-// "es". None for the languageless locales "C" and "POSIX".
+// The names that desktop files may use for a locale, best first: "es_MX" and "es" for "es_MX.UTF-8". Empty
+// for "C" and "POSIX", which have no language.
 std::vector<std::string> localeNames(std::string_view locale);
 
 }  // namespace kestrune::platform

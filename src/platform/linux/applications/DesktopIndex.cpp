@@ -17,17 +17,17 @@ namespace {
 
 constexpr std::string_view desktopSuffix = ".desktop";
 constexpr std::size_t desktopFileLimit = std::size_t{256} << 10U;
-// Deeper ones are a folder that contains itself.
-constexpr std::size_t deepestFolder = 8;
-// File systems tell times that coarsely.
+// Deeper nesting means that a link leads back up.
+constexpr std::size_t maxDepth = 8;
+// The coarsest timestamps of common file systems.
 constexpr std::chrono::seconds timeGranularity(2);
 
 std::string_view folderOf(std::string_view path) {
   return path.substr(0, path.rfind('/'));
 }
 
-// Whether programs in that folder belong together: packages put those that don't into common ones.
-bool isFolderOfItsOwn(std::string_view folder) {
+// Whether the folder belongs to one application, judged by where packages put such folders.
+bool isApplicationFolder(std::string_view folder) {
   constexpr auto parents =
       std::to_array<std::string_view>({"/usr/lib/", "/usr/lib64/", "/usr/libexec/", "/usr/share/",
                                        "/usr/local/lib/", "/usr/local/share/", "/opt/"});
@@ -51,7 +51,7 @@ void DesktopIndex::refresh() {
   for (const std::string& directory : places_.dataDirectories) {
     readFolder(below(places_.root, directory.substr(1)) + "/applications", "");
   }
-  // A later change might bear the same time as one just seen.
+  // A later change might get the same timestamp as one just seen.
   isSettled_ = std::ranges::none_of(folders_, [&](const Folder& folder) {
     return std::chrono::abs(std::chrono::floor<std::chrono::seconds>(folder.changed) - start) <=
            timeGranularity;
@@ -66,7 +66,7 @@ bool DesktopIndex::isCurrent() const {
 
 void DesktopIndex::readFolder(const std::string& path, const std::string& idPrefix) {
   folders_.push_back({path, changeTime(path)});
-  const bool isTooDeep = std::ranges::count(idPrefix, '-') >= static_cast<std::ptrdiff_t>(deepestFolder);
+  const bool isTooDeep = std::ranges::count(idPrefix, '-') >= static_cast<std::ptrdiff_t>(maxDepth);
   for (const std::string& name : entryNames(path)) {
     const std::string entry = below(path, name);
     if (name.ends_with(desktopSuffix)) {
@@ -94,11 +94,11 @@ void DesktopIndex::addFile(const std::string& path, const std::string& id) {
                        .icon = entry->icon,
                        .isTerminal = entry->isTerminal};
   application.isNoDisplay = entry->isNoDisplay;
-  enter(application, *entry);
+  addPlaces(application, *entry);
 }
 
-// Makes it known under the program that its command starts.
-void DesktopIndex::enter(Application& application, const DesktopEntry& entry) {
+// Adds the application under the program that its command starts.
+void DesktopIndex::addPlaces(Application& application, const DesktopEntry& entry) {
   std::vector<std::string> arguments = execArguments(entry.exec);
   std::string_view program = programIn(arguments);
   if (program.empty()) {
@@ -108,16 +108,16 @@ void DesktopIndex::enter(Application& application, const DesktopEntry& entry) {
   application.arguments = arguments.size();
   const std::string path = resolved(program);
   const std::string_view fileName = baseName(program);
-  // A link may lead to an interpreter, or to what starts all of its kind.
+  // A link may lead to an interpreter, or to a launcher shared by many applications.
   if (path.empty() || programIn(std::array{path}).empty()) return;
   put(byPath_, path, application);
   const bool isCommon = program == fileName || isProgramDirectory(folderOf(program));
   if (isCommon) put(byFileName_, std::string(fileName), application);
-  if (isFolderOfItsOwn(folderOf(path))) put(byFolder_, std::string(folderOf(path)), application);
+  if (isApplicationFolder(folderOf(path))) put(byFolder_, std::string(folderOf(path)), application);
 }
 
-// Of several applications that start one program the one counts that is the program itself rather than
-// something to do with it.
+// If several applications start the same program, the one that is most likely the program itself wins: listed
+// in menus and with the fewest arguments.
 void DesktopIndex::put(Places& places, const std::string& key, const Application& application) {
   const auto rank = [](const Application& it) {
     return std::tuple(it.isNoDisplay, it.arguments, std::string_view(it.shown.id));
@@ -145,7 +145,8 @@ const IndexedApplication* DesktopIndex::byProgram(const std::string& path, bool 
   return found(byFolder_, folderOf(path));
 }
 
-// The path behind a command's name or path, without links and without the root; empty: there is no such file.
+// The file that a command's name or path leads to, with links resolved and without the root. Empty: there is
+// no such file.
 std::string DesktopIndex::resolved(std::string_view program) const {
   std::vector<std::string> candidates;
   if (program.starts_with('/')) {

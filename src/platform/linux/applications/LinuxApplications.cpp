@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t smallFileLimit = std::size_t{64} << 10U;
 
-// The absolute paths among those that colons separate.
+// Appends the absolute paths of a list separated by colons, without duplicates.
 void appendPaths(std::vector<std::string>& paths, std::string_view list) {
   while (!list.empty()) {
     std::string path(takePart(list, ':'));
@@ -36,7 +36,7 @@ std::vector<std::string> dataDirectories(ProcessEnvironment& environment) {
   appendPaths(directories, dataDirectory(environment));
   const std::string dirs = environment.variable("XDG_DATA_DIRS").value_or("");
   appendPaths(directories, dirs.empty() ? "/usr/local/share:/usr/share" : dirs);
-  // Sessions that were not told of them lack these.
+  // Not every session has these in XDG_DATA_DIRS.
   if (!home.empty()) appendPaths(directories, home + "/.local/share/flatpak/exports/share");
   appendPaths(directories, "/var/lib/flatpak/exports/share:/var/lib/snapd/desktop");
   return directories;
@@ -55,7 +55,7 @@ RunningApplication shown(const IndexedApplication& application) {
           .iconName = application.icon.empty() ? std::nullopt : std::optional(application.icon)};
 }
 
-RunningApplication unexplained(std::string id) {
+RunningApplication withoutDesktopFile(std::string id) {
   return {.bundleIdentifier = std::move(id), .localizedName = {}, .iconName = {}};
 }
 
@@ -87,17 +87,17 @@ std::optional<RunningApplication> LinuxApplications::runningApplication(std::int
   const auto unit = parseAppCgroup(*cgroup);
   const IndexedApplication* const launched = unit ? index_.byId(unit->id) : nullptr;
   if (launched != nullptr && !launched->isTerminal) return shown(*launched);
-  if (unit && unit->kind == AppUnit::Kind::flatpak) return unexplained(unit->id);
+  if (unit && unit->kind == AppUnit::Kind::flatpak) return withoutDesktopFile(unit->id);
 
   const auto sandbox = readFile(processFile(root_, pid, "root/.flatpak-info"), smallFileLimit);
   if (std::string id = sandbox ? parseFlatpakId(*sandbox) : std::string(); !id.empty()) {
     const IndexedApplication* const application = index_.byId(id);
-    return application != nullptr ? shown(*application) : unexplained(std::move(id));
+    return application != nullptr ? shown(*application) : withoutDesktopFile(std::move(id));
   }
 
   if (const IndexedApplication* const application = byProgram(pid)) return shown(*application);
   const bool isCertain = unit && unit->kind == AppUnit::Kind::launched && launched == nullptr;
-  return isCertain ? std::optional(unexplained(unit->id)) : std::nullopt;
+  return isCertain ? std::optional(withoutDesktopFile(unit->id)) : std::nullopt;
 }
 
 const IndexedApplication* LinuxApplications::byProgram(std::int32_t pid) const {
@@ -106,7 +106,7 @@ const IndexedApplication* LinuxApplications::byProgram(std::int32_t pid) const {
   if (!isInterpreter(baseName(executable))) return index_.byProgram(executable, false);
   std::vector<std::string> arguments = argumentsOf(root_, pid);
   if (arguments.empty()) return nullptr;
-  // A program may call itself as it likes; what runs it is known.
+  // A process may set argv[0] to anything; the executable is reliable.
   arguments.front() = executable;
   const std::string script(programIn(arguments));
   return script.starts_with('/') ? index_.byProgram(script, true) : nullptr;

@@ -10,13 +10,13 @@
 
 namespace kestrune::platform {
 
-// The places that the user's environment names, or those that it leaves to convention.
+// The places named by the user's environment, with the conventional defaults for what it leaves out.
 ApplicationPlaces applicationPlaces(ProcessEnvironment& environment);
 
-// Applications are those with a desktop file, and the file's id is the bundle identifier. A process belongs
-// to the one that the desktop started it for (which its control group tells), else to that of its Flatpak
-// sandbox, else to the one whose command starts the program that it runs. What runs in a terminal doesn't
-// belong to the terminal. An application is installed where its desktop file is.
+// An application is what has a desktop file, and the file's id is the bundle identifier. A process belongs to
+// the application that the desktop started it for (as reported by its control group), else to that of its
+// Flatpak sandbox, else to the application whose command starts the program that it runs. Programs running in
+// a terminal don't belong to the terminal. An application is installed where its desktop file is.
 class LinuxApplications final : public Applications {
  public:
   LinuxApplications();

@@ -16,7 +16,7 @@ std::vector<std::string> userLanguages(ProcessEnvironment& environment) {
   }
   std::vector<std::string> names = localeNames(locale);
   if (names.empty()) return names;
-  // Further languages that the user reads, before that of the locale.
+  // LANGUAGE lists languages that come before that of the locale.
   std::vector<std::string> all;
   const std::string languages = environment.variable("LANGUAGE").value_or("");
   for (std::string_view rest = languages; !rest.empty();) {

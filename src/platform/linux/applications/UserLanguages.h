@@ -7,8 +7,8 @@
 
 namespace kestrune::platform {
 
-// The names of the languages that the user reads, the best first, each with its more general ones: "es_MX",
-// "es". As the environment says; none where it names none.
+// The user's languages from the environment, best first, each followed by its more general names: "es_MX",
+// "es". Empty if the environment names none.
 std::vector<std::string> userLanguages(ProcessEnvironment& environment);
 
 }  // namespace kestrune::platform

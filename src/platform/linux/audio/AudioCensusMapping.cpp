@@ -14,16 +14,16 @@ namespace {
 
 enum class Direction : std::uint32_t { output = 0, input = 1 };
 
-// Sinks and sources are numbered each on their own.
+// Sinks and sources are numbered separately.
 std::uint32_t deviceId(std::uint32_t index, Direction direction) {
   return ((index << 1U) | static_cast<std::uint32_t>(direction)) + 1;
 }
 
-// No id can be made of an index beyond; no server gets there.
-constexpr std::uint32_t lastIndex = 0x7FFFFFFE;
+// The largest index that fits into an id; no server gets there.
+constexpr std::uint32_t maxIndex = 0x7FFFFFFE;
 
 bool isListed(const PulseDevice& device) {
-  return !device.isMonitor && device.index <= lastIndex;
+  return !device.isMonitor && device.index <= maxIndex;
 }
 
 AudioScope scopeOf(const PulseDevice& device) {
@@ -58,7 +58,7 @@ struct Running {
   bool output = false;
 };
 
-// By the client's index.
+// By client index.
 std::unordered_map<std::uint32_t, Running> runningClients(const PulseFacts& facts) {
   std::unordered_map<std::uint32_t, Running> running;
   for (const PulseStream& stream : facts.playing) {
@@ -85,7 +85,7 @@ bool mentions(std::string_view text, std::string_view word) {
   return !std::ranges::search(text, word, {}, lowerCase).empty();
 }
 
-// Drivers that can't tell the two apart say "HDMI / DisplayPort", which counts as the former.
+// Drivers that can't distinguish the two report "HDMI / DisplayPort", which counts as HDMI.
 std::optional<AudioTransport> displayTransport(const PulseDevice& device) {
   const auto isMentioned = [&](std::string_view word) {
     return mentions(device.portName, word) || mentions(device.portDescription, word) ||
@@ -96,7 +96,7 @@ std::optional<AudioTransport> displayTransport(const PulseDevice& device) {
   return device.isPortHdmi ? std::optional(AudioTransport::hdmi) : std::nullopt;
 }
 
-// Names of hardware begin with the way to it: "alsa_output.usb-Maker_Model-00.analog-stereo".
+// Names of hardware devices begin with their bus: "alsa_output.usb-Maker_Model-00.analog-stereo".
 bool isOnBus(const PulseDevice& device, std::string_view bus) {
   if (!device.bus.empty()) return device.bus == bus;
   const std::string_view name = device.name;

@@ -10,18 +10,18 @@
 
 namespace kestrune::platform {
 
-// The sound server of the user's session, PulseAudio or PipeWire. The connection stays from census to census;
-// a census makes it anew where it broke. A census takes at most `patience`, connecting included.
+// The sound server of the user's session, PulseAudio or PipeWire. The connection is kept from census to
+// census and reopened if it broke. A census takes at most `timeout`, connecting included.
 class LinuxAudioService final : public AudioService {
  public:
-  // `root`: where proc/ is.
+  // `root`: the folder that contains proc/.
   explicit LinuxAudioService(std::string root = "/",
-                             std::chrono::milliseconds patience = std::chrono::seconds(2));
+                             std::chrono::milliseconds timeout = std::chrono::seconds(2));
 
   AudioCensus census() override;
 
  private:
-  std::chrono::milliseconds patience_;
+  std::chrono::milliseconds timeout_;
   PulseConnection connection_;
   PulseClientPids pids_;
   std::uint64_t lastConnection_ = 0;

@@ -14,37 +14,37 @@ namespace kestrune::platform {
 PulseClientPids::PulseClientPids(std::string root) : root_(std::move(root)) {}
 
 std::int32_t PulseClientPids::pid(const PulseClient& client) {
-  // A pid that the kernel vouches for, unless it is that of a server between.
-  if (client.peerPid > 0 && !client.hasForeignPeer) return client.peerPid;
+  // The kernel vouches for the peer's pid; but the peer may be a server in between.
+  if (client.peerPid > 0 && !client.isPeerProxy) return client.peerPid;
   if (client.claimedPid < 1 || client.isOnOtherMachine) return 0;
 
   const auto [entry, isNew] = known_.try_emplace(client.index);
   Known& known = entry->second;
   if (isNew || known.claimedPid != client.claimedPid || known.claimedBinary != client.claimedBinary) {
-    known = {client.claimedPid, client.claimedBinary, findOut(client)};
+    known = {client.claimedPid, client.claimedBinary, resolve(client)};
   }
   return known.pid;
 }
 
-void PulseClientPids::keepOnly(const std::vector<PulseClient>& clients) {
+void PulseClientPids::retain(const std::vector<PulseClient>& clients) {
   std::unordered_set<std::uint32_t> indexes;
   for (const PulseClient& client : clients) indexes.insert(client.index);
   std::erase_if(known_, [&](const auto& entry) { return !indexes.contains(entry.first); });
 }
 
-std::int32_t PulseClientPids::findOut(const PulseClient& client) const {
+std::int32_t PulseClientPids::resolve(const PulseClient& client) const {
   const std::string binary(withoutDeleted(client.claimedBinary));
   if (runs(client.claimedPid, binary)) return client.claimedPid;
   return binary.empty() ? 0 : findInSandbox(client.claimedPid, binary);
 }
 
-// Whether a process of that pid may be a program of that name; an empty name says nothing.
+// Whether the process may be a program of that name; an empty name matches any.
 bool PulseClientPids::runs(std::int32_t pid, const std::string& binary) const {
   const auto text = readFile(processFile(root_, pid, "stat"));
   const auto stat = text ? parsePidStat(*text) : std::nullopt;
   if (!stat || stat->isKernelThread) return false;
   if (binary.empty() || baseName(executableOf(root_, pid)) == binary) return true;
-  // The executable may be hidden; the name is not, but the kernel cuts it off.
+  // The executable may be hidden. The process name is not, but the kernel truncates it.
   return mayBeTruncated(stat->name) ? binary.starts_with(stat->name) : binary == stat->name;
 }
 

@@ -10,19 +10,19 @@
 
 namespace kestrune::platform {
 
-// Which process below proc/ of `root` a sound server's client is. A program says its own pid, which in a
-// sandbox is that of the sandbox and belongs to some other process outside; so a claim is believed where a
-// process of that pid runs the executable that the client named, and else the process is looked for which has
-// that pid inside a sandbox. What was found is kept as long as the client is there. One thread at a time.
+// Maps a sound server's clients to processes below proc/ of `root`. A program reports its own pid, which in a
+// sandbox is the pid inside and belongs to another process outside. So a claimed pid is believed only if that
+// process runs the executable that the client named; otherwise the process with that pid inside a sandbox is
+// looked for. Results are kept as long as the client exists. One thread at a time.
 class PulseClientPids {
  public:
   explicit PulseClientPids(std::string root = "/");
 
-  // 0: not known. Indexes are those of one connection to the server.
+  // 0: unknown. Client indexes are only valid for one connection to the server.
   std::int32_t pid(const PulseClient& client);
-  // Forgets all clients but those.
-  void keepOnly(const std::vector<PulseClient>& clients);
-  void forgetAll() { known_.clear(); }
+  // Forgets all clients but these.
+  void retain(const std::vector<PulseClient>& clients);
+  void clear() { known_.clear(); }
 
  private:
   struct Known {
@@ -31,16 +31,16 @@ class PulseClientPids {
     std::int32_t pid = 0;
   };
 
-  std::int32_t findOut(const PulseClient& client) const;
+  std::int32_t resolve(const PulseClient& client) const;
   bool runs(std::int32_t pid, const std::string& binary) const;
   std::int32_t findInSandbox(std::int32_t innerPid, const std::string& binary) const;
 
   std::string root_;
-  std::unordered_map<std::uint32_t, Known> known_;  // by the client's index
+  std::unordered_map<std::uint32_t, Known> known_;  // by client index
 };
 
-// The pid that a process has in the innermost of several nested spaces of pids, as its /proc/PID/status
-// tells. 0: it has one pid only, or the text is garbled.
+// The pid of a process in its innermost pid namespace, from its /proc/PID/status. 0: the process is in no
+// nested namespace, or the text is malformed.
 std::int32_t innermostPid(std::string_view status);
 
 }  // namespace kestrune::platform

@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* ownName = "Kestrune";
 
-// The library calls it for each thing of a kind, and once more without one at the end. `list` is the vector
-// of their copies.
+// Called by the library for each item of a list and once more at the end, without an item. `list` is the
+// vector that collects the copies.
 template <typename Info>
 void append(pa_context*, const Info* info, int end, void* list) {
   using Copy = decltype(pulseCopy(*info));
@@ -47,7 +47,7 @@ PulseConnection::~PulseConnection() {
 }
 
 std::optional<PulseFacts> PulseConnection::read(Deadline deadline) {
-  noticeLoss(deadline);
+  processPending(deadline);
   if (!isReady() && !connect(deadline)) {
     disconnect();
     return std::nullopt;
@@ -86,8 +86,8 @@ void PulseConnection::disconnect() {
   loop_.reset();
 }
 
-// A server that went while nobody asked has left a closed socket behind.
-void PulseConnection::noticeLoss(Deadline deadline) {
+// If the server has exited since the last read, this is where its closed socket is noticed.
+void PulseConnection::processPending(Deadline deadline) {
   while (isReady() && iterate(0) > 0 && std::chrono::steady_clock::now() < deadline) {
   }
 }
@@ -98,20 +98,20 @@ bool PulseConnection::iterateUntil(Condition isDone, Deadline deadline) {
     if (PA_CONTEXT_IS_GOOD(pa_context_get_state(context_.get())) == 0) return false;
     const auto left =
         std::chrono::ceil<std::chrono::microseconds>(deadline - std::chrono::steady_clock::now());
-    constexpr std::chrono::microseconds longest = std::chrono::minutes(1);
-    if (left.count() <= 0 || iterate(static_cast<int>(std::min(left, longest).count())) < 0) return false;
+    constexpr std::chrono::microseconds maxWait = std::chrono::minutes(1);
+    if (left.count() <= 0 || iterate(static_cast<int>(std::min(left, maxWait).count())) < 0) return false;
   }
   return true;
 }
 
-// One round of the library's loop, waiting for so long at most. Below 0: it failed; 0: nothing happened.
+// Runs the library's loop once, waiting at most `microseconds`. Below 0: failure; 0: nothing happened.
 int PulseConnection::iterate(int microseconds) {
   pa_mainloop* const loop = loop_.get();
   if (pa_mainloop_prepare(loop, microseconds) < 0 || pa_mainloop_poll(loop) < 0) return -1;
   return pa_mainloop_dispatch(loop);
 }
 
-// All questions at once, so that they take one round trip.
+// Sends all queries at once, so that they take one round trip.
 PulseConnection::Operations PulseConnection::ask(PulseFacts& facts) {
   pa_context* const context = context_.get();
   Operations operations;

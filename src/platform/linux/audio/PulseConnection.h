@@ -14,9 +14,9 @@ struct pa_operation;
 
 namespace kestrune::platform {
 
-// The connection to the sound server of the user's session, PulseAudio or PipeWire. It only asks: it opens no
-// stream, sets nothing and starts no server by itself (one that waits for a connection comes up with it). One
-// thread at a time.
+// A read-only connection to the sound server of the user's session, PulseAudio or PipeWire. It opens no
+// stream, changes nothing and doesn't spawn a server (though a socket-activated one starts when we connect).
+// One thread at a time.
 class PulseConnection {
  public:
   using Deadline = std::chrono::steady_clock::time_point;
@@ -26,12 +26,11 @@ class PulseConnection {
   PulseConnection(const PulseConnection&) = delete;
   PulseConnection& operator=(const PulseConnection&) = delete;
 
-  // Waits for the answer, and for the connection where there is none or it broke. What the server refuses to
-  // tell is missing from the answer. Absent: there is no server, it went, or the deadline passed; the
-  // connection is given up then, so that nothing is left to wait for.
+  // Waits for the answer, and for a connection if there is none. Lists that the server refuses are empty.
+  // Absent: there is no server, the connection broke, or the deadline passed; the connection is then closed.
   std::optional<PulseFacts> read(Deadline deadline);
 
-  // Differs from connection to connection; indexes mean nothing beyond their own.
+  // Different for each connection; indexes are only valid within one.
   std::uint64_t connectionNumber() const { return connectionNumber_; }
 
  private:
@@ -49,7 +48,7 @@ class PulseConnection {
   bool isReady() const;
   bool connect(Deadline deadline);
   void disconnect();
-  void noticeLoss(Deadline deadline);
+  void processPending(Deadline deadline);
   // False: the connection broke or the deadline passed.
   template <typename Condition>
   bool iterateUntil(Condition isDone, Deadline deadline);

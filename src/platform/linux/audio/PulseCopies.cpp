@@ -18,7 +18,7 @@ std::string textOf(const char* text) {
   return text == nullptr ? std::string() : std::string(text);
 }
 
-// Empty: there is no such property, or it is no text.
+// Empty: there is no such property, or it isn't text.
 std::string_view property(const pa_proplist* properties, const char* key) {
   const char* const value = properties == nullptr ? nullptr : pa_proplist_gets(properties, key);
   return value == nullptr ? std::string_view() : std::string_view(value);
@@ -55,8 +55,8 @@ PulseDevice deviceOf(const Info& info) {
   return device;
 }
 
-// Volume controls open such streams for as long as they are shown; the first name is how PulseAudio calls the
-// resampler made for them, the others how PipeWire marks such a stream.
+// Volume controls keep such streams open while they are shown. PulseAudio uses a resampler named "peaks" for
+// them; PipeWire marks them with a property.
 bool isLevelMeter(const pa_source_output_info& info) {
   return textOf(info.resample_method) == "peaks" || isTrue(property(info.proplist, "resample.peaks")) ||
          isTrue(property(info.proplist, "stream.monitor"));
@@ -83,7 +83,7 @@ PulseClient pulseCopy(const pa_client_info& info) {
   client.claimedPid = pidProperty(info.proplist, PA_PROP_APPLICATION_PROCESS_ID);
   client.claimedBinary = property(info.proplist, PA_PROP_APPLICATION_PROCESS_BINARY);
   client.peerPid = pidProperty(info.proplist, "pipewire.sec.pid");
-  client.hasForeignPeer = property(info.proplist, "client.api") == "pipewire-pulse";
+  client.isPeerProxy = property(info.proplist, "client.api") == "pipewire-pulse";
   client.isOnOtherMachine = property(info.proplist, "native-protocol.peer").starts_with("TCP/IP") ||
                             property(info.proplist, "pulse.server.type") == "tcp";
   return client;

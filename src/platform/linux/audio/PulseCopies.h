@@ -6,7 +6,7 @@
 
 namespace kestrune::platform {
 
-// Copies of what the server's library hands to a callback.
+// Copies of the structures that libpulse passes to callbacks.
 PulseDevice pulseCopy(const pa_sink_info& info);
 PulseDevice pulseCopy(const pa_source_info& info);
 PulseClient pulseCopy(const pa_client_info& info);

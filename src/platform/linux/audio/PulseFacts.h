@@ -6,49 +6,49 @@
 
 namespace kestrune::platform {
 
-// What a sound server says, as far as it is of use, copied so that nothing of the server's library is needed
-// to read it. Texts are bytes; an empty one wasn't said. Indexes are unique among things of one kind.
+// The part of a sound server's state that we use, copied so that reading it doesn't need libpulse. Strings
+// are bytes; empty means not reported. Indexes are unique among items of one kind.
 
 constexpr std::uint32_t noPulseIndex = 0xFFFFFFFF;
 constexpr std::uint32_t fullPulseVolume = 0x10000;  // 100 %; more is amplified
 
-// A sink, which plays, or a source, which records.
+// A sink (plays) or a source (records).
 struct PulseDevice {
   std::uint32_t index = noPulseIndex;
-  std::string name;         // the server's own
-  std::string description;  // for people
+  std::string name;         // internal
+  std::string description;  // shown to users
   bool isMonitor = false;   // a source that records what a sink plays
   bool isHardware = false;
   bool isMuted = false;
   std::uint32_t volume = 0;  // of the loudest channel
   std::uint32_t sampleRate = 0;
   std::uint32_t channels = 0;
-  std::string driver;            // of the server, "module-raop-sink.c"
+  std::string driver;            // the server's, "module-raop-sink.c"
   std::string bus;               // "pci", "usb", "bluetooth"
   std::string api;               // "alsa", "bluez5"
   std::string formFactor;        // "internal", "headset"
   std::string bluetoothProfile;  // "a2dp-sink"
-  // The socket in use.
+  // The active port.
   bool isPortHdmi = false;
   std::string portName;
   std::string portDescription;
 };
 
-// A program that is connected to the server.
+// A program connected to the server.
 struct PulseClient {
   std::uint32_t index = noPulseIndex;
-  std::int32_t claimedPid = 0;    // as the program itself sees it; below 1: not said
-  std::string claimedBinary;      // the base name of its executable
+  std::int32_t claimedPid = 0;    // as reported by the program itself; below 1: not reported
+  std::string claimedBinary;      // base name of its executable
   std::int32_t peerPid = 0;       // of the process at the other end of the server's socket
-  bool hasForeignPeer = false;    // that process only passes on what other programs play
+  bool isPeerProxy = false;       // that process is a server in between, not the program itself
   bool isOnOtherMachine = false;  // or may be
 };
 
-// A stream that a sink plays or a source records into.
+// A stream played by a sink or recorded from a source.
 struct PulseStream {
-  std::uint32_t client = noPulseIndex;  // none: it is the server's own
+  std::uint32_t client = noPulseIndex;  // noPulseIndex: the server itself
   std::uint32_t device = noPulseIndex;
-  bool isCorked = false;  // stopped by its program
+  bool isCorked = false;  // paused by its program
   bool isLevelMeter = false;
 };
 

@@ -18,7 +18,7 @@ constexpr std::array<std::uint32_t, 25> kernelFileSystems{
     CGROUP_SUPER_MAGIC, DEBUGFS_MAGIC, DEVPTS_SUPER_MAGIC, EFIVARFS_MAGIC, NSFS_MAGIC, OPENPROM_SUPER_MAGIC,
     PROC_SUPER_MAGIC, PSTOREFS_MAGIC, RDTGROUP_SUPER_MAGIC, SECURITYFS_MAGIC, SELINUX_MAGIC, SMACK_MAGIC,
     SYSFS_MAGIC, TRACEFS_MAGIC, XENFS_SUPER_MAGIC,
-    // Those that the kernel's header for programs leaves out.
+    // Not in the kernel's public header.
     0x62656570,  // configfs
     0x65735543,  // fusectl
     0x19800202,  // mqueue
@@ -29,8 +29,8 @@ constexpr std::array<std::uint32_t, 25> kernelFileSystems{
 
 bool isPackage(std::string_view directoryName) {
   const auto dot = directoryName.rfind('.');
-  if (dot == std::string_view::npos || dot == 0)
-    return false;  // ".app" is a hidden name without an extension
+  // ".app" is a hidden name without an extension.
+  if (dot == std::string_view::npos || dot == 0) return false;
   const std::string_view extension = directoryName.substr(dot + 1);
   return std::ranges::any_of(packageExtensions, [&](std::string_view known) {
     return std::ranges::equal(extension, known, {}, lowerCase);

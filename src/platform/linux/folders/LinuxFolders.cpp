@@ -17,18 +17,15 @@
 namespace kestrune::platform {
 namespace {
 
-// Kept behind the permission to see all files, where there is such a thing.
-constexpr const char* probeFile = "/Library/Application Support/com.apple.TCC/TCC.db";
-
-// Each thread holds some ten directories open, and a process may have a thousand.
-constexpr unsigned mostThreads = 32;
-constexpr unsigned mostHeldUp = 16;
+// Each thread holds about ten directories open; the usual limit is 1,024 descriptors a process.
+constexpr unsigned maxThreads = 32;
+constexpr unsigned maxStalled = 16;
 
 constexpr std::size_t listingBuffer = 65536;
 
 MeasurePool::Settings poolSettings() {
-  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
-  return {.prepare = slowDownThread, .threads = threads, .mostThreads = threads + mostHeldUp};
+  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, maxThreads);
+  return {.prepare = slowDownThread, .threads = threads, .maxThreads = threads + maxStalled};
 }
 
 DirectoryEntry entryOf(int directory, const FileLocation& folder, const char* name, unsigned char type) {
@@ -63,9 +60,8 @@ FileLocation LinuxFolders::homeDirectory() {
   return path.starts_with('/') ? FileLocation(path) : FileLocation();
 }
 
-bool LinuxFolders::isReadable(const std::string& path) {
-  if (path == probeFile) return seesWholeFileSystem(root_, environment_);
-  return access(path.c_str(), R_OK) == 0;
+bool LinuxFolders::seesWholeFileSystem() {
+  return platform::seesWholeFileSystem(root_, environment_);
 }
 
 std::optional<std::vector<DirectoryEntry>> LinuxFolders::contents(const FileLocation& folder,

@@ -8,14 +8,14 @@
 
 namespace kestrune::platform {
 
-// The machine's directories. Only the facts about a sandbox are read below `root`.
+// The machine's directories. `root` applies to the detection of sandboxes only.
 class LinuxFolders final : public Folders {
  public:
   explicit LinuxFolders(ProcessEnvironment& environment, std::string root = "/");
 
-  // HOME where that is an absolute path, else what the user database says, else the root.
+  // HOME if that is an absolute path, else the user database's entry, else the root.
   FileLocation homeDirectory() override;
-  bool isReadable(const std::string& path) override;
+  bool seesWholeFileSystem() override;
   std::optional<std::vector<DirectoryEntry>> contents(const FileLocation& folder, bool skipsHidden) override;
   void measure(std::vector<FileLocation> folders, CancellationFlag isCancelled, MeasureDone done) override;
 

@@ -13,10 +13,10 @@
 namespace kestrune::platform {
 namespace {
 
-// What file systems' own readers take at once.
+// The buffer size that the C library's readdir uses.
 constexpr std::size_t bufferBytes = 32768;
 
-// A thread that could run, and doesn't because others do, isn't held up by any device.
+// A thread that is only waiting for a CPU isn't stalled.
 bool isRunnable(pid_t thread) {
   const std::string stat =
       readFile("/proc/self/task/" + std::to_string(thread) + "/stat").value_or(std::string());
@@ -35,7 +35,7 @@ MeasurePool::~MeasurePool() {
     workChanged_.notify_all();
     supervision_.notify_all();
   }
-  // The supervisor adds workers, so it goes first.
+  // The supervisor adds workers, so it is joined first.
   if (supervisor_.joinable()) supervisor_.join();
   for (const auto& worker : workers_) worker->thread.join();
 }
@@ -54,23 +54,23 @@ void MeasurePool::measure(std::vector<FileLocation> folders, CancellationFlag is
 }
 
 void MeasurePool::addWorkers() {
-  for (std::size_t able = ableWorkers(); able < settings_.threads; ++able) {
-    if (workers_.size() >= settings_.mostThreads) return;
+  for (std::size_t active = activeWorkers(); active < settings_.threads; ++active) {
+    if (workers_.size() >= settings_.maxThreads) return;
     Worker& worker = *workers_.emplace_back(std::make_unique<Worker>());
     worker.thread = std::thread([this, &worker] { work(worker); });
   }
 }
 
-std::size_t MeasurePool::ableWorkers() const {
+std::size_t MeasurePool::activeWorkers() const {
   return static_cast<std::size_t>(std::ranges::count_if(
-      workers_, [](const auto& worker) { return !worker->isHeldUp && !worker->isGone; }));
+      workers_, [](const auto& worker) { return !worker->isStalled && !worker->isRetired; }));
 }
 
 void MeasurePool::updateHunger() {
   isHungry_.store(requests_.empty() && idle_ > parts_.size(), std::memory_order_relaxed);
 }
 
-// What has been begun is finished first, as long as it is shared.
+// Folders already started come before new ones.
 MeasurePool::Part MeasurePool::takePart() {
   Part part;
   if (!parts_.empty()) {
@@ -92,9 +92,10 @@ void MeasurePool::work(Worker& worker) {
   std::vector<char> buffer(bufferBytes);
   std::unique_lock lock(mutex_);
   while (true) {
-    worker.isHeldUp = false;
-    if (ableWorkers() > settings_.threads) {  // it has been replaced meanwhile
-      worker.isGone = true;
+    worker.isStalled = false;
+    // It may have been replaced while it was stalled.
+    if (activeWorkers() > settings_.threads) {
+      worker.isRetired = true;
       return;
     }
     ++idle_;
@@ -157,36 +158,36 @@ void MeasurePool::supervise() {
       const bool isAnyBusy = std::ranges::any_of(workers_, [](const auto& worker) { return worker->isBusy; });
       return isClosing_ || hasWork() || isAnyBusy;
     });
-    supervision_.wait_for(lock, settings_.patience, [this] { return isClosing_.load(); });
+    supervision_.wait_for(lock, settings_.stallTimeout, [this] { return isClosing_.load(); });
     if (isClosing_) return;
-    lookForHeldUp();
-    auto gone = takeGone();
+    replaceStalled();
+    auto retired = takeRetired();
     lock.unlock();
-    for (std::thread& thread : gone) thread.join();
+    for (std::thread& thread : retired) thread.join();
     lock.lock();
   }
 }
 
-void MeasurePool::lookForHeldUp() {
+void MeasurePool::replaceStalled() {
   for (const auto& worker : workers_) {
     const std::uint64_t entries = worker->entries;
-    const bool isStill = worker->isBusy && entries == worker->entriesSeen;
-    worker->isHeldUp = isStill && (worker->isHeldUp || !isRunnable(worker->id));
+    const bool hasStopped = worker->isBusy && entries == worker->entriesSeen;
+    worker->isStalled = hasStopped && (worker->isStalled || !isRunnable(worker->id));
     worker->entriesSeen = entries;
   }
-  // Others go on with what waits, and share what those are at that still can.
-  const bool isAnyAble =
-      std::ranges::any_of(workers_, [](const auto& worker) { return worker->isBusy && !worker->isHeldUp; });
-  if (hasWork() || isAnyAble) addWorkers();
+  // New workers take what is waiting, or share the work of those that still make progress.
+  const bool isAnyWorking =
+      std::ranges::any_of(workers_, [](const auto& worker) { return worker->isBusy && !worker->isStalled; });
+  if (hasWork() || isAnyWorking) addWorkers();
 }
 
-std::vector<std::thread> MeasurePool::takeGone() {
-  std::vector<std::thread> gone;
+std::vector<std::thread> MeasurePool::takeRetired() {
+  std::vector<std::thread> retired;
   std::erase_if(workers_, [&](const auto& worker) {
-    if (worker->isGone) gone.push_back(std::move(worker->thread));
-    return worker->isGone;
+    if (worker->isRetired) retired.push_back(std::move(worker->thread));
+    return worker->isRetired;
   });
-  return gone;
+  return retired;
 }
 
 }  // namespace kestrune::platform

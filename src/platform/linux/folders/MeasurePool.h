@@ -18,27 +18,27 @@
 
 namespace kestrune::platform {
 
-// The threads that measure folders: each takes one folder, and when none waits any more, part of what another
-// thread is at, so that one huge folder keeps them all busy as well as thousands of small ones. A thread that
-// a device holds up is replaced until it comes back. They begin with the first work.
+// The threads that measure folders. Each takes one folder; when none is waiting, it takes over part of
+// another thread's folder, so that one huge folder keeps all threads as busy as thousands of small ones do. A
+// thread stalled by a device is replaced until it recovers. Threads start with the first request.
 class MeasurePool {
  public:
   struct Settings {
     std::string name = "kestrune-folder";
     std::function<void(const std::string& name)> prepare;  // runs first on each thread
-    std::size_t threads = 1;                               // at work at a time
-    std::size_t mostThreads = 1;                           // with those that are held up
-    std::chrono::milliseconds patience{2000};              // a thread without progress for so long is held up
+    std::size_t threads = 1;                               // working at a time
+    std::size_t maxThreads = 1;                            // stalled ones included
+    std::chrono::milliseconds stallTimeout{2000};  // a thread without progress for that long is stalled
   };
 
   explicit MeasurePool(Settings settings);
-  // Ends the measures under way, without a report. Waits for those that a device holds up; the program itself
-  // ends without coming here.
+  // Abandons the measures under way, without a report. Waits for stalled threads; the program itself exits
+  // without running this.
   ~MeasurePool();
   MeasurePool(const MeasurePool&) = delete;
   MeasurePool& operator=(const MeasurePool&) = delete;
 
-  // As `Folders::measure`.
+  // See `Folders::measure`.
   void measure(std::vector<FileLocation> folders, CancellationFlag isCancelled, Folders::MeasureDone done);
 
  private:
@@ -48,7 +48,7 @@ class MeasurePool {
     Folders::MeasureDone done;
     std::size_t begun = 0;
   };
-  // The measure of one folder, which may be under way in several parts.
+  // The measure of one folder, which several threads may share in parts.
   struct Measure {
     std::shared_ptr<Request> request;
     std::size_t index = 0;
@@ -61,23 +61,24 @@ class MeasurePool {
     std::optional<SubtreeWalk::Level> level;  // absent: the whole folder
   };
   struct Worker {
-    alignas(64) std::atomic<std::uint64_t> entries = 0;  // on a cache line of its own
-    std::atomic<pid_t> id = 0;                           // of the thread; 0: it has not come so far
-    std::uint64_t entriesSeen = 0;
+    // Counts progress, on a cache line of its own.
+    alignas(64) std::atomic<std::uint64_t> entries = 0;
+    std::atomic<pid_t> id = 0;      // of the thread; 0: not started yet
+    std::uint64_t entriesSeen = 0;  // at the supervisor's last look
     bool isBusy = false;
-    bool isHeldUp = false;
-    bool isGone = false;
+    bool isStalled = false;
+    bool isRetired = false;
     std::thread thread;
   };
 
-  // Those from here on are called with the mutex locked.
+  // Called with the mutex locked.
   bool hasWork() const { return !parts_.empty() || !requests_.empty(); }
   void addWorkers();
-  std::size_t ableWorkers() const;
+  std::size_t activeWorkers() const;
   Part takePart();
   void updateHunger();
-  void lookForHeldUp();
-  std::vector<std::thread> takeGone();
+  void replaceStalled();
+  std::vector<std::thread> takeRetired();
 
   void work(Worker& worker);
   void supervise();
@@ -87,12 +88,12 @@ class MeasurePool {
 
   const Settings settings_;
   std::atomic<bool> isClosing_ = false;
-  std::atomic<bool> isHungry_ = false;  // threads have nothing to do
+  std::atomic<bool> isHungry_ = false;  // some threads have nothing to do
   std::mutex mutex_;
   std::condition_variable workChanged_;
   std::condition_variable supervision_;
-  std::deque<std::shared_ptr<Request>> requests_;  // those of which folders have not been begun
-  std::deque<Part> parts_;                         // given away, and not taken yet
+  std::deque<std::shared_ptr<Request>> requests_;  // with folders that haven't been started
+  std::deque<Part> parts_;                         // split off, and not taken yet
   std::size_t idle_ = 0;
   std::vector<std::unique_ptr<Worker>> workers_;
   std::thread supervisor_;

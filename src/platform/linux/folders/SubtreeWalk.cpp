@@ -14,21 +14,21 @@
 namespace kestrune::platform {
 namespace {
 
-// So many of the deepest levels have their directories open, and the topmost one.
+// How many of the deepest levels keep their directory open (the root always does).
 constexpr std::size_t openLevels = 8;
 
-constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t maxBytes = std::numeric_limits<std::uint64_t>::max();
 
 DirectoryId idOf(const struct statx& info) {
   return {.device = (std::uint64_t{info.stx_dev_major} << 32U) | info.stx_dev_minor, .inode = info.stx_ino};
 }
 
-// Kernels before 5.8 tell no mount; there a change of the device has to do.
+// Kernels before 5.8 don't report the mount; the device has to do there.
 std::uint64_t mountOf(const struct statx& info) {
   return (info.stx_mask & STATX_MNT_ID) != 0 ? info.stx_mnt_id : idOf(info).device;
 }
 
-// Only its owner may read a directory without leaving a trace in its times.
+// Only the owner of a directory may read it without changing its access time.
 UniqueFd openForReading(int directory, const char* name, bool isOwn) {
   constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
   UniqueFd opened(openat(directory, name, flags | (isOwn ? O_NOATIME : 0)));
@@ -36,8 +36,7 @@ UniqueFd openForReading(int directory, const char* name, bool isOwn) {
   return opened;
 }
 
-// Looks at the file system before reading in it. O_DIRECTORY here would make the kernel mount what is mounted
-// on demand.
+// Checks the type of the file system before reading from it. O_DIRECTORY would trigger an automount here.
 UniqueFd openRootOfMount(int directory, const char* name, bool isOwn) {
   const UniqueFd root(openat(directory, name, O_PATH | O_NOFOLLOW | O_CLOEXEC));
   struct statfs info {};
@@ -99,7 +98,7 @@ void SubtreeWalk::enter(const Level& upper, std::size_t nameAt) {
   push(*std::move(level));
 }
 
-// Absent: it is no directory, or none to go into.
+// Absent: not a directory, or one that must not be entered.
 std::optional<SubtreeWalk::Level> SubtreeWalk::opened(int upper, const char* name,
                                                       std::optional<std::uint64_t> mountOfUpper) {
   constexpr unsigned mask = STATX_TYPE | STATX_UID | STATX_INO | STATX_MNT_ID;
@@ -134,13 +133,13 @@ void SubtreeWalk::add(int directory, const char* name, unsigned char type, std::
     isDirectory = type == DT_UNKNOWN && S_ISDIR(info->stx_mode);
     if (S_ISREG(info->stx_mode) && info->stx_size > 0) {
       ++found_.files;
-      found_.bytes += std::min<std::uint64_t>(info->stx_size, largest - found_.bytes);
+      found_.bytes += std::min<std::uint64_t>(info->stx_size, maxBytes - found_.bytes);
     }
   }
   if (isDirectory && !isPackage(name)) (names += name) += '\0';
 }
 
-// The deepest level is done.
+// Leaves the deepest level, which is finished.
 void SubtreeWalk::leave() {
   const Level child = std::move(levels_.back());
   levels_.pop_back();
@@ -150,7 +149,8 @@ void SubtreeWalk::leave() {
   if (!top.directory) drop(top);
 }
 
-// Back up from the child, which saves the way down; but that leads elsewhere if somebody has moved the child.
+// Reopens the level through its child's "..", which is cheaper than from the top but leads elsewhere if the
+// child has been moved.
 UniqueFd SubtreeWalk::reopened(std::size_t level, const UniqueFd& child) const {
   constexpr int flags = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
   const auto isLevel = [&](const UniqueFd& directory) {
@@ -163,7 +163,7 @@ UniqueFd SubtreeWalk::reopened(std::size_t level, const UniqueFd& child) const {
     if (isLevel(parent)) return parent;
   }
   std::size_t upper = level;
-  while (!levels_[upper].directory) --upper;  // the topmost one is open
+  while (!levels_[upper].directory) --upper;  // the root is always open
   UniqueFd at;
   for (std::size_t i = upper + 1; i <= level; ++i) {
     const int from = at ? at.get() : levels_[upper].directory.get();
@@ -173,7 +173,7 @@ UniqueFd SubtreeWalk::reopened(std::size_t level, const UniqueFd& child) const {
   return isLevel(at) ? std::move(at) : UniqueFd();
 }
 
-// What can't be reached any more is left out.
+// Skips the rest of a level that can't be reached any more.
 void SubtreeWalk::drop(Level& level) {
   if (level.next == level.names.size()) return;
   level.next = level.names.size();
@@ -198,7 +198,7 @@ std::optional<SubtreeWalk::Level> SubtreeWalk::takeHalf(Level& level, bool mayTa
   const std::size_t middle = level.next + (level.names.size() - level.next) / 2;
   std::size_t cut = level.names.find('\0', middle) + 1;
   if (cut == level.names.size()) {
-    // The middle lies in the last name; that one is given, or all if it is the only one.
+    // The middle is in the last name: give that name away, or everything if it is the only one.
     cut = level.names.rfind('\0', cut - 2) + 1;  // npos + 1 is 0
     cut = std::max(cut, level.next);
     if (cut == level.next && !mayTakeAll) return std::nullopt;

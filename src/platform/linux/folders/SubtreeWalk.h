@@ -17,7 +17,7 @@
 
 namespace kestrune::platform {
 
-// Which directory it is, whatever path leads to it.
+// Identifies a directory regardless of its path.
 struct DirectoryId {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
@@ -25,8 +25,8 @@ struct DirectoryId {
   friend auto operator<=>(const DirectoryId&, const DirectoryId&) = default;
 };
 
-// The roots of the mounts that one measure has come into. Each is entered once, so that mounts of one thing
-// in several places, or in itself, can't multiply the way. Any thread.
+// The roots of the mounts that one measure has entered. Each is entered once, so that bind mounts of one
+// directory, or of a directory in itself, don't multiply the work. Any thread.
 class MountRoots {
  public:
   // True the first time.
@@ -40,44 +40,44 @@ class MountRoots {
   std::set<DirectoryId> entered_;
 };
 
-// A walk through a directory and all below it that adds up its files, deepest first, one directory a step. It
-// holds a bounded number of descriptors and no path, however deep the tree; what it keeps of a directory is
-// the names of the directories in it that are still to come. Anything but a directory is never opened, and a
-// directory only if it still is one. One thread at a time.
+// Walks through a directory and everything below it and adds up the files, depth first, one directory a step.
+// It holds a bounded number of descriptors and no path, however deep the tree; of each directory it keeps the
+// names of the subdirectories still to be visited. Nothing but directories is ever opened. One thread at a
+// time.
 class SubtreeWalk {
  public:
-  // What the walk shares with others. All of it outlives the walk.
+  // State shared with other threads. All of it outlives the walk.
   struct Surroundings {
-    const std::atomic<bool>& isCancelled;  // either flag ends the walk at the next entry
+    const std::atomic<bool>& isCancelled;  // either flag stops the walk at the next entry
     const std::atomic<bool>& isClosing;
-    std::atomic<std::uint64_t>& entries;  // is counted up, by this walk alone
+    std::atomic<std::uint64_t>& entries;  // incremented by this walk only
     MountRoots& mounts;
     std::span<char> buffer;  // for reading directories; aligned like allocated memory
   };
 
   // A directory whose own entries have been counted.
   struct Level {
-    UniqueFd directory;  // none: closed for the time being
+    UniqueFd directory;  // none: closed for now
     DirectoryId id;
     std::uint64_t mount = 0;
-    std::string names;          // of the directories in it, each closed by a zero byte
-    std::size_t next = 0;       // in `names`: where the first one begins that is still to come
-    std::size_t nameInUpper{};  // where its own name begins in the names of the level above
+    std::string names;          // of its subdirectories, each terminated by a NUL
+    std::size_t next = 0;       // offset in `names` of the first one still to be visited
+    std::size_t nameInUpper{};  // offset of this directory's own name in `names` of the level above
   };
 
   explicit SubtreeWalk(const Surroundings& surroundings) : around_(surroundings) {}
 
-  // Takes in the directory itself, package or not. A link or a file is nothing, and so is what lies in a file
-  // system of the kernel's own.
+  // Starts at the folder, even if it is a package. Links, files and the kernel's own file systems count as
+  // nothing.
   void begin(const FileLocation& folder);
-  // Goes on with what another walk has given away.
+  // Starts with the part that another walk has split off.
   void begin(Level part);
 
-  // Takes in one directory more. False: there is none left, or the walk is to end.
+  // Visits one more directory. False: there is none left, or the walk has been stopped.
   bool step();
 
-  // Takes away part of what is still to come, as far up in the tree as possible, for another walk to begin
-  // with. Absent: there isn't enough for two.
+  // Splits off part of the remaining work, as high up in the tree as possible, for another walk. Absent:
+  // there is too little to share.
   std::optional<Level> split();
 
   const FolderMeasure& found() const { return found_; }
@@ -96,7 +96,7 @@ class SubtreeWalk {
 
   Surroundings around_;
   std::vector<Level> levels_;
-  std::size_t unfinished_ = 0;  // levels with names still to come
+  std::size_t unfinished_ = 0;  // number of levels with names left
   FolderMeasure found_;
 };
 

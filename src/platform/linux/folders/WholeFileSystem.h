@@ -6,9 +6,9 @@
 
 namespace kestrune::platform {
 
-// Whether the program sees the whole file system of the machine, as far as it can tell: it is in no container
-// (of which it would see the processes' namespace or the mark), in no Flatpak or confined Snap, and not below
-// a root of its own, by what proc and the files at the top say below `root`.
+// Whether the program sees the machine's whole file system, as far as it can tell: it isn't in a container
+// (which would have its own pid namespace or leave a marker file), in a Flatpak or a confined Snap, or in a
+// chroot. Read from proc/ and marker files below `root`.
 bool seesWholeFileSystem(const std::string& root, ProcessEnvironment& environment);
 
 }  // namespace kestrune::platform

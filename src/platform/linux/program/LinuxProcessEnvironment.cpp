@@ -12,8 +12,8 @@ LinuxProcessEnvironment::LinuxProcessEnvironment() {
     const std::string_view text(*entry);
     const auto equals = text.find('=');
     if (equals == std::string_view::npos) continue;
-    variables_.emplace(text.substr(0, equals),
-                       text.substr(equals + 1));  // of a name that comes twice the first
+    // If a name is repeated, the first one counts, as for getenv.
+    variables_.emplace(text.substr(0, equals), text.substr(equals + 1));
   }
 }
 

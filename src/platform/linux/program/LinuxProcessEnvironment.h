@@ -8,7 +8,7 @@
 
 namespace kestrune::platform {
 
-// The environment as it was when this was made.
+// A copy of the environment, taken by the constructor.
 class LinuxProcessEnvironment final : public ProcessEnvironment {
  public:
   LinuxProcessEnvironment();

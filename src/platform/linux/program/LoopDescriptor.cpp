@@ -30,7 +30,7 @@ void LoopDescriptor::watch(const UniqueFd& source) {
 }
 
 void LoopDescriptor::wake() {
-  // It only fails when the counter is full, and then the descriptor is readable anyway.
+  // Fails only if the counter is full, and then the descriptor is readable anyway.
   static_cast<void>(eventfd_write(event_.get(), 1));
 }
 
@@ -39,7 +39,7 @@ void LoopDescriptor::setDeadline(std::optional<ContinuousTime> deadline) {
   armed_ = deadline;
   itimerspec setting{};
   if (deadline) {
-    // A time of zero would switch the timer off; one that has passed fires at once.
+    // Zero would disarm the timer; a time in the past fires at once.
     const std::chrono::nanoseconds time = std::max(*deadline, ContinuousTime(1));
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
     setting.it_value.tv_sec = seconds.count();

@@ -7,10 +7,10 @@
 
 namespace kestrune::platform {
 
-// One file descriptor that turns readable when the loop has to run, for whoever waits for descriptors.
+// A file descriptor that becomes readable when the loop has to run, for an event loop that polls descriptors.
 class LoopDescriptor final : public LoopWaker {
  public:
-  // Ends the process with one line on standard error where the kernel grants no descriptors.
+  // Aborts with a message on standard error if the kernel grants no descriptors.
   LoopDescriptor();
 
   int fd() const { return epoll_.get(); }

@@ -20,7 +20,7 @@ TerminationSignals::TerminationSignals() {
     if (!isIgnored(signal)) sigaddset(&signals, signal);
   }
   descriptor_ = UniqueFd(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
-  // Without the descriptor the signals keep their ordinary effect.
+  // Without the descriptor the signals keep their default action.
   pthread_sigmask(SIG_BLOCK, descriptor_ ? &signals : nullptr, &before_);
 }
 
@@ -29,10 +29,10 @@ TerminationSignals::~TerminationSignals() {
 }
 
 bool TerminationSignals::consume() {
-  bool came = false;
+  bool hasArrived = false;
   signalfd_siginfo signal{};
-  while (read(descriptor_.get(), &signal, sizeof signal) > 0) came = true;
-  return came;
+  while (read(descriptor_.get(), &signal, sizeof signal) > 0) hasArrived = true;
+  return hasArrived;
 }
 
 }  // namespace kestrune::platform

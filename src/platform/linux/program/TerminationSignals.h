@@ -6,9 +6,9 @@
 
 namespace kestrune::platform {
 
-// The requests to end (SIGTERM, SIGINT, SIGHUP) as a file descriptor. To be made before any thread starts: it
-// blocks the signals for the thread that makes it and for those that follow from it, until it goes. One that
-// the process was started to ignore stays ignored.
+// The termination signals (SIGTERM, SIGINT, SIGHUP) as a file descriptor. To be constructed before any thread
+// starts: it blocks the signals for the calling thread and its later children until it is destroyed. A signal
+// that was ignored when the process started stays ignored.
 class TerminationSignals {
  public:
   TerminationSignals();
@@ -16,9 +16,9 @@ class TerminationSignals {
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-  // Readable when such a signal has come; below 0 where the kernel grants none.
+  // Readable when a signal has arrived; below 0 if the kernel grants no descriptor.
   int fd() const { return descriptor_.get(); }
-  // Takes in the signals that have come; true if there was one.
+  // Takes all pending signals; true if there were any.
   bool consume();
 
  private:

@@ -8,8 +8,8 @@
 namespace kestrune::platform {
 namespace {
 
-// Of the kernel's interface for I/O priorities. Its own header is no C++ in some versions.
-constexpr int ofThread = 1;
+// From linux/ioprio.h, some versions of which don't compile as C++.
+constexpr int whoProcess = 1;
 constexpr int idleClass = 3 << 13;
 
 }  // namespace
@@ -21,9 +21,9 @@ void nameThread(const std::string& name) {
 void slowDownThread(const std::string& name) {
   constexpr int niceness = 10;
   nameThread(name);
-  // Linux keeps both for each thread, whatever the name of the first constant says.
+  // On Linux both apply to a single thread, in spite of the constants' names.
   setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), niceness);
-  syscall(SYS_ioprio_set, ofThread, 0, idleClass);
+  syscall(SYS_ioprio_set, whoProcess, 0, idleClass);
 }
 
 }  // namespace kestrune::platform

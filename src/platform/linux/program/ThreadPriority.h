@@ -4,11 +4,11 @@
 
 namespace kestrune::platform {
 
-// Names the calling thread; 15 bytes show.
+// Names the calling thread, truncated to 15 bytes.
 void nameThread(const std::string& name);
 
-// Names the calling thread and makes it give way to what the user does: nice 10, and the disk
-// only when nobody else wants it. What isn't permitted is left as it is.
+// Names the calling thread and makes it yield to the user's work: nice 10, and disk access only when the disk
+// is idle. What isn't permitted is silently left as it is.
 void slowDownThread(const std::string& name);
 
 }  // namespace kestrune::platform

@@ -19,14 +19,14 @@
 namespace kestrune::platform {
 namespace {
 
-constexpr std::size_t mostOutput = std::size_t{1} << 20U;
+constexpr std::size_t maxOutputBytes = std::size_t{1} << 20U;
 
 struct Pipe {
   UniqueFd readEnd;
   UniqueFd writeEnd;
 };
 
-// Where this process has none of its standard files, a pipe may get their numbers, which would collide in the
+// If this process runs without its standard files, a pipe may get their numbers, which would collide in the
 // child.
 UniqueFd aboveStandardFiles(UniqueFd file) {
   if (file.get() > STDERR_FILENO) return file;
@@ -42,7 +42,7 @@ std::optional<Pipe> makePipe() {
   return pipe.writeEnd ? std::optional(std::move(pipe)) : std::nullopt;
 }
 
-// How a child begins: with three files and without anything that this process arranged for its own signals.
+// A child starts with three files and default signal handling.
 class SpawnSettings {
  public:
   SpawnSettings(int output, int errors) {
@@ -93,14 +93,14 @@ std::optional<pid_t> start(const std::string& path, std::vector<std::string> arg
   return SpawnSettings(output, errors).start(path, pointers.data());
 }
 
-// Reads both files to their ends, as neither may be full for the program to go on. Yields the first one's
-// bytes.
+// Reads both pipes to their ends, since the program blocks while either is full. Returns the bytes of
+// `output`.
 std::string readBoth(int output, int errors) {
   std::string text;
   std::vector<char> buffer(16384);
   std::array<pollfd, 2> files{
       {{.fd = output, .events = POLLIN, .revents = 0}, {.fd = errors, .events = POLLIN, .revents = 0}}};
-  // poll leaves out what is below 0.
+  // poll ignores negative descriptors.
   while (files[0].fd >= 0 || files[1].fd >= 0) {
     if (poll(files.data(), files.size(), -1) < 0) {
       if (errno == EINTR) continue;
@@ -110,7 +110,7 @@ std::string readBoth(int output, int errors) {
       if (file.fd < 0 || file.revents == 0) continue;
       const ssize_t size = readSome(file.fd, buffer);
       if (file.fd == output && size > 0) {
-        text.append(buffer.data(), std::min(static_cast<std::size_t>(size), mostOutput - text.size()));
+        text.append(buffer.data(), std::min(static_cast<std::size_t>(size), maxOutputBytes - text.size()));
       }
       if (size <= 0) file.fd = -1;
     }
@@ -136,7 +136,7 @@ std::optional<std::string> runTool(const std::string& path, const std::vector<st
   if (!output || !errors) return std::nullopt;
   const auto child = start(path, arguments, output->writeEnd.get(), errors->writeEnd.get());
   if (!child) return std::nullopt;
-  // The ends only show when the child's are the last ones.
+  // Reading reaches the end only once the child's copies are the last ones.
   output->writeEnd = UniqueFd();
   errors->writeEnd = UniqueFd();
   std::string text = readBoth(output->readEnd.get(), errors->readEnd.get());

@@ -6,8 +6,8 @@
 
 namespace kestrune::platform {
 
-// The user's folders for settings and for data: XDG_CONFIG_HOME and XDG_DATA_HOME where these are absolute
-// paths, else .config and .local/share in the home folder; empty where there is none.
+// The user's folders for settings and for data: XDG_CONFIG_HOME and XDG_DATA_HOME if they are absolute paths,
+// else .config and .local/share in the home folder. Empty if there is no home folder either.
 std::string configDirectory(ProcessEnvironment& environment);
 std::string dataDirectory(ProcessEnvironment& environment);
 

@@ -14,10 +14,10 @@ namespace kestrune::platform {
 namespace {
 
 constexpr std::int64_t daySeconds = 86400;
-// Some two million years on either side: the C library counts years in an int, and this is well within.
-constexpr std::int64_t furthest = daySeconds * 366 * 2'000'000;
+// About two million years on either side of 1970. The C library counts years in an int, which is far more.
+constexpr std::int64_t maxUnixSeconds = daySeconds * 366 * 2'000'000;
 
-// An instant in seconds of Unix time, and the part of a second that lies behind it.
+// An instant in whole seconds of Unix time plus a fraction of a second.
 struct Instant {
   std::int64_t seconds = 0;
   double fraction = 0;
@@ -25,7 +25,7 @@ struct Instant {
 
 std::optional<Instant> instantOf(Date date) {
   const double whole = std::floor(date.seconds);
-  if (!(std::abs(whole) < static_cast<double>(furthest))) return std::nullopt;
+  if (!(std::abs(whole) < static_cast<double>(maxUnixSeconds))) return std::nullopt;
   return Instant{static_cast<std::int64_t>(whole + unixTimeOfReferenceDate), date.seconds - whole};
 }
 
@@ -33,15 +33,15 @@ Date dateOf(std::int64_t unixSeconds, double fraction) {
   return {static_cast<double>(unixSeconds) - unixTimeOfReferenceDate + fraction};
 }
 
-// What the clock on the wall shows, as if that were in UTC.
+// What a wall clock shows, encoded as if it were UTC.
 std::int64_t wallTime(std::int64_t unixSeconds) {
   return unixSeconds + currentOffset(unixSeconds);
 }
 
-// The first instant at which the clock on the wall shows `wall`, or has jumped past it.
+// The first instant at which a wall clock shows `wall`, or has skipped it.
 std::int64_t firstInstantShowing(std::int64_t wall) {
-  // No zone is further than a day from UTC, so these lie before and after it, with at most one change
-  // between.
+  // No zone is more than a day from UTC, so these are before and after the instant, with at most one change
+  // of the offset in between.
   const auto offset = [](std::int64_t unixSeconds) { return wallTime(unixSeconds) - unixSeconds; };
   const std::int64_t a = wall - offset(wall - daySeconds);
   const std::int64_t b = wall - offset(wall + daySeconds);
@@ -61,7 +61,7 @@ std::int64_t startOfWallDay(std::int64_t wall) {
   return wall - (intoDay < 0 ? intoDay + daySeconds : intoDay);
 }
 
-// The day of a time that the clock on the wall shows.
+// The date that a wall clock shows.
 std::string dayText(std::int64_t wall) {
   const time_t time = wall;
   tm parts{};
@@ -86,7 +86,7 @@ std::optional<Date> LinuxCalendar::addingDays(Date date, int days) {
   const auto instant = instantOf(date);
   if (!instant) return std::nullopt;
   const std::int64_t wall = wallTime(instant->seconds) + days * daySeconds;
-  if (std::abs(wall) > furthest) return std::nullopt;
+  if (std::abs(wall) > maxUnixSeconds) return std::nullopt;
   const std::int64_t there = firstInstantShowing(wall);
   const bool isExact = wallTime(there) == wall;
   return dateOf(there, isExact ? instant->fraction : 0);
@@ -103,7 +103,9 @@ int LinuxCalendar::secondOfDay(Date date) {
 std::function<std::string(Date)> LinuxCalendar::dayFormatter() {
   return [zone = ZoneSnapshot(time(nullptr))](Date date) {
     const auto instant = instantOf(date);
-    const std::int64_t seconds = instant ? instant->seconds : date.seconds < 0 ? -furthest : furthest;
+    const std::int64_t seconds = instant            ? instant->seconds
+                                 : date.seconds < 0 ? -maxUnixSeconds
+                                                    : maxUnixSeconds;
     return dayText(seconds + zone.offset(seconds));
   };
 }

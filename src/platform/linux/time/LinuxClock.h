@@ -4,7 +4,7 @@
 
 namespace kestrune::platform {
 
-// The kernel's clocks; the continuous one counts from the machine's start.
+// The kernel's clocks. The continuous one counts from boot and includes time asleep.
 class LinuxClock final : public Clock {
  public:
   Date now() const override;

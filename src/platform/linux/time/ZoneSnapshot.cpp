@@ -10,10 +10,10 @@ namespace {
 constexpr std::int64_t earliest = 946684800;  // 2000-01-01T00:00:00Z
 constexpr std::int64_t daySeconds = 86400;
 constexpr std::int64_t yearsAhead = 20;
-// No zone goes over to another offset and back within so short a time. (Some have done so within a week.)
+// No zone changes its offset and back in less time than this. (Some have done so within a week.)
 constexpr std::int64_t step = 6 * daySeconds;
 
-// The first second after `before`, where another offset holds, that has the offset of `after`.
+// The first second with the offset of `after`; the offset at `before` is another one.
 std::int64_t firstWithOffsetOf(std::int64_t after, std::int64_t before) {
   const std::int64_t offset = currentOffset(after);
   while (after - before > 1) {

@@ -38,7 +38,7 @@ void JsonPreferenceStorage::store(const std::string& key, const PreferenceValue&
   if (changed && *changed != *document) replaceFile(linkTarget(path_), *changed);
 }
 
-// A valid document, the empty one where no file is. Absent: there is a file that must not be replaced.
+// A valid document, empty if there is no file. Absent: there is a file that must not be replaced.
 std::optional<std::string> JsonPreferenceStorage::readDocument() {
   if (path_.empty()) return std::nullopt;
   const std::string file = linkTarget(path_);

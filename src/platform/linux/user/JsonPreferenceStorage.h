@@ -7,18 +7,17 @@
 
 namespace kestrune::platform {
 
-// Preferences in one JSON file for the user's eyes only. Each change replaces the file in one step, so that a
-// crash leaves the old one or the new one. A link to the file stays a link. A file that is no preferences
-// file is renamed to
-// `<name>.damaged` (or the next free name like it), which is told once on standard error; one that may not be
-// read is left alone, and values hold for this run only.
+// Preferences in one JSON file that only the user can read. Each change replaces the file atomically, so that
+// a crash leaves the old version or the new one. A symbolic link to the file stays a link. A file that isn't
+// valid is renamed to `<name>.damaged` (or the next free name) and reported once on standard error. If the
+// file can't be read it is left alone and changes last for this run only.
 class JsonPreferenceStorage final : public PreferenceStorage {
  public:
-  // An empty path: nothing is stored.
+  // If `path` is empty, nothing is stored.
   explicit JsonPreferenceStorage(std::string path);
 
   PreferenceMap load() override;
-  // Reads the file anew, so that what another running instance has stored meanwhile stays.
+  // Rereads the file first, so that values stored by another running instance are kept.
   void store(const std::string& key, const PreferenceValue& value) override;
 
  private:

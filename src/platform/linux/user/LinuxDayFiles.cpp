@@ -10,7 +10,7 @@
 namespace kestrune::platform {
 namespace {
 
-constexpr std::size_t largestFile = std::size_t{64} << 20U;
+constexpr std::size_t maxFileBytes = std::size_t{64} << 20U;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ LinuxDayFiles::LinuxDayFiles(const std::string& dataDirectory)
     : folder_(dataDirectory.empty() ? dataDirectory : below(dataDirectory, "Kestrune/history")) {}
 
 std::optional<std::string> LinuxDayFiles::read(const std::string& name) {
-  return exists(name) ? readFile(below(folder_, name), largestFile) : std::nullopt;
+  return exists(name) ? readFile(below(folder_, name), maxFileBytes) : std::nullopt;
 }
 
 bool LinuxDayFiles::exists(const std::string& name) {

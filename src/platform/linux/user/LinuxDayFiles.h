@@ -4,11 +4,11 @@
 
 namespace kestrune::platform {
 
-// Files in Kestrune/history below the folder for the user's data, for the user's eyes only. A file is on the
-// disk when its write returns. Only regular files of at most 64 MiB are read, so that no reading waits.
+// Files in Kestrune/history in the user's data folder that only the user can read. A file is on the disk when
+// its write returns. Only regular files of at most 64 MiB are read, so that reading never blocks.
 class LinuxDayFiles final : public DayFileStorage {
  public:
-  // An empty `dataDirectory`: nothing can be read or written.
+  // If `dataDirectory` is empty, nothing can be read or written.
   explicit LinuxDayFiles(const std::string& dataDirectory);
 
   std::optional<std::string> read(const std::string& name) override;
@@ -16,7 +16,7 @@ class LinuxDayFiles final : public DayFileStorage {
   std::optional<std::string> write(const std::string& name, const std::string& content) override;
 
  private:
-  std::string folder_;  // empty: there is none
+  std::string folder_;  // empty: none
 };
 
 }  // namespace kestrune::platform

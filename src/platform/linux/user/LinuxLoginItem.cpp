@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* noFolder = "There is no folder for settings.";
 
-// As the command of a desktop entry is quoted: once for the command line, once for the file.
+// Quoted as desktop entries require: once for the command line, once for the file.
 std::string quotedCommand(std::string_view path) {
   std::string quoted = "\"";
   for (const char character : path) {
@@ -34,7 +34,7 @@ std::string quotedCommand(std::string_view path) {
   return quoted + '"';
 }
 
-// The program takes no options; a variable tells it that nobody is waiting for its window.
+// The program takes no options; the variable tells it not to open its window.
 std::string execLine(const std::string& program) {
   return "Exec=env KESTRUNE_START=quiet " + quotedCommand(program);
 }
@@ -48,7 +48,7 @@ bool isExecLine(std::string_view line) {
   return trimmed(line.substr(0, line.find('='))) == "Exec";
 }
 
-// The entry with that line in place of its first command's, which is that of its own group.
+// Replaces the first Exec line, which is the one of the group [Desktop Entry].
 std::string withExecLine(std::string_view entry, std::string_view execLine) {
   for (std::string_view rest = entry; !rest.empty();) {
     const std::size_t start = entry.size() - rest.size();
@@ -69,7 +69,7 @@ bool LinuxLoginItem::isEnabled() {
   const auto entry = text ? parseDesktopEntry(*text, {}) : std::nullopt;
   if (!entry || entry->isHidden || !entry->startsWithSession) return false;
   const auto command = execArguments(entry->exec);
-  if (std::ranges::find(command, program_) == command.end()) bringUpToDate(*text);
+  if (std::ranges::find(command, program_) == command.end()) updateCommand(*text);
   return true;
 }
 
@@ -80,15 +80,16 @@ std::optional<std::string> LinuxLoginItem::registerItem() {
   return error ? std::optional(error.message()) : std::nullopt;
 }
 
-// Entries are lines, and `env` takes a word with an equals sign for a variable.
+// A path with a control character doesn't fit into a line, and `env` takes a word with an equals sign for a
+// variable.
 bool LinuxLoginItem::canBeStarted() const {
   const bool canBeNamed = std::ranges::none_of(
       program_, [](char character) { return character == '=' || (character >= 0 && character < ' '); });
   return canBeNamed && access(program_.c_str(), X_OK) == 0;
 }
 
-// The next look comes soon, so a failure is left at that.
-void LinuxLoginItem::bringUpToDate(const std::string& entry) {
+// A failure is ignored: the next call of `isEnabled` tries again.
+void LinuxLoginItem::updateCommand(const std::string& entry) {
   if (canBeStarted()) replaceFile(linkTarget(path_), withExecLine(entry, execLine(program_)));
 }
 

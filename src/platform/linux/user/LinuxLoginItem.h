@@ -6,12 +6,12 @@
 
 namespace kestrune::platform {
 
-// An entry in the user's autostart folder, which sessions start programs from. One that says so itself, as
-// the tools of desktops have it say, is off. Where it is on but its command doesn't name this program's file,
-// the command is brought up to date at the next look; whatever else the entry says stays.
+// An entry in the user's autostart folder, from which sessions start programs. An entry with Hidden=true or
+// X-GNOME-Autostart-enabled=false counts as off. If the entry is on but its command doesn't name this
+// program's file, `isEnabled` updates the command and leaves the rest of the entry as it is.
 class LinuxLoginItem final : public LoginItem {
  public:
-  // `configDirectory`: the user's folder for settings; empty: there is none. `program`: the path to start.
+  // `configDirectory`: the user's folder for settings, empty if there is none. `program`: the path to start.
   LinuxLoginItem(const std::string& configDirectory, std::string program);
 
   bool isEnabled() override;
@@ -20,7 +20,7 @@ class LinuxLoginItem final : public LoginItem {
 
  private:
   bool canBeStarted() const;
-  void bringUpToDate(const std::string& entry);
+  void updateCommand(const std::string& entry);
 
   std::string path_;
   std::string program_;

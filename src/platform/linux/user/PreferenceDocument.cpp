@@ -12,9 +12,9 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr int deepest = 64;
+constexpr int maxDepth = 64;
 
-// Writing a value costs stack for each level, so what is nested beyond reason never gets that far.
+// Writing a value takes stack for each level, so excessive nesting is rejected before parsing.
 bool isTooDeep(std::string_view text) {
   int depth = 0;
   bool isInString = false;
@@ -26,7 +26,7 @@ bool isTooDeep(std::string_view text) {
     } else if (c == '"') {
       isInString = true;
     } else if (c == '[' || c == '{') {
-      if (++depth > deepest) return true;
+      if (++depth > maxDepth) return true;
     } else if (c == ']' || c == '}') {
       --depth;
     }
@@ -46,15 +46,15 @@ std::optional<PreferenceValue> textsOf(const Json& json) {
   return json.get<std::vector<std::string>>();
 }
 
-// Absent: a kind of value that no preference has.
+// Absent: a type that no preference has.
 std::optional<PreferenceValue> valueOf(const Json& json) {
   if (json.is_boolean()) return json.get<bool>();
   if (json.is_number_float()) return json.get<double>();
   if (json.is_string()) return json.get<std::string>();
   if (json.is_array()) return textsOf(json);
   if (!json.is_number_integer()) return std::nullopt;
-  constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
-  if (json.is_number_unsigned() && json.get<std::uint64_t>() > most) return std::nullopt;
+  constexpr std::uint64_t maxInteger = std::numeric_limits<std::int64_t>::max();
+  if (json.is_number_unsigned() && json.get<std::uint64_t>() > maxInteger) return std::nullopt;
   return json.get<std::int64_t>();
 }
 

@@ -92,7 +92,7 @@ class PulseClientPidsTest : public testing::Test {
     if (!executable.empty()) fs::create_symlink(executable, root / (folder + "/exe"));
   }
   std::int32_t pidOf(std::int32_t claimed, const std::string& binary) {
-    pids.forgetAll();
+    pids.clear();
     return pids.pid({.index = 1, .claimedPid = claimed, .claimedBinary = binary});
   }
 
@@ -128,7 +128,7 @@ TEST_F(PulseClientPidsTest, trustsTheKernelButNoServerBetween) {
   put(50, "fox", "/usr/bin/fox");
   PulseClient client{.index = 1, .claimedPid = 2, .claimedBinary = "fox", .peerPid = 50};
   EXPECT_EQ(pids.pid(client), 50);
-  client = {.index = 2, .claimedPid = 50, .claimedBinary = "fox", .peerPid = 33, .hasForeignPeer = true};
+  client = {.index = 2, .claimedPid = 50, .claimedBinary = "fox", .peerPid = 33, .isPeerProxy = true};
   EXPECT_EQ(pids.pid(client), 50);
   client = {.index = 3, .claimedPid = 50, .claimedBinary = "fox", .isOnOtherMachine = true};
   EXPECT_EQ(pids.pid(client), 0);
@@ -139,12 +139,12 @@ TEST_F(PulseClientPidsTest, keepsWhatItFoundWhileTheClientIsThere) {
   put(50, "fox", "/usr/bin/fox");
   EXPECT_EQ(pids.pid(client), 50);
   fs::remove_all(root / "proc/50");
-  pids.keepOnly({client});
+  pids.retain({client});
   EXPECT_EQ(pids.pid(client), 50);
   EXPECT_EQ(pids.pid({.index = 1, .claimedPid = 50, .claimedBinary = "hen"}), 0) << "another one";
   EXPECT_EQ(pids.pid(client), 0);
   put(50, "fox", "/usr/bin/fox");
-  pids.keepOnly({});
+  pids.retain({});
   EXPECT_EQ(pids.pid(client), 50);
 }
 

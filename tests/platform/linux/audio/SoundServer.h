@@ -2,56 +2,50 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "ChildProcess.h"
+#include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::test {
 
-// The folders that make up a session of the test's own; set in the environment, where programs and libraries
-// look.
+// A private session: its folders are set in the environment, where programs and libraries look for them.
 class PrivateSession {
  public:
   PrivateSession();
-  std::string log(const std::string& program) const { return folder_ / (program + ".log"); }
-  std::string runtimeFolder() const { return folder_ / "run"; }
-  void write(const std::string& file, const std::string& text) const { folder_.write(file, text); }
-  // What the programs complained about.
-  std::string complaints() const;
+  std::string runtimeFolder() const { return folder / "run"; }
+  std::unique_ptr<ChildProcess> start(const std::string& program, const std::string& arguments = "") const;
+  // What the programs have written to standard error.
+  std::string complaints() const { return outputOf("tail -n +1 " + folder / "*.log"); }
 
- private:
-  TemporaryFolder folder_;
+  TemporaryFolder folder;
 };
 
-// A real sound server in its own session, where a library finds it without being told.
+// A real sound server in a session of its own, where libraries find it.
 class SoundServer {
  public:
   virtual ~SoundServer() = default;
 
-  // Starts it and waits until it answers.
+  // Returns once the server answers.
   void start();
   virtual void kill() = 0;
-  // The process that programs are connected to.
+  // The process that clients are connected to.
   virtual ChildProcess& process() = 0;
 
-  // Each returns the number under which `remove` takes it away again.
-  virtual std::string addSink(const std::string& name, const std::string& description, int rate,
-                              int channels) = 0;
-  virtual std::string addSource(const std::string& name, const std::string& description) = 0;
-  void remove(const std::string& number) { control({"unload-module", number}); }
+  // Both return a number for `unload-module`.
+  std::string addSink(const std::string& name, const std::string& description, int rate, int channels) const;
+  virtual std::string addSource(const std::string& name, const std::string& description) const = 0;
 
-  // Lets the server's own tool do something; what it printed.
-  std::string control(std::vector<std::string> arguments);
-  // Programs that play silence, and record, without end.
-  std::unique_ptr<ChildProcess> play(const std::string& sink);
-  std::unique_ptr<ChildProcess> record(const std::string& source);
+  // Runs the server's control tool and returns its output, without the line break at the end.
+  static std::string control(const std::string& arguments);
+  // Programs that play silence, or record, until they are destroyed.
+  std::unique_ptr<ChildProcess> play(const std::string& sink) const;
+  std::unique_ptr<ChildProcess> record(const std::string& source) const;
 
  protected:
   virtual void launch() = 0;
-  // A command that succeeds once it is ready for all.
+  // A control command that succeeds once the server is ready.
   virtual std::string question() const = 0;
-  std::string loadModule(std::vector<std::string> arguments);
+
   PrivateSession session;
 };
 

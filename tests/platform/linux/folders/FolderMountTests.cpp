@@ -124,7 +124,7 @@ TEST_F(FolderMountTest, aFileSystemThatHangsHoldsUpNothingElse) {
 
   std::promise<FolderMeasure> hung;
   std::promise<FolderMeasure> fine;
-  MeasurePool pool({.threads = 1, .mostThreads = 3, .patience = 20ms});
+  MeasurePool pool({.threads = 1, .maxThreads = 3, .stallTimeout = 20ms});
   const auto never = std::make_shared<std::atomic<bool>>(false);
   const auto measure = [&](const std::string& name, std::promise<FolderMeasure>& result) {
     pool.measure({FileLocation(tree / name)}, never,

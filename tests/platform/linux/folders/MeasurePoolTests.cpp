@@ -69,7 +69,7 @@ TEST_F(MeasurePoolTest, measuresManyFoldersOnceEach) {
     tree.file(std::to_string(i) + "/sub/file", static_cast<std::size_t>(i) + 1);
     folders.emplace_back(tree / std::to_string(i));
   }
-  MeasurePool pool({.threads = 4, .mostThreads = 4});
+  MeasurePool pool({.threads = 4, .maxThreads = 4});
   Results first(folders.size());
   Results second(folders.size());
   pool.measure(folders, neverCancelled(), first.take());
@@ -87,7 +87,7 @@ TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
     folders.emplace_back(tree / std::to_string(i));
   }
   const auto flag = std::make_shared<std::atomic<bool>>(false);
-  MeasurePool pool({.threads = 2, .mostThreads = 2});
+  MeasurePool pool({.threads = 2, .maxThreads = 2});
   Results results(folders.size());
   const auto take = results.take();
   std::atomic<int> taken = 0;
@@ -114,7 +114,7 @@ TEST_F(MeasurePoolTest, entriesMayComeAndGoMeanwhile) {
       fs::remove_all(tree / name);
     }
   });
-  MeasurePool pool({.threads = 3, .mostThreads = 3});
+  MeasurePool pool({.threads = 3, .maxThreads = 3});
   for (int round = 0; round < 100; ++round) {
     const FolderMeasure found = measure(pool, tree.path());
     EXPECT_GE(found.files, lasting);
@@ -127,7 +127,7 @@ TEST_F(MeasurePoolTest, entriesMayComeAndGoMeanwhile) {
 TEST_F(MeasurePoolTest, aThreadThatIsHeldUpIsReplacedAndMayComeBack) {
   tree.file("a/file", 1);
   tree.file("b/file", 2);
-  MeasurePool pool({.threads = 1, .mostThreads = 3, .patience = 5ms});
+  MeasurePool pool({.threads = 1, .maxThreads = 3, .stallTimeout = 5ms});
   std::promise<void> release;
   std::promise<void> isHeldUp;
   pool.measure({FileLocation(tree / "a")}, neverCancelled(), [&](std::size_t, const FolderMeasure&) {
@@ -145,7 +145,7 @@ TEST_F(MeasurePoolTest, mayEndAtAnyTime) {
   const std::size_t descriptors = test::openDescriptors();
   for (int round = 0; round < 30; ++round) {
     Results results(1000);
-    MeasurePool pool({.threads = 3, .mostThreads = 3});
+    MeasurePool pool({.threads = 3, .maxThreads = 3});
     pool.measure(std::vector(1000, FileLocation(tree.path())), neverCancelled(), results.take());
     while (round % 3 > 0 && results.done() < 2) std::this_thread::yield();
   }
