@@ -44,20 +44,6 @@ std::string ChipInfo::coreDescription() const {
   return std::to_string(effCores) + "E + " + std::to_string(perfCores) + "P";
 }
 
-CPUSnapshot CPUSnapshot::demonstration() {
-  return {
-      .usagePercent = 34.0,
-      .coreUsages = {},
-      .topProcesses = {
-          {.id = 1, .name = "Xcode", .executablePath = "", .cpuPercent = 18.2, .memoryBytes = 4100000000},
-          {.id = 2,
-           .name = "Chrome Helper",
-           .executablePath = "",
-           .cpuPercent = 9.1,
-           .memoryBytes = 892000000},
-          {.id = 3, .name = "docker", .executablePath = "", .cpuPercent = 4.3, .memoryBytes = 2800000000}}};
-}
-
 CPUProvider::CPUProvider(MainLoop& loop, platform::Processors& processors, platform::Chip& chip,
                          std::shared_ptr<ProcessScanCache> scans)
     : chipInfo(readChipInfo(chip)), loop_(loop), processors_(processors), scans_(std::move(scans)) {}

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "providers/CPUProvider.h"
+#include "providers/CPUSnapshot.h"
 #include "providers/ProcessScanCache.h"
 #include "runtime/Date.h"
 
@@ -11,8 +11,8 @@ namespace kestrune {
 // What one scan makes of the processes.
 struct ProcessLoads {
   ProcessTicks ticks;  // of all entries, for the next scan to compare with
-  std::vector<CPUSnapshot::ProcessInfo>
-      busiest;  // at most 8, busiest first; equals in the order of the entries
+  // At most 8, busiest first; equals in the order of the entries.
+  std::vector<CPUSnapshot::ProcessInfo> busiest;
 };
 
 // The load of each process since the previous scan. Processes that `previous` doesn't know, that it saw at
