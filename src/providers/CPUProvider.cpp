@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "providers/ProcessLoads.h"
 #include "runtime/Checked.h"
 #include "runtime/Polling.h"
 #include "runtime/Utf8.h"

@@ -9,6 +9,7 @@
 #include "platform/Processors.h"
 #include "providers/CPUSnapshot.h"
 #include "providers/HistoryRing.h"
+#include "providers/ProcessLoads.h"
 #include "providers/ProcessScanCache.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
