@@ -38,7 +38,7 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
           loop, FolderProvider::Services{platform.folders, *platform.folderLane})),
       audio(std::make_shared<AudioProvider>(
           loop, AudioProvider::Services{platform.audio, platform.applications, *platform.audioLane})),
-      dayFiles(platform.dayFiles, platform.calendar),
+      dayFiles(platform.historyFolder, platform.calendar),
       recorder(std::make_shared<HistoryRecorder>(
           loop, HistoryRecorder::Services{platform.calendar, platform.facts, dayFiles})),
       historyStore(dayFiles, platform.calendar),

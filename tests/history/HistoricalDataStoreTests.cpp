@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "SampleDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "history/HistoricalDataStore.h"
 #include "support/ScriptedPlatform.h"
 
@@ -18,10 +18,10 @@ constexpr const char* fileName = "2026-05-09.json";
 class HistoricalDataStoreTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   void keep(const std::string& name, const DailySummary& summary) {
-    dayFiles.files[name] = encodeDay(summary).text;
+    historyFolder.files[name] = encodeDay(summary).text;
   }
 
-  DayFiles files{dayFiles, calendar};
+  DayFiles files{historyFolder, calendar};
   HistoricalDataStore store{files, calendar};
 };
 
@@ -29,11 +29,11 @@ TEST_F(HistoricalDataStoreTest, readsADayOnceAndKeepsIt) {
   const DailySummary summary = test::sampleDay(midnight);
   keep(fileName, summary);
   EXPECT_EQ(store.load(midnight + 50000.5), summary);
-  dayFiles.files.clear();
+  historyFolder.files.clear();
   EXPECT_EQ(store.load(midnight), summary);
   keep(fileName, {.date = midnight});
   EXPECT_EQ(store.load(midnight + (day - 0.001)), summary);
-  EXPECT_THAT(dayFiles.reads, ElementsAre(fileName));
+  EXPECT_THAT(historyFolder.reads, ElementsAre(fileName));
   EXPECT_THAT(*store.cache, SizeIs(1));
 }
 
@@ -41,12 +41,12 @@ TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
   EXPECT_EQ(store.load(midnight), std::nullopt);
   std::string lacking = encodeDay(test::sampleDay(midnight)).text;
   lacking.erase(lacking.find(",\"uptimeDays\":12"), 16);
-  dayFiles.files[fileName] = lacking;
+  historyFolder.files[fileName] = lacking;
   EXPECT_EQ(store.load(midnight), std::nullopt);
   EXPECT_THAT(*store.cache, SizeIs(0));
   keep(fileName, test::sampleDay(midnight));
   EXPECT_EQ(store.load(midnight), test::sampleDay(midnight));
-  EXPECT_THAT(dayFiles.reads, SizeIs(3));
+  EXPECT_THAT(historyFolder.reads, SizeIs(3));
 }
 
 // A view that reads what it loads for the first time.

@@ -24,7 +24,7 @@
 #include "platform/linux/time/LinuxCalendar.h"
 #include "platform/linux/time/LinuxClock.h"
 #include "platform/linux/user/JsonPreferenceStorage.h"
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 #include "platform/linux/user/LinuxLoginItem.h"
 
 namespace kestrune::platform {
@@ -40,9 +40,10 @@ class LinuxPlatform {
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  // What belongs to the desktop comes from elsewhere. `dayFiles` takes the place of the files on the disk.
+  // What belongs to the desktop comes from elsewhere. `historyFolder` takes the place of the files on the
+  // disk.
   Platform platform(UserNotifications& notifications, Workspace& workspace,
-                    DayFileStorage* dayFiles = nullptr);
+                    HistoryFolder* historyFolder = nullptr);
   // What the main loop is to be made with.
   LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
 
@@ -68,7 +69,7 @@ class LinuxPlatform {
   LinuxFolders folders_;
   LinuxSystemFacts facts_;
   LinuxLoginItem loginItem_;
-  LinuxDayFiles dayFiles_;
+  LinuxHistoryFolder historyFolder_;
   // Last, so that they end before what their work uses.
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;

@@ -6,9 +6,9 @@
 namespace kestrune::platform {
 
 // The folder "Kestrune/history" of the user's data. Names have no slash. Main thread.
-class DayFileStorage {
+class HistoryFolder {
  public:
-  virtual ~DayFileStorage() = default;
+  virtual ~HistoryFolder() = default;
   // The whole file. Absent: there is none, or it can't be read.
   virtual std::optional<std::string> read(const std::string& name) = 0;
   // Whether there is a file of that name, whatever is in it.
