@@ -70,11 +70,6 @@ bool AppEnvironment::canGoBack() const {
   return before && dayFiles.exists(*before);
 }
 
-std::optional<DailySummary> AppEnvironment::dayRecord(int days) const {
-  const auto day = startOfDay(days);
-  return day ? dayFiles.read(*day) : std::nullopt;
-}
-
 Date AppEnvironment::startOfDay(Date date) const {
   return calendar_.startOfDay(date);
 }

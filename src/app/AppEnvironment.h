@@ -55,8 +55,6 @@ class AppEnvironment {
 
   // Whether the day before the selected one, or before today, has a file.
   bool canGoBack() const;
-  // The record in the file of the day so many days from today; a day without a readable file has none.
-  std::optional<DailySummary> dayRecord(int days) const;
   Date startOfDay(Date date) const;
   // Of the day so many days from today; absent where the calendar ends.
   std::optional<Date> startOfDay(int days) const;

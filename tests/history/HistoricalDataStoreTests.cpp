@@ -9,6 +9,7 @@ namespace kestrune {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
@@ -47,6 +48,26 @@ TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
   keep(fileName, test::sampleDay(midnight));
   EXPECT_EQ(store.load(midnight), test::sampleDay(midnight));
   EXPECT_THAT(historyFolder.reads, SizeIs(3));
+}
+
+TEST_F(HistoricalDataStoreTest, readsTheDaysBeforeAnInstantEachTime) {
+  for (const auto* name : {"2026-05-10", "2026-05-09", "2026-05-07", "2026-05-06"}) {
+    keep(name + std::string(".json"), test::sampleDay({static_cast<double>(name[9])}));
+  }
+  historyFolder.files["2026-05-08.json"] = "damaged";
+  const auto dates = [&] {
+    std::vector<double> found;
+    for (const DailySummary& record : store.daysBefore(midnight + (day + 50000), 3)) {
+      found.push_back(record.date.seconds);
+    }
+    return found;
+  };
+  EXPECT_THAT(dates(), ElementsAre('9', '7')) << "three days, the latest first, without the damaged one";
+  store.load(midnight);
+  keep(fileName, {.date = {1}});
+  EXPECT_THAT(dates(), ElementsAre(1, '7')) << "as the file is now";
+  calendar.isOutOfRange = true;
+  EXPECT_THAT(dates(), IsEmpty());
 }
 
 // A view that reads what it loads for the first time.
