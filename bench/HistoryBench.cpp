@@ -11,9 +11,9 @@
 #include <benchmark/benchmark.h>
 
 #include "FullDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "history/HistoryRecorder.h"
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {
@@ -43,7 +43,7 @@ BENCHMARK(decodeFullDay)->Unit(benchmark::kMicrosecond);
 void load89FullDays(benchmark::State& state) {
   std::string folder = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no folder");
-  platform::LinuxDayFiles storage(folder);
+  platform::LinuxHistoryFolder storage(folder);
   constexpr int days = 89;
   for (int i = 0; i < days; ++i) storage.write(nameOf(i), encodeDay(fullDay({86400.0 * i})).text);
   for (auto _ : state) {
@@ -80,8 +80,8 @@ void foldOfAMinute(benchmark::State& state) {
   sources.cpu->current.set(cpu);
 
   DailySummary day = fullDay(machine.calendar.startOfDay(machine.clock.now()));
-  machine.dayFiles.files["2026-05-09.json"] = encodeDay(day).text;
-  DayFiles files(machine.dayFiles, machine.calendar);
+  machine.historyFolder.files["2026-05-09.json"] = encodeDay(day).text;
+  DayFiles files(machine.historyFolder, machine.calendar);
   const auto recorder = std::make_shared<HistoryRecorder>(
       machine.loop, HistoryRecorder::Services{machine.calendar, machine.systemFacts, files});
   if (recorder->current.hours.size() != 24) return state.SkipWithError("the day was not loaded");

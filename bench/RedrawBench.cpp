@@ -7,7 +7,7 @@
 
 #include "FullDay.h"
 #include "app/AppEnvironment.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "support/ScriptedPlatform.h"
 #include "texts/Catalogue.h"
 #include "ui/pages/CPUTab.h"
@@ -179,7 +179,7 @@ void showNinetyDays(benchmark::State& state) {
   Page<ui::StatsTab> page;
   for (int ago = 1; ago < 90; ++ago) {
     const Date day = *page.env.startOfDay(-ago);
-    page.computer.dayFiles.files[page.env.dayFiles.name(day)] = encodeDay(fullDay(day)).text;
+    page.computer.historyFolder.files[page.env.dayFiles.name(day)] = encodeDay(fullDay(day)).text;
   }
   const auto show = [&page](ui::StatsRange range) {
     page.tab->select(range);

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Fuzzer.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 
 using namespace kestrune;
 

@@ -46,7 +46,7 @@ class UnusedWorkspace final : public platform::Workspace {
   void reveal(const platform::FileLocation&) override {}
 };
 
-class NoDayFiles final : public platform::DayFileStorage {
+class NoHistoryFolder final : public platform::HistoryFolder {
  public:
   std::optional<std::string> read(const std::string&) override { return std::nullopt; }
   bool exists(const std::string&) override { return false; }
@@ -74,8 +74,8 @@ int main(int argc, char** argv) {
   platform::LinuxPlatform computer;
   SilentNotifications notifications;
   UnusedWorkspace workspace;
-  NoDayFiles dayFiles;
-  const platform::Platform services = computer.platform(notifications, workspace, &dayFiles);
+  NoHistoryFolder historyFolder;
+  const platform::Platform services = computer.platform(notifications, workspace, &historyFolder);
   MainLoop loop(services.clock, computer.loopDescriptor());
   Preferences preferences(services.preferences);
   const Catalogue texts;

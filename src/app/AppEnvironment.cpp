@@ -38,7 +38,7 @@ AppEnvironment::AppEnvironment(MainLoop& loop, const platform::Platform& platfor
           loop, FolderProvider::Services{platform.folders, *platform.folderLane})),
       audio(std::make_shared<AudioProvider>(
           loop, AudioProvider::Services{platform.audio, platform.applications, *platform.audioLane})),
-      dayFiles(platform.dayFiles, platform.calendar),
+      dayFiles(platform.historyFolder, platform.calendar),
       recorder(std::make_shared<HistoryRecorder>(
           loop, HistoryRecorder::Services{platform.calendar, platform.facts, dayFiles})),
       historyStore(dayFiles, platform.calendar),
@@ -68,11 +68,6 @@ void AppEnvironment::shiftSelectedDate(int days) {
 bool AppEnvironment::canGoBack() const {
   const auto before = calendar_.addingDays(selectedDate->value_or(today()), -1);
   return before && dayFiles.exists(*before);
-}
-
-std::optional<DailySummary> AppEnvironment::dayRecord(int days) const {
-  const auto day = startOfDay(days);
-  return day ? dayFiles.read(*day) : std::nullopt;
 }
 
 Date AppEnvironment::startOfDay(Date date) const {

@@ -55,8 +55,6 @@ class AppEnvironment {
 
   // True if the day before the selected one (or before today) has a file.
   bool canGoBack() const;
-  // The record in the file of the day so many days from today; a day without a readable file has none.
-  std::optional<DailySummary> dayRecord(int days) const;
   Date startOfDay(Date date) const;
   // The start of the day `days` from today; absent if out of the calendar's range.
   std::optional<Date> startOfDay(int days) const;

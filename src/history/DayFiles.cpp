@@ -1,6 +1,6 @@
 #include "history/DayFiles.h"
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 
 namespace kestrune {
 

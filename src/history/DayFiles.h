@@ -6,7 +6,7 @@
 
 #include "history/DailySummary.h"
 #include "platform/Calendar.h"
-#include "platform/DayFileStorage.h"
+#include "platform/HistoryFolder.h"
 
 namespace kestrune {
 
@@ -14,7 +14,7 @@ namespace kestrune {
 class DayFiles {
  public:
   // Both must outlive it.
-  DayFiles(platform::DayFileStorage& storage, platform::Calendar& calendar)
+  DayFiles(platform::HistoryFolder& storage, platform::Calendar& calendar)
       : storage_(storage), calendar_(calendar) {}
 
   // "2026-05-09.json" for the day that begins then, in the time zone as it stood when a name was first asked
@@ -30,7 +30,7 @@ class DayFiles {
   std::optional<std::string> write(const DailySummary& summary);
 
  private:
-  platform::DayFileStorage& storage_;
+  platform::HistoryFolder& storage_;
   platform::Calendar& calendar_;
   mutable std::function<std::string(Date)> dayFileFormatter_;
 };

@@ -10,17 +10,28 @@ std::optional<DailySummary> HistoricalDataStore::load(Date date) {
     const auto entry = cache->find(day);
     return entry == cache->end() ? std::nullopt : std::optional(entry->second);
   };
-  // A record that is there stays as it is: whoever gets one has no change to wait for. So no view is
-  // evaluated again because of what its own evaluation has loaded.
+  // A cached record never changes, so a view that gets one has nothing to wait for and must not be evaluated
+  // again because of what its own evaluation loaded.
   if (auto summary = Dependencies::untracked(known)) return summary;
 
   auto summary = files_.read(day);
   if (summary) {
     cache.modify([&](auto& days) { days.emplace(day, *summary); });
   } else {
-    cache.get();  // whoever gets nothing is told when the day turns up for another
+    cache.get();  // a view that gets nothing is evaluated again once another one finds the day
   }
   return summary;
+}
+
+std::vector<DailySummary> HistoricalDataStore::daysBefore(Date date, int count) const {
+  std::vector<DailySummary> records;
+  const Date today = calendar_.startOfDay(date);
+  for (int ago = 1; ago <= count; ++ago) {
+    const auto day = calendar_.addingDays(today, -ago);
+    if (!day) continue;
+    if (auto record = files_.read(calendar_.startOfDay(*day))) records.push_back(*std::move(record));
+  }
+  return records;
 }
 
 }  // namespace kestrune

@@ -7,8 +7,8 @@
 #include "platform/BlockStorage.h"
 #include "platform/Calendar.h"
 #include "platform/Chip.h"
-#include "platform/DayFileStorage.h"
 #include "platform/Folders.h"
+#include "platform/HistoryFolder.h"
 #include "platform/LocationPermission.h"
 #include "platform/LoginItem.h"
 #include "platform/Memory.h"
@@ -58,7 +58,7 @@ struct Platform {
   std::shared_ptr<WorkLane> folderLane;
   SystemFacts& facts;
   LoginItem& loginItem;
-  DayFileStorage& dayFiles;
+  HistoryFolder& historyFolder;
   UserNotifications& notifications;
   Workspace& workspace;
 };

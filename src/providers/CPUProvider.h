@@ -7,7 +7,9 @@
 
 #include "platform/Chip.h"
 #include "platform/Processors.h"
+#include "providers/CPUSnapshot.h"
 #include "providers/HistoryRing.h"
+#include "providers/ProcessLoads.h"
 #include "providers/ProcessScanCache.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
@@ -23,23 +25,6 @@ struct ChipInfo {
 
   // "4E + 6P" where the chip has both kinds, else the number of physical cores.
   std::string coreDescription() const;
-};
-
-struct CPUSnapshot {
-  struct ProcessInfo {
-    std::int32_t id = 0;
-    std::string name;
-    std::string executablePath;  // possibly empty
-    double cpuPercent = 0;       // of one processor; above 0.05, at most 999
-    std::uint64_t memoryBytes = 0;
-  };
-
-  double usagePercent = 0;                // of the whole machine, 0 to 100
-  std::vector<double> coreUsages;         // of each logical processor, 0 to 100, efficiency cores first
-  std::vector<ProcessInfo> topProcesses;  // at most 8, busiest first
-
-  // What is shown until real data replaces it.
-  static CPUSnapshot demonstration();
 };
 
 // Samples the load of the machine and of each processor once per interval, keeps what the charts read, and at

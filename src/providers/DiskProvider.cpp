@@ -1,6 +1,5 @@
 #include "providers/DiskProvider.h"
 
-#include "providers/CounterRate.h"
 #include "runtime/Checked.h"
 #include "runtime/Polling.h"
 #include "runtime/Utf8.h"
@@ -43,31 +42,27 @@ void DiskProvider::tick() {
   history.modify([&](auto& ring) { ring.append({loop_.clock().now(), *current}); });
 }
 
-std::optional<DiskProvider::Counters> DiskProvider::readCounters() {
+// Leaves the last reading as it is on failure.
+bool DiskProvider::readCounters() {
   const auto drivers = storage_.blockDrivers();
-  if (!drivers) return std::nullopt;
-  Counters sums;
+  if (!drivers) return false;
+  CounterPair sums{.time = loop_.clock().now()};
   for (const auto& driver : *drivers) {
-    sums.read = add(sums.read, driver.bytesRead.value_or(0));
-    sums.write = add(sums.write, driver.bytesWritten.value_or(0));
+    sums.first = add(sums.first, driver.bytesRead.value_or(0));
+    sums.second = add(sums.second, driver.bytesWritten.value_or(0));
   }
-  prevRead_ = sums.read;
-  prevWrite_ = sums.write;
-  prevTime_ = loop_.clock().now();
-  return sums;
+  bytes_ = sums;
+  return true;
 }
 
 std::optional<DiskSnapshot> DiskProvider::sample() {
-  const std::uint64_t read = prevRead_;
-  const std::uint64_t write = prevWrite_;
-  const Date time = prevTime_;
-  const auto counters = readCounters();
-  if (!counters) return std::nullopt;
-  const double seconds = loop_.clock().now() - time;
+  const CounterPair before = bytes_;
+  if (!readCounters()) return std::nullopt;
   DiskSnapshot snapshot = *current;
-  if (!(seconds > shortestRateSpan)) return snapshot;
-  snapshot.readBytesPerSec = counterRate(counters->read, read, seconds);
-  snapshot.writeBytesPerSec = counterRate(counters->write, write, seconds);
+  const auto growth = bytes_.growthSince(before);
+  if (!growth) return snapshot;
+  snapshot.readBytesPerSec = growth->firstPerSecond();
+  snapshot.writeBytesPerSec = growth->secondPerSecond();
   readVolume(snapshot);
   return snapshot;
 }

@@ -7,6 +7,7 @@
 
 #include "platform/BlockStorage.h"
 #include "platform/Volumes.h"
+#include "providers/CounterPair.h"
 #include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
@@ -47,11 +48,7 @@ class DiskProvider : public std::enable_shared_from_this<DiskProvider> {
   bool paused = false;  // the polling loop skips its ticks while set
 
  private:
-  struct Counters {
-    std::uint64_t read = 0;
-    std::uint64_t write = 0;
-  };
-  std::optional<Counters> readCounters();
+  bool readCounters();
   std::optional<DiskSnapshot> sample();
   void readVolume(DiskSnapshot& snapshot);
 
@@ -59,9 +56,7 @@ class DiskProvider : public std::enable_shared_from_this<DiskProvider> {
   platform::BlockStorage& storage_;
   platform::Volumes& volumes_;
   Task task_;
-  std::uint64_t prevRead_ = 0;
-  std::uint64_t prevWrite_ = 0;
-  Date prevTime_ = Date::distantPast;
+  CounterPair bytes_;  // read and written, of all drives, at the last successful reading
 };
 
 }  // namespace kestrune

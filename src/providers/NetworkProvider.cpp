@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "providers/CounterRate.h"
 #include "providers/InterfaceNames.h"
 #include "runtime/Checked.h"
 #include "runtime/Polling.h"
@@ -81,32 +80,28 @@ void NetworkProvider::tick() {
   downloadHistory.modify([&](auto& ring) { ring.append({clock.now(), current->downloadBytesPerSec}); });
 }
 
-std::optional<NetworkProvider::Counters> NetworkProvider::readCounters() {
+// Leaves the last reading as it is on failure.
+bool NetworkProvider::readCounters() {
   const auto links = services_.interfaces.links();
-  if (!links || links->empty()) return std::nullopt;
-  Counters sums;
+  if (!links || links->empty()) return false;
+  CounterPair sums{.time = loop_.clock().now()};
   for (const auto& link : *links) {
     if (!link.counters || !isCounted(link, services_.interfaces.naming())) continue;
-    sums.up = add(sums.up, link.counters->sent);
-    sums.down = add(sums.down, link.counters->received);
+    sums.first = add(sums.first, link.counters->sent);
+    sums.second = add(sums.second, link.counters->received);
   }
-  prevUp_ = sums.up;
-  prevDown_ = sums.down;
-  prevTime_ = loop_.clock().now();
-  return sums;
+  bytes_ = sums;
+  return true;
 }
 
 std::optional<NetworkSnapshot> NetworkProvider::sampleNow() {
-  const std::uint64_t up = prevUp_;
-  const std::uint64_t down = prevDown_;
-  const Date time = prevTime_;
-  const auto counters = readCounters();
-  if (!counters) return std::nullopt;
-  const double seconds = loop_.clock().now() - time;
-  if (!(seconds > shortestRateSpan)) return *current;
+  const CounterPair before = bytes_;
+  if (!readCounters()) return std::nullopt;
+  const auto growth = bytes_.growthSince(before);
+  if (!growth) return *current;
   NetworkSnapshot snapshot;
-  snapshot.uploadBytesPerSec = counterRate(counters->up, up, seconds);
-  snapshot.downloadBytesPerSec = counterRate(counters->down, down, seconds);
+  snapshot.uploadBytesPerSec = growth->firstPerSecond();
+  snapshot.downloadBytesPerSec = growth->secondPerSecond();
   copyFacts(snapshot);
   return snapshot;
 }

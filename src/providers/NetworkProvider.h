@@ -10,6 +10,7 @@
 #include "platform/NetworkInterfaces.h"
 #include "platform/WiFi.h"
 #include "providers/ConnectionFacts.h"
+#include "providers/CounterPair.h"
 #include "providers/HistoryRing.h"
 #include "runtime/Published.h"
 #include "runtime/Task.h"
@@ -74,12 +75,8 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
   bool paused = false;  // the polling loop skips its ticks while set
 
  private:
-  struct Counters {
-    std::uint64_t up = 0;
-    std::uint64_t down = 0;
-  };
   void watchLocation();
-  std::optional<Counters> readCounters();
+  bool readCounters();
   std::optional<NetworkSnapshot> sampleNow();
   ConnectionQuestion askConnection();
   void publish(ConnectionFacts facts);
@@ -91,9 +88,7 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
   MainLoop& loop_;
   Services services_;
   Task task_;
-  std::uint64_t prevUp_ = 0;
-  std::uint64_t prevDown_ = 0;
-  Date prevTime_ = Date::distantPast;
+  CounterPair bytes_;  // sent and received, of all counted interfaces, at the last successful reading
   ConnectionFacts cached_;
   Date connectionRefreshed_ = Date::distantPast;  // when the last look finished
   bool isRefreshing_ = false;

@@ -12,9 +12,9 @@ namespace kestrune {
 namespace {
 
 constexpr std::size_t listedProcesses = 8;
-constexpr double shortestSpan = 0.1;   // seconds
-constexpr double leastPercent = 0.05;  // of one processor; what is listed lies above
-constexpr double mostPercent = 999;    // of one processor
+// Of one processor; only loads above the minimum are listed.
+constexpr double minPercent = 0.05;
+constexpr double maxPercent = 999;
 constexpr double nanosecondsPerSecond = 1e9;
 
 struct Row {
@@ -22,17 +22,11 @@ struct Row {
   double percent;
 };
 
-// A counter that went backwards belongs to another process with the same id.
-std::uint64_t growth(std::uint64_t now, std::uint64_t before) {
-  return now < before ? 0 : now - before;
-}
-
-std::optional<double> percentSince(const ProcessTick& before, const ProcessTick& now) {
-  const double span = now.time - before.time;
-  if (!(span > shortestSpan)) return std::nullopt;
-  const std::uint64_t used =
-      checkedAdd(growth(now.user, before.user), growth(now.sys, before.sys), "the time used by a process");
-  return static_cast<double>(used) / (span * nanosecondsPerSecond) * 100;
+std::optional<double> percentSince(const CounterPair& before, const CounterPair& now) {
+  const auto growth = now.growthSince(before);
+  if (!growth) return std::nullopt;
+  const std::uint64_t used = checkedAdd(growth->first, growth->second, "the time used by a process");
+  return static_cast<double>(used) / (growth->seconds * nanosecondsPerSecond) * 100;
 }
 
 }  // namespace
@@ -42,12 +36,12 @@ ProcessLoads processLoads(const std::vector<ProcessEntry>& entries, const Proces
   result.ticks.reserve(entries.size());
   std::vector<Row> rows;
   for (const ProcessEntry& entry : entries) {
-    const ProcessTick tick{.user = entry.tickUser, .sys = entry.tickSys, .time = now.seconds};
+    const CounterPair tick{.first = entry.tickUser, .second = entry.tickSys, .time = now};
     result.ticks[entry.pid] = tick;
     const auto before = previous.find(entry.pid);
     if (before == previous.end()) continue;
     const auto percent = percentSince(before->second, tick);
-    if (percent && *percent > leastPercent) rows.push_back({&entry, std::min(*percent, mostPercent)});
+    if (percent && *percent > minPercent) rows.push_back({&entry, std::min(*percent, maxPercent)});
   }
 
   std::ranges::stable_sort(rows, std::ranges::greater{}, &Row::percent);

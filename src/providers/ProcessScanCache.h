@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/ProcessTable.h"
@@ -21,14 +20,6 @@ struct ProcessEntry {
   std::uint64_t tickUser = 0;     // cumulative nanoseconds
   std::uint64_t tickSys = 0;      // cumulative nanoseconds
 };
-
-// The cumulative times of one process at one moment.
-struct ProcessTick {
-  std::uint64_t user = 0;
-  std::uint64_t sys = 0;
-  double time = 0;  // Date::seconds
-};
-using ProcessTicks = std::unordered_map<std::int32_t, ProcessTick>;
 
 // The one walker of the process table. It remembers the last walk for 2 seconds, so that several callers cost
 // one walk. Everything it does happens in its lane, which runs one thing at a time; it has no lock of its

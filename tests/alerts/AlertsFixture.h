@@ -73,7 +73,7 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
     return 0;
   }
 
-  DayFiles recordFiles{dayFiles, calendar};
+  DayFiles recordFiles{historyFolder, calendar};
   Preferences settings{preferences};
   Catalogue texts;
   LocaleFormats formats{"en_US.UTF-8"};

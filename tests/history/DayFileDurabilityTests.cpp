@@ -16,10 +16,10 @@
 #include <unistd.h>
 
 #include "SampleDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "history/HistoryRecorder.h"
 #include "platform/linux/files/UniqueFd.h"
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 #include "support/LeaveMachine.h"
 #include "support/ScriptedPlatform.h"
 #include "support/TemporaryFolder.h"
@@ -66,7 +66,7 @@ DailySummary numberedDay(std::int64_t number) {
 }
 
 // Writes one record after the other until it is killed, and says so through `pipe` after the first.
-[[noreturn]] void writeForEver(platform::DayFileStorage& storage, std::int64_t number, int pipe) {
+[[noreturn]] void writeForEver(platform::HistoryFolder& storage, std::int64_t number, int pipe) {
   for (bool isFirst = true;; isFirst = false) {
     storage.write("2026-05-09.json", encodeDay(numberedDay(++number)).text);
     if (isFirst && write(pipe, "!", 1) != 1) _exit(1);
@@ -77,7 +77,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
  protected:
   // What the recorder prints when it saves.
   std::string save(const DailySummary& summary) {
-    platform::LinuxDayFiles storage(data);
+    platform::LinuxHistoryFolder storage(data);
     DayFiles files(storage, calendar);
     HistoryRecorder recorder(loop, {.calendar = calendar, .facts = systemFacts, .files = files});
     testing::internal::CaptureStdout();
@@ -96,7 +96,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
 };
 
 TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
-  platform::LinuxDayFiles storage(data);
+  platform::LinuxHistoryFolder storage(data);
   ASSERT_EQ(save(numberedDay(0)), "");
   std::mt19937 random(20260509);
   std::uniform_int_distribution<int> microseconds(0, 10000);

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "SampleDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "history/HistoricalDataStore.h"
 #include "support/ScriptedPlatform.h"
 
@@ -9,6 +9,7 @@ namespace kestrune {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
@@ -18,10 +19,10 @@ constexpr const char* fileName = "2026-05-09.json";
 class HistoricalDataStoreTest : public testing::Test, public test::ScriptedPlatform {
  protected:
   void keep(const std::string& name, const DailySummary& summary) {
-    dayFiles.files[name] = encodeDay(summary).text;
+    historyFolder.files[name] = encodeDay(summary).text;
   }
 
-  DayFiles files{dayFiles, calendar};
+  DayFiles files{historyFolder, calendar};
   HistoricalDataStore store{files, calendar};
 };
 
@@ -29,11 +30,11 @@ TEST_F(HistoricalDataStoreTest, readsADayOnceAndKeepsIt) {
   const DailySummary summary = test::sampleDay(midnight);
   keep(fileName, summary);
   EXPECT_EQ(store.load(midnight + 50000.5), summary);
-  dayFiles.files.clear();
+  historyFolder.files.clear();
   EXPECT_EQ(store.load(midnight), summary);
   keep(fileName, {.date = midnight});
   EXPECT_EQ(store.load(midnight + (day - 0.001)), summary);
-  EXPECT_THAT(dayFiles.reads, ElementsAre(fileName));
+  EXPECT_THAT(historyFolder.reads, ElementsAre(fileName));
   EXPECT_THAT(*store.cache, SizeIs(1));
 }
 
@@ -41,12 +42,32 @@ TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
   EXPECT_EQ(store.load(midnight), std::nullopt);
   std::string lacking = encodeDay(test::sampleDay(midnight)).text;
   lacking.erase(lacking.find(",\"uptimeDays\":12"), 16);
-  dayFiles.files[fileName] = lacking;
+  historyFolder.files[fileName] = lacking;
   EXPECT_EQ(store.load(midnight), std::nullopt);
   EXPECT_THAT(*store.cache, SizeIs(0));
   keep(fileName, test::sampleDay(midnight));
   EXPECT_EQ(store.load(midnight), test::sampleDay(midnight));
-  EXPECT_THAT(dayFiles.reads, SizeIs(3));
+  EXPECT_THAT(historyFolder.reads, SizeIs(3));
+}
+
+TEST_F(HistoricalDataStoreTest, readsTheDaysBeforeAnInstantEachTime) {
+  for (const auto* name : {"2026-05-10", "2026-05-09", "2026-05-07", "2026-05-06"}) {
+    keep(name + std::string(".json"), test::sampleDay({static_cast<double>(name[9])}));
+  }
+  historyFolder.files["2026-05-08.json"] = "damaged";
+  const auto dates = [&] {
+    std::vector<double> found;
+    for (const DailySummary& record : store.daysBefore(midnight + (day + 50000), 3)) {
+      found.push_back(record.date.seconds);
+    }
+    return found;
+  };
+  EXPECT_THAT(dates(), ElementsAre('9', '7')) << "three days, the latest first, without the damaged one";
+  store.load(midnight);
+  keep(fileName, {.date = {1}});
+  EXPECT_THAT(dates(), ElementsAre(1, '7')) << "as the file is now";
+  calendar.isOutOfRange = true;
+  EXPECT_THAT(dates(), IsEmpty());
 }
 
 // A view that reads what it loads for the first time.

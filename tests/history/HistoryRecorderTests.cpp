@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "SampleDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "history/HistoryRecorder.h"
 #include "platform/linux/time/LinuxCalendar.h"
 #include "support/ScriptedPlatform.h"
@@ -41,7 +41,7 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
 
   void begin() { begin(calendar); }
   void begin(platform::Calendar& userCalendar) {
-    files.emplace(dayFiles, userCalendar);
+    files.emplace(historyFolder, userCalendar);
     recorder = std::make_shared<HistoryRecorder>(
         loop, HistoryRecorder::Services{.calendar = userCalendar, .facts = systemFacts, .files = *files});
     recorder->start(sources);
@@ -55,7 +55,7 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
     sources.network->current.set(snapshot);
   }
   void showUsage(double percent) const { sources.cpu->current.set({.usagePercent = percent}); }
-  std::optional<DailySummary> onFile(const std::string& name) { return decodeDay(dayFiles.files[name]); }
+  std::optional<DailySummary> onFile(const std::string& name) { return decodeDay(historyFolder.files[name]); }
   std::vector<std::int64_t> hours() const {
     std::vector<std::int64_t> hours;
     for (const auto& bucket : recorder->current.hours) hours.push_back(bucket.hour);
@@ -88,14 +88,14 @@ TEST_F(HistoryRecorderTest, ticksEveryMinuteAndSavesAtEveryTenth) {
   EXPECT_THAT(hours(), ElementsAre(10));
   advance(9min - 1ns);
   EXPECT_EQ(ticks(), 9);
-  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_EQ(historyFolder.writes, 0);
   advance(1ns);
-  EXPECT_THAT(dayFiles.files, ElementsAre(Key(fileName)));
+  EXPECT_THAT(historyFolder.files, ElementsAre(Key(fileName)));
   EXPECT_EQ(onFile(fileName), recorder->current);
   advance(50min);
   EXPECT_THAT(hours(), ElementsAre(10, 11));
   EXPECT_EQ(recorder->current.hours[0].cpu.count, 59) << "10:01:30 to 10:59:30";
-  EXPECT_EQ(dayFiles.writes, 6);
+  EXPECT_EQ(historyFolder.writes, 6);
 }
 
 TEST_F(HistoryRecorderTest, foldsWhatTheProvidersShow) {
@@ -169,14 +169,14 @@ TEST_F(HistoryRecorderTest, goesOnWithTheRecordOfAnEarlierRun) {
                    {.hour = 9, .cpu = {.sum = 9, .count = 9}},
                    {.hour = 10, .cpu = {.sum = 300, .count = 3, .peak = 200, .peakTime = midnight}}};
   earlier.processes["a"] = {.name = "a", .cpuSum = 1, .cpuCount = 17, .memorySum = 1};
-  dayFiles.files[fileName] = encodeDay(earlier).text;
+  historyFolder.files[fileName] = encodeDay(earlier).text;
   begin();
   EXPECT_EQ(recorder->current, earlier);
   showUsage(50);
   advance(2min);
-  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_EQ(historyFolder.writes, 0);
   advance(1min);
-  EXPECT_EQ(dayFiles.writes, 1) << "17 ticks were on file";
+  EXPECT_EQ(historyFolder.writes, 1) << "17 ticks were on file";
   EXPECT_THAT(hours(), ElementsAre(10, 9, 10));
   EXPECT_EQ(recorder->current.hours[0].cpu.count, 5) << "only the last entry goes on";
   EXPECT_EQ(recorder->current.hours[2].cpu,
@@ -187,12 +187,12 @@ TEST_F(HistoryRecorderTest, goesOnWithTheRecordOfAnEarlierRun) {
 TEST_F(HistoryRecorderTest, aDamagedRecordOfTodayIsReplacedAtTheNextSave) {
   std::string damaged = encodeDay(test::sampleDay(midnight)).text;
   damaged.pop_back();
-  dayFiles.files[fileName] = damaged;
+  historyFolder.files[fileName] = damaged;
   testing::internal::CaptureStdout();
   begin();
   EXPECT_EQ(recorder->current, (DailySummary{.date = midnight}));
   advance(9min);
-  EXPECT_EQ(dayFiles.files[fileName], damaged);
+  EXPECT_EQ(historyFolder.files[fileName], damaged);
   advance(1min);
   EXPECT_EQ(onFile(fileName), recorder->current);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
@@ -204,9 +204,9 @@ TEST_F(HistoryRecorderTest, midnightOpensANewRecord) {
   sources.network->current.set({.uploadBytesPerSec = 10, .interfaceName = "Ethernet"});
   advance(2min);
   const DailySummary last = recorder->current;
-  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_EQ(historyFolder.writes, 0);
   advance(1min);
-  EXPECT_EQ(dayFiles.writes, 1) << "the new record isn't saved at its first tick";
+  EXPECT_EQ(historyFolder.writes, 1) << "the new record isn't saved at its first tick";
   EXPECT_EQ(onFile(fileName), last);
   EXPECT_EQ(recorder->current.date, midnight + day);
   EXPECT_THAT(hours(), ElementsAre(0));
@@ -225,7 +225,7 @@ TEST_F(HistoryRecorderTest, daysAsleepLeaveNoFile) {
   EXPECT_EQ(onFile(fileName)->hours[0].cpu.count, 3);
   EXPECT_EQ(recorder->current.date, midnight + 4 * day);
   EXPECT_THAT(hours(), ElementsAre(7));
-  EXPECT_THAT(dayFiles.files, SizeIs(1));
+  EXPECT_THAT(historyFolder.files, SizeIs(1));
 }
 
 TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
@@ -235,7 +235,7 @@ TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
   advance(1min);
   EXPECT_EQ(recorder->current.date, midnight);
   EXPECT_THAT(hours(), ElementsAre(10, 22));
-  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_EQ(historyFolder.writes, 0);
   clock.setWall(midnight + timeOfDay(10, 30, 0));
   advance(1min);
   EXPECT_THAT(hours(), ElementsAre(10, 22, 10)) << "an hour that comes again";
@@ -254,24 +254,24 @@ TEST_F(HistoryRecorderTest, aDayWithoutMidnightBeginsAfterTheJump) {
   EXPECT_THAT(hours(), ElementsAre(1));
   EXPECT_EQ(recorder->current.date, jump);
   recorder->save(recorder->current);
-  EXPECT_THAT(dayFiles.files, ElementsAre(Key("2018-11-03.json"), Key("2018-11-04.json")));
+  EXPECT_THAT(historyFolder.files, ElementsAre(Key("2018-11-03.json"), Key("2018-11-04.json")));
 }
 
 TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {
-  dayFiles.failure = "No space left on device";
+  historyFolder.failure = "No space left on device";
   begin();
   testing::internal::CaptureStdout();
   advance(29min);
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "[HistoryRecorder] save failed: No space left on device\n"
             "[HistoryRecorder] save failed: No space left on device\n");
-  EXPECT_EQ(dayFiles.writes, 2) << "no second try";
-  dayFiles.failure.reset();
+  EXPECT_EQ(historyFolder.writes, 2) << "no second try";
+  historyFolder.failure.reset();
   advance(1min);
   EXPECT_EQ(onFile(fileName), recorder->current);
   EXPECT_EQ(ticks(), 30);
 
-  dayFiles.failure = "Input/output error";
+  historyFolder.failure = "Input/output error";
   clock.setWall(midnight + day);
   testing::internal::CaptureStdout();
   advance(1min);
@@ -285,7 +285,7 @@ TEST_F(HistoryRecorderTest, theLoopEndsWithoutAWordWhenTheRecorderIsGone) {
   recorder.reset();
   sources = {};
   advance(1h);
-  EXPECT_EQ(dayFiles.writes, 0);
+  EXPECT_EQ(historyFolder.writes, 0);
   EXPECT_TRUE(cpu.expired()) << "it has let go of the providers";
   EXPECT_FALSE(loop.nextDeadline());
 }

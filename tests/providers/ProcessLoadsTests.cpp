@@ -24,7 +24,7 @@ ProcessEntry entry(std::int32_t pid, std::uint64_t user, std::uint64_t sys = 0) 
 // The busiest, by a previous scan in which every process stood at 100 s of user and of system time.
 std::vector<CPUSnapshot::ProcessInfo> busiest(const std::vector<ProcessEntry>& entries, double span = 1) {
   ProcessTicks previous;
-  for (const auto& each : entries) previous[each.pid] = {100 * second, 100 * second, start.seconds};
+  for (const auto& each : entries) previous[each.pid] = {100 * second, 100 * second, start};
   return processLoads(entries, previous, start + span).busiest;
 }
 

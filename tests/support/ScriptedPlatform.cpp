@@ -70,12 +70,12 @@ std::function<std::string(Date)> ScriptedCalendar::dayFormatter() {
   };
 }
 
-std::optional<std::string> ScriptedDayFiles::read(const std::string& name) {
+std::optional<std::string> ScriptedHistoryFolder::read(const std::string& name) {
   reads.push_back(name);
   return found(files, name);
 }
 
-std::optional<std::string> ScriptedDayFiles::write(const std::string& name, const std::string& content) {
+std::optional<std::string> ScriptedHistoryFolder::write(const std::string& name, const std::string& content) {
   ++writes;
   if (!failure) files[name] = content;
   return failure;

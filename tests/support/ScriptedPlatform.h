@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/Application.h"
-#include "platform/DayFileStorage.h"
+#include "platform/HistoryFolder.h"
 #include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
@@ -89,7 +89,7 @@ class ScriptedCalendar final : public platform::Calendar {
   std::function<std::string(Date)> dayFormatter() override;
 };
 
-class ScriptedDayFiles final : public platform::DayFileStorage {
+class ScriptedHistoryFolder final : public platform::HistoryFolder {
  public:
   std::map<std::string, std::string> files;
   std::optional<std::string> failure;  // what goes wrong with each write
@@ -303,7 +303,7 @@ class ScriptedPlatform : public TestLoop {
   ScriptedAudio audio;
   ScriptedApplications applications;
   ScriptedFolders folders;
-  ScriptedDayFiles dayFiles;
+  ScriptedHistoryFolder historyFolder;
   ScriptedSystemFacts systemFacts;
   ScriptedLoginItem loginItem;
   ScriptedNotifications notifications{loop};
@@ -331,7 +331,7 @@ class ScriptedPlatform : public TestLoop {
                                     .folderLane = lane,
                                     .facts = systemFacts,
                                     .loginItem = loginItem,
-                                    .dayFiles = dayFiles,
+                                    .historyFolder = historyFolder,
                                     .notifications = notifications,
                                     .workspace = workspace};
 };

@@ -58,14 +58,14 @@ LinuxPlatform::LinuxPlatform(const std::string& root, const std::string& configD
       folders_(environment_, root),
       facts_(root, environment_),
       loginItem_(configDirectory, ownProgram()),
-      dayFiles_(dataDirectory),
+      historyFolder_(dataDirectory),
       processLane_(std::make_shared<ThreadLane>("kestrune-scan", slowDownThread)),
       connectionLane_(std::make_shared<ThreadLane>("kestrune-net", slowDownThread, connectionThreads)),
       audioLane_(std::make_shared<ThreadLane>("kestrune-audio", slowDownThread)),
       folderLane_(std::make_shared<ThreadLane>("kestrune-list", nameThread, folderThreads)) {}
 
 Platform LinuxPlatform::platform(UserNotifications& notifications, Workspace& workspace,
-                                 DayFileStorage* dayFiles) {
+                                 HistoryFolder* historyFolder) {
   return {.clock = clock_,
           .calendar = calendar_,
           .environment = environment_,
@@ -89,7 +89,7 @@ Platform LinuxPlatform::platform(UserNotifications& notifications, Workspace& wo
           .folderLane = folderLane_,
           .facts = facts_,
           .loginItem = loginItem_,
-          .dayFiles = dayFiles != nullptr ? *dayFiles : dayFiles_,
+          .historyFolder = historyFolder != nullptr ? *historyFolder : historyFolder_,
           .notifications = notifications,
           .workspace = workspace};
 }

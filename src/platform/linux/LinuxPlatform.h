@@ -23,7 +23,7 @@
 #include "platform/linux/time/LinuxCalendar.h"
 #include "platform/linux/time/LinuxClock.h"
 #include "platform/linux/user/JsonPreferenceStorage.h"
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 #include "platform/linux/user/LinuxLoginItem.h"
 
 namespace kestrune::platform {
@@ -39,10 +39,10 @@ class LinuxPlatform {
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  // The parts that belong to the desktop are supplied by the caller. `dayFiles` replaces the files on the
+  // The parts that belong to the desktop are supplied by the caller. `historyFolder` replaces the files on the
   // disk.
   Platform platform(UserNotifications& notifications, Workspace& workspace,
-                    DayFileStorage* dayFiles = nullptr);
+                    HistoryFolder* historyFolder = nullptr);
   // The waker for the main loop.
   LoopDescriptor& loopDescriptor() { return loopDescriptor_; }
 
@@ -67,7 +67,7 @@ class LinuxPlatform {
   LinuxFolders folders_;
   LinuxSystemFacts facts_;
   LinuxLoginItem loginItem_;
-  LinuxDayFiles dayFiles_;
+  LinuxHistoryFolder historyFolder_;
   // Last, so that they end before the members that their work uses.
   std::shared_ptr<ThreadLane> processLane_;
   std::shared_ptr<ThreadLane> connectionLane_;

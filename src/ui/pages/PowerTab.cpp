@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -78,9 +79,9 @@ View cell(std::string caption, std::string value) {
 
 PowerTab::PowerTab(const ViewContext& context) : context_(context) {
   const AppEnvironment& env = context.env;
-  for (int day = -trendDays; day < 0; ++day) {
-    const auto record = env.dayRecord(day);
-    if (record && record->batteryHealthPercent >= 1) healthPercents_.push_back(record->batteryHealthPercent);
+  const auto records = env.historyStore.daysBefore(context.loop.clock().now(), trendDays);
+  for (const DailySummary& record : records | std::views::reverse) {
+    if (record.batteryHealthPercent >= 1) healthPercents_.push_back(record.batteryHealthPercent);
   }
   const std::int64_t today = env.recorder->current.batteryHealthPercent;
   if (today >= 1) healthPercents_.push_back(today);

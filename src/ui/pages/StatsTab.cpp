@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
@@ -121,9 +122,8 @@ void StatsTab::load() {
   const AppEnvironment& env = context_.env;
   const int count = dayCount(range.get());
   dailySummaries_ = {env.recorder->current};
-  for (int day = -1; day >= -(count - 1); --day) {
-    if (auto record = env.dayRecord(day)) dailySummaries_.push_back(*std::move(record));
-  }
+  std::ranges::move(env.historyStore.daysBefore(context_.loop.clock().now(), count - 1),
+                    std::back_inserter(dailySummaries_));
   std::ranges::stable_sort(dailySummaries_, {}, &DailySummary::date);
   stats_.clear();
   stats_.reserve(dailySummaries_.size());

@@ -61,7 +61,7 @@ TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
   EXPECT_EQ(platform.chip.performanceCores(), 6);
   platform.preferences.store("key", true);
   EXPECT_TRUE(config.has("kestrune/preferences.json"));
-  EXPECT_EQ(platform.dayFiles.write("day", "{}"), std::nullopt);
+  EXPECT_EQ(platform.historyFolder.write("day", "{}"), std::nullopt);
   EXPECT_TRUE(config.has("Kestrune/history/day"));
 
   constexpr int ofThread = 1;  // of the kernel's interface for I/O priorities

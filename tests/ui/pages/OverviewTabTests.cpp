@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "ui/ViewFixture.h"
 #include "ui/components/StatusColors.h"
 #include "ui/pages/OverviewTab.h"
@@ -46,7 +46,7 @@ class OverviewTabTest : public test::ViewFixture {
   }
   void keep(const DailySummary& record) {
     const auto name = computer.calendar.dayFormatter()(record.date) + ".json";
-    computer.dayFiles.files[name] = encodeDay(record).text;
+    computer.historyFolder.files[name] = encodeDay(record).text;
   }
   static bool isEnabled(const test::MountedViews& views, const char* symbolName) {
     for (const auto& shown : views.kind<ButtonContent>()) {

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "ui/ViewFixture.h"
 #include "ui/components/StatusColors.h"
 #include "ui/pages/PowerTab.h"
@@ -23,7 +23,7 @@ class PowerTabTest : public test::ViewFixture {
   void keepDay(int ago, std::int64_t healthPercent) {
     const Date midnight =
         *computer.calendar.addingDays(computer.calendar.startOfDay(computer.clock.now()), -ago);
-    computer.dayFiles.files[computer.calendar.dayFormatter()(midnight) + ".json"] =
+    computer.historyFolder.files[computer.calendar.dayFormatter()(midnight) + ".json"] =
         encodeDay({.date = midnight, .batteryHealthPercent = healthPercent}).text;
   }
 };
@@ -55,7 +55,7 @@ TEST_F(PowerTabTest, healthIsAChartOnceItMoves) {
   keepDay(7, 91);
   keepDay(8, 50);
   keepDay(3, 0);
-  computer.dayFiles.files["2001-01-01.json"] = "damaged";
+  computer.historyFolder.files["2001-01-01.json"] = "damaged";
   auto tab = this->tab<PowerTab>();
   EXPECT_THAT(tab.texts(), IsSupersetOf({"Health trend (7 days)", "7 days ago", "Today"}));
   EXPECT_EQ(tab.readOut(0, 0), "91%");

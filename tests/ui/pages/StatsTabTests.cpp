@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "ui/ViewFixture.h"
 #include "ui/pages/StatsTab.h"
 
@@ -27,7 +27,8 @@ class StatsTabTest : public test::ViewFixture {
     return *computer.calendar.addingDays(computer.calendar.startOfDay(computer.clock.now()), -ago);
   }
   void keep(int ago, const DailySummary& day) {
-    computer.dayFiles.files[computer.calendar.dayFormatter()(midnight(ago)) + ".json"] = encodeDay(day).text;
+    computer.historyFolder.files[computer.calendar.dayFormatter()(midnight(ago)) + ".json"] =
+        encodeDay(day).text;
   }
   test::MountedViews loaded() {
     auto views = tab<StatsTab>();
@@ -43,7 +44,7 @@ TEST_F(StatsTabTest, sumsUpTheRangeAndLeavesGaps) {
   keep(1, dayOf(midnight(1), 40, 3 * 1048576.0));
   keep(6, dayOf(midnight(6), 80, 1048576.0));
   keep(7, dayOf(midnight(7), 99, 9e9));
-  computer.dayFiles.files[computer.calendar.dayFormatter()(midnight(2)) + ".json"] = "{}";
+  computer.historyFolder.files[computer.calendar.dayFormatter()(midnight(2)) + ".json"] = "{}";
   auto tab = loaded();
   EXPECT_THAT(tab.texts(), IsSupersetOf({"3", "40%", "80%", "4 MB"}));
   const auto& cpu = chart(tab, 0);

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "texts/CatalogueData.h"
 #include "ui/ViewFixture.h"
 #include "ui/pages/AudioTab.h"
@@ -108,7 +108,7 @@ TEST_F(LanguageTest, everyTextIsInTheCatalogue) {
   DailySummary day{.date = yesterday, .batteryHealthPercent = 80};
   day.hours.push_back({.hour = 9});
   day.networkSSIDs = {{"Ethernet", {}}, {"Home", {}}};
-  computer.dayFiles.files[env->dayFiles.name(yesterday)] = encodeDay(day).text;
+  computer.historyFolder.files[env->dayFiles.name(yesterday)] = encodeDay(day).text;
   env->recorder->current.networkSSIDs = day.networkSSIDs;
   env->recorder->current.batteryHealthPercent = 90;
   preferences.set("alerts.network.enabled", true);

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/DayFileStorage.h"
+#include "platform/HistoryFolder.h"
 
 namespace kestrune::platform {
 
 // Files in Kestrune/history in the user's data folder that only the user can read. A file is on the disk when
 // its write returns. Only regular files of at most 64 MiB are read, so that reading never blocks.
-class LinuxDayFiles final : public DayFileStorage {
+class LinuxHistoryFolder final : public HistoryFolder {
  public:
   // If `dataDirectory` is empty, nothing can be read or written.
-  explicit LinuxDayFiles(const std::string& dataDirectory);
+  explicit LinuxHistoryFolder(const std::string& dataDirectory);
 
   std::optional<std::string> read(const std::string& name) override;
   bool exists(const std::string& name) override;

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "SampleDay.h"
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 
 namespace kestrune {
 namespace {
@@ -59,7 +59,7 @@ std::string dayWith(const std::string& key, const std::string& value) {
   return text.replace(text.find("\"HERE\""), 6, value);
 }
 
-TEST(DayFileTest, isOneCompactLineWithPlainNumbers) {
+TEST(DailySummaryJsonTest, isOneCompactLineWithPlainNumbers) {
   DailySummary day{.date = midnight};
   day.hours.push_back({.hour = 9,
                        .cpu = {.sum = 12.5, .count = 2, .peak = 8e8, .peakTime = midnight + 32400.5},
@@ -79,7 +79,7 @@ TEST(DayFileTest, isOneCompactLineWithPlainNumbers) {
             R"("uptimeDays":0,"uptimeHours":0,"uptimeMinutes":0,"batteryHealthPercent":0})");
 }
 
-TEST(DayFileTest, readsBackWhatWasWritten) {
+TEST(DailySummaryJsonTest, readsBackWhatWasWritten) {
   for (const DailySummary& day : {DailySummary{.date = midnight}, test::sampleDay(midnight),
                                   test::sampleDay({-0.1}), DailySummary{.date = Date::distantPast}}) {
     EXPECT_EQ(decodeDay(encoded(day)), day);
@@ -89,7 +89,7 @@ TEST(DayFileTest, readsBackWhatWasWritten) {
       << "with blanks and escapes";
 }
 
-TEST(DayFileTest, lacksNoKeyAtAnyDepth) {
+TEST(DailySummaryJsonTest, lacksNoKeyAtAnyDepth) {
   const Json whole = sampleDocument();
   int removed = 0;
   for (const auto& path : allPaths(whole)) {
@@ -102,7 +102,7 @@ TEST(DayFileTest, lacksNoKeyAtAnyDepth) {
   EXPECT_EQ(removed, 11 + 2 * (8 + 3 * 4) + 3 * 4 + 2 * 2);
 }
 
-TEST(DayFileTest, acceptsNoOtherKindOfValue) {
+TEST(DailySummaryJsonTest, acceptsNoOtherKindOfValue) {
   const Json whole = sampleDocument();
   for (const auto& path : allPaths(whole)) {
     for (const Json& other : {Json(), Json(true), Json("5"), Json(5), Json::array(), Json::object(),
@@ -118,7 +118,7 @@ TEST(DayFileTest, acceptsNoOtherKindOfValue) {
   }
 }
 
-TEST(DayFileTest, ignoresKeysThatItDoesNotKnow) {
+TEST(DailySummaryJsonTest, ignoresKeysThatItDoesNotKnow) {
   const Json whole = sampleDocument();
   const Json unknown = Json::parse(R"({"deep":[[{"a":[]}],1e5,-0.5,true,false,null,"\u00e9]}"],"date":"x"})");
   for (const auto& path : allPaths(whole)) {
@@ -131,7 +131,7 @@ TEST(DayFileTest, ignoresKeysThatItDoesNotKnow) {
   }
 }
 
-TEST(DayFileTest, integersAreExactOrRefused) {
+TEST(DailySummaryJsonTest, integersAreExactOrRefused) {
   const auto uptime = [](const std::string& value) -> std::optional<std::int64_t> {
     const auto day = decodeDay(dayWith("uptimeDays", value));
     return day ? std::optional(day->uptimeDays) : std::nullopt;
@@ -158,7 +158,7 @@ TEST(DayFileTest, integersAreExactOrRefused) {
   }
 }
 
-TEST(DayFileTest, acceptsOnlyWhatIsJson) {
+TEST(DailySummaryJsonTest, acceptsOnlyWhatIsJson) {
   const auto date = [](const std::string& value) { return isReadable(dayWith("date", value)); };
   for (const auto* number : {"0", "-0.0", "1e5", "1E-5", "1.5e+300", "123456789012345678901234567890"}) {
     EXPECT_TRUE(date(number)) << number;
@@ -188,7 +188,7 @@ TEST(DayFileTest, acceptsOnlyWhatIsJson) {
   EXPECT_FALSE(isReadable("[" + whole + "]"));
 }
 
-TEST(DayFileTest, hostileNestingEndsEarly) {
+TEST(DailySummaryJsonTest, hostileNestingEndsEarly) {
   constexpr std::size_t depth = 2'000'000;
   EXPECT_TRUE(isReadable(dayWith("unknown", std::string(100, '[') + std::string(100, ']'))));
   EXPECT_FALSE(isReadable(dayWith("unknown", std::string(depth, '[') + std::string(depth, ']'))));
@@ -198,7 +198,7 @@ TEST(DayFileTest, hostileNestingEndsEarly) {
   EXPECT_FALSE(isReadable(dayWith("unknown", objects)));
 }
 
-TEST(DayFileTest, numbersThatAreNoneCannotBeWritten) {
+TEST(DailySummaryJsonTest, numbersThatAreNoneCannotBeWritten) {
   const double infinity = std::numeric_limits<double>::infinity();
   for (const double bad : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity}) {
     std::vector<DailySummary> days(5, test::sampleDay(midnight));
@@ -215,7 +215,7 @@ TEST(DayFileTest, numbersThatAreNoneCannotBeWritten) {
   }
 }
 
-TEST(DayFileTest, bytesThatAreNoTextAreReplaced) {
+TEST(DailySummaryJsonTest, bytesThatAreNoTextAreReplaced) {
   DailySummary day{.date = midnight};
   day.processes["\xFF\xFE"] = {.name = "caf\xE9"};
   day.networkSSIDs[std::string("a\0\xC3", 3)] = {};

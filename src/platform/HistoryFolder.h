@@ -6,9 +6,9 @@
 namespace kestrune::platform {
 
 // The folder "Kestrune/history" of the user's data. Names have no slash. Main thread.
-class DayFileStorage {
+class HistoryFolder {
  public:
-  virtual ~DayFileStorage() = default;
+  virtual ~HistoryFolder() = default;
   // The whole file. Absent: it doesn't exist or can't be read.
   virtual std::optional<std::string> read(const std::string& name) = 0;
   // True if there is a file of that name, even an invalid one.

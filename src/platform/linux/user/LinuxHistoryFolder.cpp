@@ -1,4 +1,4 @@
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -14,19 +14,19 @@ constexpr std::size_t maxFileBytes = std::size_t{64} << 20U;
 
 }  // namespace
 
-LinuxDayFiles::LinuxDayFiles(const std::string& dataDirectory)
+LinuxHistoryFolder::LinuxHistoryFolder(const std::string& dataDirectory)
     : folder_(dataDirectory.empty() ? dataDirectory : below(dataDirectory, "Kestrune/history")) {}
 
-std::optional<std::string> LinuxDayFiles::read(const std::string& name) {
+std::optional<std::string> LinuxHistoryFolder::read(const std::string& name) {
   return exists(name) ? readFile(below(folder_, name), maxFileBytes) : std::nullopt;
 }
 
-bool LinuxDayFiles::exists(const std::string& name) {
+bool LinuxHistoryFolder::exists(const std::string& name) {
   std::error_code ignored;
   return !folder_.empty() && std::filesystem::is_regular_file(below(folder_, name), ignored);
 }
 
-std::optional<std::string> LinuxDayFiles::write(const std::string& name, const std::string& content) {
+std::optional<std::string> LinuxHistoryFolder::write(const std::string& name, const std::string& content) {
   if (folder_.empty()) return "there is no folder for the user's data";
   const auto error = replaceFile(below(folder_, name), content);
   return error ? std::optional(error.message()) : std::nullopt;

@@ -1,4 +1,4 @@
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "platform/linux/user/LinuxDayFiles.h"
+#include "platform/linux/user/LinuxHistoryFolder.h"
 #include "support/TemporaryFolder.h"
 
 namespace kestrune::platform {
@@ -13,15 +13,15 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Optional;
 
-class DayFileStorageTest : public testing::Test {
+class HistoryFolderTest : public testing::Test {
  protected:
   fs::perms permissions(const std::string& name) const { return fs::status(folder / name).permissions(); }
 
   test::TemporaryFolder folder;
-  LinuxDayFiles storage{folder / "share"};
+  LinuxHistoryFolder storage{folder / "share"};
 };
 
-TEST_F(DayFileStorageTest, keepsFilesForTheUserAlone) {
+TEST_F(HistoryFolderTest, keepsFilesForTheUserAlone) {
   EXPECT_EQ(storage.read("a.json"), std::nullopt);
   EXPECT_FALSE(folder.has("share")) << "reading makes nothing";
   const std::string content("first\0line\n\xFF", 12);
@@ -37,7 +37,7 @@ TEST_F(DayFileStorageTest, keepsFilesForTheUserAlone) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder / "share/Kestrune/history"), {}), 1);
 }
 
-TEST_F(DayFileStorageTest, readsRegularFilesOnly) {
+TEST_F(HistoryFolderTest, readsRegularFilesOnly) {
   ASSERT_EQ(storage.write("real", "content"), std::nullopt);
   const std::string history = folder / "share/Kestrune/history/";
   fs::create_directory(history + "folder");
@@ -54,7 +54,7 @@ TEST_F(DayFileStorageTest, readsRegularFilesOnly) {
   EXPECT_EQ(storage.read("link"), "content");
 }
 
-TEST_F(DayFileStorageTest, saysWhatWentWrong) {
+TEST_F(HistoryFolderTest, saysWhatWentWrong) {
   folder.write("share/Kestrune/history", "a file in the place of the folder");
   EXPECT_THAT(storage.write("a.json", "x"), Optional(std::string("Not a directory")));
   EXPECT_EQ(storage.read("a.json"), std::nullopt);
