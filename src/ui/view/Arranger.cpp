@@ -8,8 +8,6 @@ namespace kestrune::ui {
 namespace {
 
 constexpr double hairline = 1;
-constexpr double dividerIdealLength = 10;
-constexpr double imageIdealLength = 10;
 
 Axis across(Axis along) {
   return along == Axis::horizontal ? Axis::vertical : Axis::horizontal;
@@ -150,7 +148,7 @@ Arranger::Items Arranger::offerOnly(const Proposal& proposal) const {
 // -------------------------------------------------------------------------------------------------
 
 Arranged Arranger::operator()(const OwnSize&) const {
-  return (*this)(FillsOffer{imageIdealLength});
+  return (*this)(FillsOffer{defaultIdealLength});
 }
 
 Arranged Arranger::operator()(const FillsOffer& content) const {
@@ -164,7 +162,7 @@ Arranged Arranger::operator()(const SpacerContent& spacer) const {
 
 Arranged Arranger::operator()(const DividerContent&) const {
   const Axis line = across(node_.axis_);
-  return {sizeAlong(line, length(offered_, line).value_or(dividerIdealLength), hairline), {}};
+  return {sizeAlong(line, length(offered_, line).value_or(defaultIdealLength), hairline), {}};
 }
 
 // ---- one child

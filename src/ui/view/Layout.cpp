@@ -10,7 +10,6 @@ namespace kestrune::ui {
 namespace {
 
 constexpr std::size_t measurementsKept = 8;
-constexpr double chartIdealLength = 10;
 constexpr double iconIdealLength = 24;
 
 struct ArrangementOf {
@@ -23,12 +22,12 @@ struct ArrangementOf {
   Arrangement operator()(const SliderContent&) const { return OwnSize{}; }
   Arrangement operator()(const RowsContent&) const { return OwnSize{}; }
   Arrangement operator()(const IconContent&) const { return FillsOffer{iconIdealLength}; }
-  Arrangement operator()(const DayChartContent&) const { return FillsOffer{chartIdealLength}; }
+  Arrangement operator()(const DayChartContent&) const { return FillsOffer{defaultIdealLength}; }
   Arrangement operator()(const AlertContent&) const { return {}; }
   Arrangement operator()(const FileExportContent&) const { return {}; }
-  Arrangement operator()(const LineChartContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const BarContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const RingContent&) const { return FillsOffer{chartIdealLength}; }
+  Arrangement operator()(const LineChartContent&) const { return FillsOffer{defaultIdealLength}; }
+  Arrangement operator()(const BarContent&) const { return FillsOffer{defaultIdealLength}; }
+  Arrangement operator()(const RingContent&) const { return FillsOffer{defaultIdealLength}; }
   Arrangement operator()(const ScrollContent&) const { return FillsOffer{}; }
   Arrangement operator()(const SplitContent&) const { return FillsOffer{}; }
   Arrangement operator()(const ButtonContent&) const { return AsChild{}; }

@@ -44,6 +44,9 @@ struct LeafMetrics {
 
 enum class Axis : std::uint8_t { horizontal, vertical };
 
+// The ideal length of what has no size of its own, such as a chart or a divider.
+inline constexpr double defaultIdealLength = 10;
+
 // What of a view's content the arrangement depends on. Of the kinds that are not named here, text, symbols,
 // images and controls have a size of their own, and backgrounds, buttons and components are as large as their
 // one child.
