@@ -16,7 +16,7 @@
 #include "ui/qt/mount/Root.h"
 #include "ui/qt/mount/Scheduler.h"
 #include "ui/qt/mount/Surface.h"
-#include "ui/view/Layout.h"
+#include "ui/view/LayoutNode.h"
 #include "ui/view/View.h"
 
 namespace kestrune::ui::qt {
