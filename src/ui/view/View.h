@@ -104,8 +104,10 @@ struct View {
   View transition(Transition transition) &&;
 };
 
+// The view's traits; defaults if it has none of its own.
+const Traits& traitsOf(const View& view);
+
 // ---- making views
-// -------------------------------------------------------------------------------------------
 
 TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
