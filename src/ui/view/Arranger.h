@@ -1,33 +1,29 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
-#include "ui/view/Layout.h"
+#include "ui/view/Axis.h"
+#include "ui/view/Children.h"
 
 namespace kestrune::ui {
 
-// Where a node's children stand when it is offered a certain size.
+// Where a node's children stand when the node is offered a certain size. Children that are left out are
+// missing.
 struct Arranged {
-  struct Item {
-    LayoutNode* node = nullptr;
-    Proposal proposal;  // what the child is offered
-    Rect rect;          // the size that it chose for that, and where it stands in the node
-    std::optional<double> baseline;
-  };
-
   Size size;
-  std::vector<Item> items;
+  std::vector<PlacedChild> items;
 };
 
 // The arithmetic of each kind of view, one step deep: asks the children for their sizes and puts them in
 // their places.
 class Arranger {
  public:
-  Arranger(LayoutNode& node, const Proposal& offered) : node_(node), offered_(offered) {}
+  // `around`: the direction of the innermost stack around the node. All must outlive the arranger.
+  Arranger(const Children& children, Axis around, const Proposal& offered)
+      : children_(children), around_(around), offered_(offered) {}
 
-  Arranged arrange() const;
+  Arranged arrange(const Arrangement& arrangement) const { return std::visit(*this, arrangement); }
 
   Arranged operator()(const std::monostate&) const { return {}; }
   Arranged operator()(const OwnSize& content) const;
@@ -45,26 +41,14 @@ class Arranger {
   Arranged operator()(const FrameContent& frame) const;
 
  private:
-  using Items = std::vector<Arranged::Item>;
-  // A child that stands in line for its share of a stack's length.
-  struct Candidate {
-    std::size_t index = 0;
-    bool isSpacer = false;
-    double flexibility = 0;
-    double least = 0;
-  };
+  using Items = std::vector<PlacedChild>;
 
-  static double spanOf(const ColumnsContent& grid, std::size_t child);
   double idealWidth(const ColumnsContent& grid) const;
   Items offerEach(const Proposal& proposal) const;
   Items offerOnly(const Proposal& proposal) const;
-  Arranged::Item offer(LayoutNode& child, const Proposal& proposal) const;
-  Items distribute(Axis along, double spacing) const;
-  Items shareOut(const std::vector<LayoutNode*>& children, Axis along, double length) const;
-  std::vector<Candidate> candidates(const std::vector<LayoutNode*>& children, Axis along,
-                                    double length) const;
 
-  LayoutNode& node_;
+  const Children& children_;
+  Axis around_;
   const Proposal& offered_;
 };
 

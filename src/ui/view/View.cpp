@@ -21,6 +21,11 @@ View withTraits(View&& view, Change change) {
 
 }  // namespace
 
+const Traits& traitsOf(const View& view) {
+  static const Traits none;
+  return view.traits ? *view.traits : none;
+}
+
 View View::withFont(double size, FontWeight weight) && {
   font = Font{size, weight, false};
   return std::move(*this);

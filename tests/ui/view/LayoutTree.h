@@ -9,7 +9,7 @@
 
 #include "support/Views.h"
 #include "ui/view/Diff.h"
-#include "ui/view/Layout.h"
+#include "ui/view/LayoutNode.h"
 
 namespace kestrune::ui::test {
 

@@ -5,11 +5,6 @@
 #include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
-namespace {
-
-constexpr double idealLength = 10;  // of what has no size of its own
-
-}  // namespace
 
 PaintedLeaf::PaintedLeaf(Theme& theme, QWidget* parent, QAccessible::Role role)
     : Leaf(theme, parent), role_(role) {}
@@ -44,7 +39,7 @@ void PaintedLeaf::paintEvent(QPaintEvent* event) {
 }
 
 LeafMetrics FillingLeaf::measure(Proposal proposal) {
-  return {{proposal.width.value_or(idealLength), proposal.height.value_or(idealLength)}, 0};
+  return {{proposal.width.value_or(defaultIdealLength), proposal.height.value_or(defaultIdealLength)}, 0};
 }
 
 }  // namespace kestrune::ui::qt

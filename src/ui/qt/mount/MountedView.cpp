@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include <QScrollArea>
-#include <QVariantAnimation>
 
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/mount/Dialogs.h"
 #include "ui/qt/mount/LeafFactory.h"
+#include "ui/qt/mount/Menus.h"
 #include "ui/qt/mount/Panes.h"
 #include "ui/qt/mount/RowsPane.h"
 #include "ui/qt/mount/Transitions.h"
@@ -16,36 +15,6 @@
 
 namespace kestrune::ui::qt {
 namespace {
-
-constexpr double disabledOpacity = 0.45;
-constexpr int menuSymbolSize = 16;
-
-const Traits& traitsOf(const View& view) {
-  static const Traits none;
-  return view.traits ? *view.traits : none;
-}
-
-// A surface's even fill is a backdrop for what lies on it, unless that may reach into the rounded corners.
-bool keepsClearOfCorners(const View& view, double cornerRadius) {
-  if (cornerRadius <= 0) return true;
-  const auto* padding = view.children.front().as<PaddingContent>();
-  const double needed = cornerRadius * 0.3;  // a corner of radius r recedes by (1 − 1/√2)·r
-  return padding != nullptr && padding->insets.top >= needed && padding->insets.leading >= needed &&
-         padding->insets.bottom >= needed && padding->insets.trailing >= needed;
-}
-
-std::optional<Color> backdropOn(const View& view, const BackgroundContent& surface, double opacity,
-                                const std::optional<Color>& behind) {
-  if (surface.fill.role == ColorRole::clear || surface.fill.opacity == 0) return behind;
-  const bool isOpaque = surface.fill.opacity >= 1 && opacity >= 1;
-  if (isOpaque && keepsClearOfCorners(view, surface.cornerRadius)) return surface.fill;
-  return std::nullopt;
-}
-
-QIcon menuIcon(const std::string& symbolName, Theme& theme, double devicePixelRatio) {
-  if (symbolName.empty()) return {};
-  return {theme.symbol(symbolName, menuSymbolSize, theme.color(ColorRole::primary), devicePixelRatio)};
-}
 
 QString joinedTexts(const View& view, const Theme& theme) {
   QStringList texts;
@@ -86,7 +55,7 @@ MountedView::~MountedView() {
     dialog_->deleteLater();
   }
   if (widget_) {
-    // It may be in the middle of handling an event, but shall call nobody any more.
+    // The widget may be handling an event; it is deleted later and must call back no more.
     if (surface_ != nullptr) surface_->setBehaviour({});
     widget_->hide();
     widget_->deleteLater();
@@ -114,7 +83,10 @@ void MountedView::mount() {
     widget_ = leaf_;
     node_.setMeasure([this](Proposal proposal) { return leaf_->measure(proposal); });
   } else if (view_->as<RowsContent>() != nullptr) {
-    rows_ = new RowsPane(context_, &parent_);
+    const auto mountRow = [&context = context_](Root& root, const View& row, const Inherited& inherited) {
+      return std::make_unique<MountedView>(context, root, root, row, inherited);
+    };
+    rows_ = new RowsPane(context_, mountRow, &parent_);
     widget_ = rows_;
     node_.setMeasure([this](Proposal proposal) { return rows_->measure(proposal); });
   } else if (view_->as<ScrollContent>() != nullptr) {
@@ -160,28 +132,17 @@ void MountedView::update(const View& next, const Inherited& inherited) {
 void MountedView::restyle(const Inherited& inherited) {
   inherited_ = inherited;
   refreshOwnWidget();
-  const Inherited scope = passedOn();
-  for (const auto& child : children_) child->restyle(scope);
+  const Inherited passed = scope();
+  for (const auto& child : children_) child->restyle(passed);
 }
 
-Inherited MountedView::passedOn() const {
-  Inherited scope = inherited_;
-  const Traits& traits = traitsOf(*view_);
-  scope.depth += 1;
-  if (view_->font) scope.font = *view_->font;
-  if (view_->foreground) scope.foreground = *view_->foreground;
-  double opacity = view_->opacity * pulseOpacity_;
-  if (traits.isDisabled && scope.isEnabled) {
-    scope.isEnabled = false;
-    opacity = std::min(opacity, disabledOpacity);  // what is faint anyway shows well enough that it's off
+Inherited MountedView::scope() const {
+  Inherited scope = passedOn(*view_, inherited_, pulseOpacity_);
+  if (surface_ != nullptr) {
+    // A surface that paints feedback under its content leaves no even colour behind it.
+    if (surface_->behaviour().onTap) scope.backdrop.reset();
+    if (surface_->behaviour().hidesChildren) scope.isAccessibilityHidden = true;
   }
-  scope.opacity *= opacity;
-  if (const auto* surface = view_->as<BackgroundContent>()) {
-    scope.backdrop = backdropOn(*view_, *surface, scope.opacity, scope.backdrop);
-  }
-  // Whatever paints feedback under its content leaves no even colour behind it.
-  if (surface_ != nullptr && surface_->behaviour().onTap) scope.backdrop.reset();
-  if (surface_ != nullptr && surface_->behaviour().hidesChildren) scope.isAccessibilityHidden = true;
   return scope;
 }
 
@@ -196,14 +157,14 @@ LeafStyle MountedView::leafStyle(const Inherited& scope) const {
 
 void MountedView::refreshOwnWidget() {
   if (leaf_ != nullptr) {
-    const Inherited scope = passedOn();
-    if (leaf_->show(view_->content, leafStyle(scope))) node_.invalidate();
-    leaf_->setEnabled(scope.isEnabled);
+    const Inherited passed = scope();
+    if (leaf_->show(view_->content, leafStyle(passed))) node_.invalidate();
+    leaf_->setEnabled(passed.isEnabled);
     const auto& help = traitsOf(*view_).help;
     const QString toolTip = help ? plainToolTip(context_.theme.text(*help)) : QString();
     if (leaf_->toolTip() != toolTip) leaf_->setToolTip(toolTip);
   } else if (rows_ != nullptr) {
-    if (rows_->show(std::get<RowsContent>(view_->content), passedOn())) node_.invalidate();
+    if (rows_->show(std::get<RowsContent>(view_->content), scope())) node_.invalidate();
   } else if (surface_ != nullptr) {
     refreshSurface();
   }
@@ -216,12 +177,12 @@ void MountedView::openOwnDialog() {
 
 void MountedView::refreshSurface() {
   surface_->setBehaviour(surfaceBehaviour());
-  const Inherited scope = passedOn();
+  const Inherited passed = scope();
   Surface::Look look;
-  look.opacity = scope.opacity;
+  look.opacity = passed.opacity;
   if (const auto* background = view_->as<BackgroundContent>()) look.background = *background;
   surface_->setLook(look);
-  surface_->setEnabled(scope.isEnabled);
+  surface_->setEnabled(passed.isEnabled);
 }
 
 Surface::Behaviour MountedView::surfaceBehaviour() {
@@ -237,9 +198,9 @@ Surface::Behaviour MountedView::surfaceBehaviour() {
   }
   if (view_->as<MenuContent>() != nullptr) {
     behaviour.role = Surface::Role::menu;
-    behaviour.onTap = [this] { openMenu(surface_->mapToGlobal(surface_->rect().bottomLeft())); };
+    behaviour.onTap = [this] { openOwnMenu(surface_->mapToGlobal(surface_->rect().bottomLeft())); };
   }
-  if (!traits.contextMenu.empty()) behaviour.onContextMenu = [this](QPoint place) { openMenu(place); };
+  if (!traits.contextMenu.empty()) behaviour.onContextMenu = [this](QPoint place) { openOwnMenu(place); };
   behaviour.takesFocus = behaviour.onTap && !inherited_.isInRows;
   behaviour.hidesChildren = traits.isAccessibilityElement || behaviour.onTap;
   if (traits.help) behaviour.toolTip = context_.theme.text(*traits.help);
@@ -258,31 +219,8 @@ const std::vector<MenuItem>& MountedView::menuItems() const {
   return menu != nullptr ? menu->items : traitsOf(*view_).contextMenu;
 }
 
-void MountedView::openMenu(QPoint place) {
-  menu_ = new QMenu(surface_);
-  menu_->setAttribute(Qt::WA_DeleteOnClose);
-  for (const MenuItem& item : menuItems()) {
-    if (item.isSeparator) {
-      menu_->addSeparator();
-      continue;
-    }
-    // The items may have changed by the time that one is chosen.
-    menu_->addAction(menuIcon(item.symbol, context_.theme, surface_->devicePixelRatioF()),
-                     withoutMnemonic(context_.theme.text(item.title)), surface_,
-                     [this, title = item.title] { chooseMenuItem(title); });
-  }
-  // An assistive tool chooses without a click, and the menu would stay.
-  QObject::connect(menu_, &QMenu::triggered, menu_, &QMenu::close);
-  menu_->popup(place);
-}
-
-void MountedView::chooseMenuItem(const TextContent& title) {
-  const auto& items = menuItems();
-  const auto item = std::ranges::find_if(
-      items, [&](const MenuItem& each) { return !each.isSeparator && each.title == title; });
-  if (item == items.end() || !item->action) return;
-  const auto action = item->action;
-  action();
+void MountedView::openOwnMenu(QPoint place) {
+  menu_ = openMenu([this]() -> const auto& { return menuItems(); }, context_.theme, *surface_, place);
 }
 
 void MountedView::evaluateIfNeeded(bool hasNewInput) {
@@ -295,30 +233,30 @@ void MountedView::evaluate() {
   context_.scheduler.forget(*this);
   hasChanged_ = false;
   auto next = std::make_unique<const View>(dependencies_.track([this] { return component_->body(); }));
-  // The old body goes only once nothing shows it any more.
+  // The old body must live until nothing shows it any more.
   const auto old = std::exchange(body_, std::move(next));
-  const Inherited scope = passedOn();
+  const Inherited passed = scope();
   if (children_.size() == 1 && children_.front()->canShow(*body_)) {
-    children_.front()->update(*body_, scope);
+    children_.front()->update(*body_, passed);
     return;
   }
   children_.clear();
   QWidget& parent = surface_ != nullptr ? *surface_ : parent_;
-  children_.push_back(std::make_unique<MountedView>(context_, root_, parent, *body_, scope));
+  children_.push_back(std::make_unique<MountedView>(context_, root_, parent, *body_, passed));
   linkChildren();
 }
 
 std::unique_ptr<MountedView> MountedView::mountChild(const View& child, std::size_t index) {
-  Inherited scope = passedOn();
+  const Inherited passed = scope();
   if (!panes_.empty()) {
     Root& pane = *panes_[index];
-    auto mounted = std::make_unique<MountedView>(context_, pane, pane, child, scope);
+    auto mounted = std::make_unique<MountedView>(context_, pane, pane, child, passed);
     pane.setContent(mounted.get());
     pane.noteStructureChange();
     return mounted;
   }
   QWidget& parent = surface_ != nullptr ? *surface_ : parent_;
-  return std::make_unique<MountedView>(context_, root_, parent, child, scope);
+  return std::make_unique<MountedView>(context_, root_, parent, child, passed);
 }
 
 void MountedView::updateChildren(const std::vector<View>& next) {
@@ -328,7 +266,7 @@ void MountedView::updateChildren(const std::vector<View>& next) {
   for (const auto& child : children_) before.push_back(child->view_);
   const auto matches = matchChildren(before, next);
 
-  const Inherited scope = passedOn();
+  const Inherited passed = scope();
   std::vector<std::unique_ptr<MountedView>> after;
   after.reserve(next.size());
   bool isSameOrder = next.size() == children_.size();
@@ -337,7 +275,7 @@ void MountedView::updateChildren(const std::vector<View>& next) {
     if (old && children_[*old]->canShow(next[i])) {
       isSameOrder = isSameOrder && *old == i;
       after.push_back(std::move(children_[*old]));
-      after.back()->update(next[i], scope);
+      after.back()->update(next[i], passed);
     } else {
       isSameOrder = false;
       after.push_back(mountChild(next[i], i));
@@ -353,7 +291,7 @@ void MountedView::updateChildren(const std::vector<View>& next) {
 
 void MountedView::linkChildren() {
   root_.noteStructureChange();
-  if (!panes_.empty()) return;  // what lies in a pane is laid out there
+  if (!panes_.empty()) return;  // a pane lays out its own content
   std::vector<LayoutNode*> nodes;
   nodes.reserve(children_.size());
   for (const auto& child : children_) nodes.push_back(&child->node_);
@@ -369,8 +307,7 @@ void MountedView::applyGeometry(QPoint origin) {
     if (widget_->geometry() != geometry) widget_->setGeometry(geometry);
     const bool isShown = !node_.isLeftOut() && !picture_;
     if (widget_->isHidden() == isShown) widget_->setVisible(isShown);
-    if (surface_ != nullptr)
-      origin = bounds.topLeft() - QPoint(surface_->outset().left(), surface_->outset().top());
+    if (surface_ != nullptr) origin += geometry.topLeft();
   }
   if (!panes_.empty()) return;
   for (const auto& child : children_) child->applyGeometry(origin);
@@ -379,7 +316,7 @@ void MountedView::applyGeometry(QPoint origin) {
 
 void MountedView::collectWidgets(std::vector<QWidget*>& widgets) const {
   if (widget_) widgets.push_back(widget_);
-  if (!panes_.empty()) return;  // what lies in a pane is put in order there
+  if (!panes_.empty()) return;  // a pane orders its own content
   for (const auto& child : children_) child->collectWidgets(widgets);
 }
 

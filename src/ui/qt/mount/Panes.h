@@ -3,12 +3,12 @@
 #include <QScrollArea>
 #include <QSplitter>
 
-#include "ui/qt/mount/MountedView.h"
+#include "ui/qt/mount/Root.h"
 #include "ui/qt/mount/ThinScrollBar.h"
 
 namespace kestrune::ui::qt {
 
-// Scrolls its content vertically; the content is as wide as the view. The position outlives updates.
+// Scrolls its content vertically; the content is as wide as the pane. The position survives updates.
 class ScrollPane final : public QScrollArea {
  public:
   ScrollPane(MountContext& context, QWidget* parent);
@@ -22,7 +22,7 @@ class ScrollPane final : public QScrollArea {
   ThinScrollBar* bar_;
 };
 
-// A sidebar whose width the user drags, and the rest. More room goes to the rest.
+// A sidebar whose width the user drags, and the detail beside it, which takes all further room.
 class SplitPane final : public QSplitter {
  public:
   SplitPane(MountContext& context, const SplitContent& split, QWidget* parent);

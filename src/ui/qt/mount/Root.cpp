@@ -1,15 +1,20 @@
+#include "ui/qt/mount/Root.h"
+
+#include <unordered_map>
+#include <utility>
+
 #include <QHash>
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "ui/qt/mount/MountedView.h"
+#include "ui/qt/mount/Mounted.h"
 #include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 namespace {
 
-// Brings widgets with the same parent into this order, for what lies on top and for assistive tools. What
-// comes to lie on top is painted anew, so those that already stand right stay alone.
+// Brings widgets with the same parent into this order, for what covers what and for assistive tools. Raising
+// repaints a widget, so the leading ones that are in order already are left alone.
 void stack(const std::vector<QWidget*>& widgets) {
   struct Level {
     QHash<const QObject*, qsizetype> places;

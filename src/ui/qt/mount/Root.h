@@ -10,13 +10,9 @@
 #include "ui/qt/mount/Scheduler.h"
 #include "ui/view/View.h"
 
-namespace kestrune::ui {
-class LayoutNode;
-}
-
 namespace kestrune::ui::qt {
 
-class MountedView;
+class Mounted;
 class Root;
 class Theme;
 
@@ -28,8 +24,8 @@ struct MountContext {
   std::vector<Root*> roots;  // the window's areas that are laid out on their own
 };
 
-// Where a view is brought to screen as a whole: the content of a window, of a scroll view, a pane of a split
-// view.
+// An area that is laid out on its own: the content of a window or of a scroll view, a pane of a split view, a
+// row of a list.
 class Root : public QWidget {
  public:
   enum class Sizing : std::uint8_t {
@@ -40,11 +36,12 @@ class Root : public QWidget {
   Root(MountContext& context, Sizing sizing, QWidget* parent);
   ~Root() override;
 
-  void setContent(MountedView* content) { content_ = content; }
-  // Arranges the content anew if something in it has changed its size or `always` is set.
+  // The content must outlive the root, or be replaced by null before it goes.
+  void setContent(Mounted* content) { content_ = content; }
+  // Arranges the content if something in it has changed its size, or if `always` is set.
   void layOut(bool always = false);
   void noteStructureChange() { structureChanged_ = true; }
-  // The even colour behind the content; without one, what lies behind this is seen.
+  // The even colour behind the content; without one the root is transparent.
   void setFill(const std::optional<Color>& fill);
   int heightForWidth(int width) const override;
 
@@ -55,7 +52,7 @@ class Root : public QWidget {
  private:
   MountContext& context_;
   Sizing sizing_;
-  MountedView* content_ = nullptr;
+  Mounted* content_ = nullptr;
   std::optional<Color> fill_ = Color(ColorRole::window);
   bool structureChanged_ = true;
   int wantedHeight_ = -1;

@@ -1,7 +1,7 @@
 #include "ui/qt/mount/RowsPane.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include <QAccessible>
 #include <QContextMenuEvent>
@@ -9,11 +9,12 @@
 #include <QScrollBar>
 
 #include "ui/qt/leaves/FocusReason.h"
+#include "ui/qt/mount/Surface.h"
 
 namespace kestrune::ui::qt {
 namespace {
 
-// Made before they are seen, so that a slow scroll finds them ready.
+// Rows made beyond each edge of the view, so that a slow scroll finds them ready.
 constexpr std::size_t rowsBeyond = 3;
 
 }  // namespace
@@ -33,10 +34,11 @@ struct RowsPane::Row {
 
   Root* root;
   std::unique_ptr<const View> view;
-  std::unique_ptr<MountedView> mounted;
+  std::unique_ptr<Mounted> mounted;
 };
 
-RowsPane::RowsPane(MountContext& context, QWidget* parent) : QWidget(parent), context_(context) {
+RowsPane::RowsPane(MountContext& context, MountRow mountRow, QWidget* parent)
+    : QWidget(parent), context_(context), mountRow_(std::move(mountRow)) {
   setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -112,19 +114,18 @@ void RowsPane::follow() {
 void RowsPane::makeRow(std::size_t index) {
   auto row = std::make_unique<Row>(context_, this, content_.row(index));
   row->root->setFill(inherited_.backdrop);
-  Inherited scope = inherited_;
-  row->mounted = std::make_unique<MountedView>(context_, *row->root, *row->root, *row->view, scope);
+  row->mounted = mountRow_(*row->root, *row->view, inherited_);
   row->root->setContent(row->mounted.get());
   row->root->noteStructureChange();
-  placeRow(index, *row);
+  row->root->setGeometry(placeOf(index));
   row->root->show();
   row->root->layOut(true);
   rows_.emplace(index, std::move(row));
   if (Surface* surface = surfaceOf(index)) surface->setMarked(showsCurrent_ && index == current_);
 }
 
-void RowsPane::placeRow(std::size_t index, Row& row) {
-  row.root->setGeometry(0, static_cast<int>(index) * rowHeight(), width(), rowHeight());
+QRect RowsPane::placeOf(std::size_t index) const {
+  return {0, static_cast<int>(index) * rowHeight(), width(), rowHeight()};
 }
 
 void RowsPane::showEvent(QShowEvent* event) {
@@ -139,7 +140,7 @@ void RowsPane::moveEvent(QMoveEvent* event) {
 }
 
 void RowsPane::resizeEvent(QResizeEvent* event) {
-  for (auto& [index, row] : rows_) placeRow(index, *row);
+  for (const auto& [index, row] : rows_) row->root->setGeometry(placeOf(index));
   follow();
   QWidget::resizeEvent(event);
 }
@@ -156,9 +157,8 @@ void RowsPane::moveTo(std::size_t index) {
 }
 
 void RowsPane::showCurrent() {
-  const QRect place(0, static_cast<int>(current_) * rowHeight(), width(), rowHeight());
   if (scroller_ && showsCurrent_) {
-    const QPoint middle = mapTo(scroller_->widget(), place.center());
+    const QPoint middle = mapTo(scroller_->widget(), placeOf(current_).center());
     scroller_->ensureVisible(middle.x(), middle.y(), 0, rowHeight());
   }
   for (const auto& [index, row] : rows_) {

@@ -9,21 +9,30 @@
 #include <QScrollArea>
 #include <QWidget>
 
-#include "ui/qt/mount/MountedView.h"
+#include "ui/qt/mount/Mounted.h"
+#include "ui/qt/mount/Root.h"
+#include "ui/view/Layout.h"
 
 namespace kestrune::ui::qt {
 
-// Rows of one height below each other, of which only those exist that can be seen. To the keyboard it is one
-// stop: the arrows, Page Up and Down, Home and End move from row to row, Return or the space bar taps one.
+class Surface;
+
+// Puts a row's view on screen in a root of its own. The view must outlive what is returned.
+using MountRow =
+    std::function<std::unique_ptr<Mounted>(Root& root, const View& row, const Inherited& inherited)>;
+
+// Rows of one height below each other; only rows that can be seen exist. To the keyboard the list is one
+// stop: the arrows, Page Up and Down, Home and End move from row to row, Return or the space bar taps the
+// current one.
 class RowsPane final : public QWidget {
  public:
-  RowsPane(MountContext& context, QWidget* parent);
+  RowsPane(MountContext& context, MountRow mountRow, QWidget* parent);
   ~RowsPane() override;
 
-  // True if it is of another height than before.
+  // True if the height has changed.
   bool show(const RowsContent& content, const Inherited& inherited);
   LeafMetrics measure(Proposal proposal) const;
-  // Rows that exist now.
+  // Number of rows that exist now.
   std::size_t existingRows() const { return rows_.size(); }
 
  protected:
@@ -45,16 +54,17 @@ class RowsPane final : public QWidget {
 
   void watchSurroundings();
   Range visibleRows() const;
-  // Makes the rows that have come into sight and drops those that have left it.
+  // Makes the rows that scrolled into view and drops the rows that scrolled out of it.
   void follow();
   void makeRow(std::size_t index);
-  void placeRow(std::size_t index, Row& row);
+  QRect placeOf(std::size_t index) const;
   void moveTo(std::size_t index);
   void showCurrent();
   int rowHeight() const;
   Surface* surfaceOf(std::size_t index) const;
 
   MountContext& context_;
+  MountRow mountRow_;
   RowsContent content_;
   Inherited inherited_;
   std::map<std::size_t, std::unique_ptr<Row>> rows_;

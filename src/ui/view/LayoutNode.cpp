@@ -1,48 +1,19 @@
-#include "ui/view/Layout.h"
+#include "ui/view/LayoutNode.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "ui/view/Arranger.h"
+#include "ui/view/Children.h"
 
 namespace kestrune::ui {
 namespace {
 
 constexpr std::size_t measurementsKept = 8;
-constexpr double chartIdealLength = 10;
-constexpr double iconIdealLength = 24;
-
-struct ArrangementOf {
-  Arrangement operator()(const std::monostate&) const { return {}; }
-  Arrangement operator()(const TextContent&) const { return OwnSize{}; }
-  Arrangement operator()(const SymbolContent&) const { return OwnSize{}; }
-  Arrangement operator()(const ImageContent&) const { return OwnSize{}; }
-  Arrangement operator()(const SegmentedPickerContent&) const { return OwnSize{}; }
-  Arrangement operator()(const SwitchContent&) const { return OwnSize{}; }
-  Arrangement operator()(const SliderContent&) const { return OwnSize{}; }
-  Arrangement operator()(const RowsContent&) const { return OwnSize{}; }
-  Arrangement operator()(const IconContent&) const { return FillsOffer{iconIdealLength}; }
-  Arrangement operator()(const DayChartContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const AlertContent&) const { return {}; }
-  Arrangement operator()(const FileExportContent&) const { return {}; }
-  Arrangement operator()(const LineChartContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const BarContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const RingContent&) const { return FillsOffer{chartIdealLength}; }
-  Arrangement operator()(const ScrollContent&) const { return FillsOffer{}; }
-  Arrangement operator()(const SplitContent&) const { return FillsOffer{}; }
-  Arrangement operator()(const ButtonContent&) const { return AsChild{}; }
-  Arrangement operator()(const MenuContent&) const { return AsChild{}; }
-  Arrangement operator()(const BackgroundContent&) const { return AsChild{}; }
-  Arrangement operator()(const ComponentContent&) const { return AsChild{true}; }
-  template <class Same>
-  Arrangement operator()(const Same& content) const {
-    return content;
-  }
-};
 
 double validLength(double length) {
-  return length > 0 ? length : 0;  // no number is greater than 0 unless it is one
+  return length > 0 ? length : 0;  // NaN is not greater than 0 either
 }
 
 Proposal valid(const Proposal& proposal) {
@@ -56,7 +27,7 @@ double finite(double value) {
   return std::isfinite(value) ? value : 0;
 }
 
-// Ties go the same way everywhere, so that what is whole pixels wide stays so wherever it stands.
+// Ties are rounded the same way everywhere, so that a width in whole pixels survives at any position.
 double wholePixel(double position) {
   return std::floor(position + 0.5);
 }
@@ -69,15 +40,30 @@ Rect wholePixels(const Rect& rect) {
 
 }  // namespace
 
+class LayoutNode::ChildNodes final : public Children {
+ public:
+  explicit ChildNodes(const LayoutNode& node) : nodes_(node.children_) {}
+
+  std::size_t count() const override { return nodes_.size(); }
+  bool isEmpty(std::size_t child) const override { return nodes_[child]->isEmpty(); }
+  const Arrangement& arrangement(std::size_t child) const override { return nodes_[child]->arrangement_; }
+  LeafMetrics metrics(std::size_t child, const Proposal& proposal) const override {
+    return nodes_[child]->metrics(proposal);
+  }
+
+ private:
+  const std::vector<LayoutNode*>& nodes_;
+};
+
 LayoutNode::~LayoutNode() {
   for (LayoutNode* child : children_) child->parent_ = nullptr;
   if (parent_ != nullptr) parent_->unlink(*this);
 }
 
 void LayoutNode::setContent(const Content& content) {
-  Arrangement next = std::visit(ArrangementOf{}, content);
+  Arrangement next = arrangementOf(content);
   if (next == arrangement_) return;
-  arrangement_ = next;
+  arrangement_ = std::move(next);
   invalidate();
 }
 
@@ -104,9 +90,7 @@ void LayoutNode::setMeasure(std::function<LeafMetrics(Proposal)> measure) {
 
 void LayoutNode::invalidate() {
   for (LayoutNode* node = this; node != nullptr; node = node->parent_) {
-    node->measured_.clear();
-    node->oldestMeasured_ = 0;
-    node->needsLayout_ = true;
+    node->forgetMeasured();
   }
 }
 
@@ -140,8 +124,11 @@ bool LayoutNode::isEmpty() const {
 
 void LayoutNode::setAxis(Axis axis) {
   if (axis == axis_) return;
-  // Whoever asks is measuring or placing the node anew, so those above know already.
   axis_ = axis;
+  forgetMeasured();  // the nodes above are being measured or placed themselves
+}
+
+void LayoutNode::forgetMeasured() {
   measured_.clear();
   oldestMeasured_ = 0;
   needsLayout_ = true;
@@ -168,8 +155,8 @@ LeafMetrics LayoutNode::computeMetrics(const Proposal& proposal) {
     if (result.baseline) result.baseline = finite(*result.baseline);
     return result;
   }
-  const Arranged arranged = Arranger(*this, proposal).arrange();
-  for (const Arranged::Item& item : arranged.items) {
+  const Arranged arranged = arrange(proposal);
+  for (const PlacedChild& item : arranged.items) {
     if (!item.baseline) continue;
     const double baseline = item.rect.y + *item.baseline;
     if (std::isfinite(baseline)) return {arranged.size, baseline};
@@ -177,31 +164,27 @@ LeafMetrics LayoutNode::computeMetrics(const Proposal& proposal) {
   return {arranged.size, std::nullopt};
 }
 
-double LayoutNode::leastLength(Axis along) {
-  const Proposal least = along == Axis::horizontal ? Proposal{0, std::nullopt} : Proposal{std::nullopt, 0};
-  const Size size = metrics(least).size;
-  return along == Axis::horizontal ? size.width : size.height;
-}
-
-double LayoutNode::flexibility(Axis along) {
-  const Proposal most =
-      along == Axis::horizontal ? Proposal{unlimited, std::nullopt} : Proposal{std::nullopt, unlimited};
-  const Size size = metrics(most).size;
-  return (along == Axis::horizontal ? size.width : size.height) - leastLength(along);
+Arranged LayoutNode::arrange(const Proposal& proposal) {
+  Axis axis = axis_;
+  if (std::holds_alternative<HStackContent>(arrangement_)) axis = Axis::horizontal;
+  if (std::holds_alternative<VStackContent>(arrangement_)) axis = Axis::vertical;
+  for (LayoutNode* child : children_) child->setAxis(axis);
+  return Arranger(ChildNodes(*this), axis_, proposal).arrange(arrangement_);
 }
 
 void LayoutNode::settle(const Rect& bounds, const Proposal& proposal) {
   if (!needsLayout_ && !isLeftOut_ && bounds == bounds_ && proposal == proposal_) return;
   isLeftOut_ = false;
-  const Arranged arranged = Arranger(*this, proposal).arrange();
+  const Arranged arranged = arrange(proposal);
   auto item = arranged.items.begin();
-  for (LayoutNode* child : children_) {
-    if (item != arranged.items.end() && item->node == child) {
-      child->settle({bounds.x + item->rect.x, bounds.y + item->rect.y, item->rect.width, item->rect.height},
-                    item->proposal);
+  for (std::size_t child = 0; child < children_.size(); ++child) {
+    if (item != arranged.items.end() && item->child == child) {
+      children_[child]->settle(
+          {bounds.x + item->rect.x, bounds.y + item->rect.y, item->rect.width, item->rect.height},
+          item->proposal);
       ++item;
     } else {
-      child->leaveOut();
+      children_[child]->leaveOut();
     }
   }
   bounds_ = bounds;

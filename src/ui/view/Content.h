@@ -1,0 +1,289 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <typeindex>
+#include <variant>
+#include <vector>
+
+#include "ui/view/Component.h"
+#include "ui/view/Style.h"
+
+// What a view can be: one plain value for each kind of view.
+namespace kestrune::ui {
+
+struct View;
+
+// A text. As a key it is looked up in the string catalogue; verbatim it is data and shown as it is.
+struct TextContent {
+  std::string string;
+  bool isKey = true;
+  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip.
+  int lineLimit = 0;
+  std::vector<std::string> arguments;  // of a key: what stands in the place of each "%@"
+  friend bool operator==(const TextContent&, const TextContent&) = default;
+};
+
+// A symbol by its name in the symbol table, as large as the font in force.
+struct SymbolContent {
+  std::string name;
+  friend bool operator==(const SymbolContent&, const SymbolContent&) = default;
+};
+
+// A picture from the resources, stretched over its frame and drawn in the foreground colour.
+struct ImageContent {
+  std::string name;
+  friend bool operator==(const ImageContent&, const ImageContent&) = default;
+};
+
+// An application's icon: a name in the desktop's icon theme, or the path of a picture. Where there is none,
+// the symbol stands for it, as large as the font in force.
+struct IconContent {
+  std::string name;
+  std::string fallbackSymbol;
+  friend bool operator==(const IconContent&, const IconContent&) = default;
+};
+
+struct SpacerContent {
+  double minLength = 8;
+  friend bool operator==(const SpacerContent&, const SpacerContent&) = default;
+};
+
+// A hairline across the surrounding stack's direction.
+struct DividerContent {
+  friend bool operator==(const DividerContent&, const DividerContent&) = default;
+};
+
+// What a chart says of one of its points, put together without blanks; nothing: it says nothing.
+using ReadOut = std::function<std::vector<TextContent>(std::size_t point)>;
+
+// Lines over a common width: point i of n lies at x = i·w/(n−1), its height from the bottom edge to the top
+// edge; at either the whole thickness of the line shows. A line of fewer than two points is not drawn. Later
+// lines lie in front. Fills the space it is given.
+struct LineChartContent {
+  struct Line {
+    std::vector<double> heights;  // 0 bottom to 1 top
+    Color color;
+    friend bool operator==(const Line&, const Line&) = default;
+  };
+  std::vector<Line> lines;
+  double lineWidth = 1.5;
+  // Said of the point where the pointer rests. The points of all lines that are drawn are told by it.
+  ReadOut readOut;
+  // Whether both look the same.
+  friend bool operator==(const LineChartContent& one, const LineChartContent& other) {
+    return one.lines == other.lines && one.lineWidth == other.lineWidth;
+  }
+};
+
+// A track with a filled part that starts at the leading edge, both with rounded corners. Fills the space it
+// is given.
+struct BarContent {
+  double fraction = 0;  // 0 to 1
+  Color track;
+  Color fill;
+  double cornerRadius = 0;
+  double animationSeconds = 0;  // ease-in-out at a change of the fraction
+  friend bool operator==(const BarContent&, const BarContent&) = default;
+};
+
+// A ring with an arc that starts at twelve o'clock. Fills the largest square in the space it is given.
+struct RingContent {
+  double fraction = 0;  // 0 to 1
+  double lineWidth = 1;
+  Color track;
+  Color arc;
+  double animationSeconds = 0;
+  friend bool operator==(const RingContent&, const RingContent&) = default;
+};
+
+// What is drawn for each of a row of days, over a common scale from 0 up. Fills the space it is given.
+struct DayChartContent {
+  enum class Mark : std::uint8_t {
+    area,  // from 0 to the figure
+    line,
+    bars,  // on top of those of the series before
+  };
+  struct Series {
+    Mark mark = Mark::line;
+    std::vector<std::optional<double>> figures;  // one for each day; absent: a gap
+    Color color;
+    friend bool operator==(const Series&, const Series&) = default;
+  };
+  std::vector<TextContent> days;  // what the axis says, one for each day
+  std::vector<Series> series;     // the later ones in front
+  double scaleUnit = 1;           // the scale's lines lie at round multiples of this, and no closer
+  std::function<std::string(double)> scaleText;
+  ReadOut readOut;  // said of the day where the pointer rests
+  // Whether both look the same.
+  friend bool operator==(const DayChartContent& one, const DayChartContent& other) {
+    return one.days == other.days && one.series == other.series && one.scaleUnit == other.scaleUnit;
+  }
+};
+
+// One child: the label. No border of its own; shows focus, hover and press.
+struct ButtonContent {
+  std::function<void()> action;
+};
+
+struct MenuItem {
+  TextContent title;
+  std::string symbol;  // possibly none
+  bool isSeparator = false;
+  std::function<void()> action;
+};
+
+// One child: the label. Pressing it opens the items.
+struct MenuContent {
+  std::vector<MenuItem> items;
+};
+
+struct SegmentedPickerContent {
+  std::vector<TextContent> labels;
+  int selected = 0;
+  std::function<void(int index)> onSelect;
+};
+
+struct SwitchContent {
+  bool isOn = false;
+  std::function<void(bool isOn)> onChange;
+};
+
+// A number between two limits, in steps from the lower one. As wide as it is offered.
+struct SliderContent {
+  double value = 0;
+  double least = 0;
+  double most = 1;
+  double step = 1;
+  std::function<void(double value)> onChange;
+};
+
+// While it stands in the tree, a question is open over the window. It takes no space.
+struct AlertContent {
+  struct Choice {
+    TextContent title;
+    bool isDestructive = false;
+    bool isCancel = false;  // what closing the question means
+    std::function<void()> action;
+  };
+  TextContent title;
+  TextContent message;
+  std::vector<Choice> choices;
+};
+
+// While it stands in the tree, the desktop's dialog asks where to write a file. It takes no space.
+struct FileExportContent {
+  std::string fileName;   // as it is proposed, with its extension
+  TextContent fileKind;   // what such files are called
+  std::string extension;  // "csv"
+  std::string content;
+  std::function<void()> onEnd;  // whatever has come of it
+};
+
+struct HStackContent {
+  double spacing = 0;
+  VerticalAlignment alignment = VerticalAlignment::center;
+  bool isEvenlyTall = false;  // every child is offered the height of the tallest
+  friend bool operator==(const HStackContent&, const HStackContent&) = default;
+};
+
+struct VStackContent {
+  double spacing = 0;
+  HorizontalAlignment alignment = HorizontalAlignment::center;
+  friend bool operator==(const VStackContent&, const VStackContent&) = default;
+};
+
+struct ZStackContent {
+  Alignment alignment;
+  friend bool operator==(const ZStackContent&, const ZStackContent&) = default;
+};
+
+// As many columns of equal width as fit with at least `minColumnWidth`, filled row by row. A row is as tall
+// as its tallest cell.
+struct AdaptiveGridContent {
+  double minColumnWidth = 0;
+  double spacing = 0;
+  friend bool operator==(const AdaptiveGridContent&, const AdaptiveGridContent&) = default;
+};
+
+// So many columns of equal width, filled row by row; the cells of a row are offered the height of its
+// tallest.
+struct ColumnsContent {
+  int columns = 1;
+  double spacing = 0;
+  std::vector<int> spans;  // over how many columns each child reaches; 1 where it doesn't say
+  friend bool operator==(const ColumnsContent&, const ColumnsContent&) = default;
+};
+
+// Arrangements of the same thing: the first child whose ideal width fits is shown, else the last.
+struct FirstFitContent {
+  friend bool operator==(const FirstFitContent&, const FirstFitContent&) = default;
+};
+
+// One child, inset.
+struct PaddingContent {
+  Insets insets;
+  friend bool operator==(const PaddingContent&, const PaddingContent&) = default;
+};
+
+// One child, in a box of a wanted size, aligned in it.
+struct FrameContent {
+  Extent width;
+  Extent height;
+  Alignment alignment;
+  friend bool operator==(const FrameContent&, const FrameContent&) = default;
+};
+
+// One child, with a surface of exactly its bounds behind it.
+struct BackgroundContent {
+  Color fill = ColorRole::clear;
+  double cornerRadius = 0;
+  Color border = ColorRole::clear;
+  double borderWidth = 0;
+  Color shadow = ColorRole::clear;
+  double shadowRadius = 0;
+  double shadowOffsetY = 0;
+  friend bool operator==(const BackgroundContent&, const BackgroundContent&) = default;
+};
+
+// One child, scrolled vertically, as wide as the space it is given. Keeps its position over updates.
+struct ScrollContent {
+  friend bool operator==(const ScrollContent&, const ScrollContent&) = default;
+};
+
+// Rows of one height below each other, made as they come into sight; for long lists in a scroll view. To the
+// keyboard the whole is one stop, and a row is tapped where it stands.
+struct RowsContent {
+  std::size_t count = 0;
+  double rowHeight = 1;                        // whole pixels
+  std::function<View(std::size_t index)> row;  // the same kind of view for each
+  std::function<void()> onBack;                // at the backspace key
+};
+
+// Two children: a sidebar whose width the user can drag, and the detail beside it.
+struct SplitContent {
+  double sidebarMinWidth = 0;
+  double sidebarIdealWidth = 0;
+  friend bool operator==(const SplitContent&, const SplitContent&) = default;
+};
+
+// A component, made when it is mounted. `update` hands it what its surroundings give it, at each evaluation
+// of theirs.
+struct ComponentContent {
+  std::type_index type;
+  std::function<std::shared_ptr<Component>()> make;
+  std::function<void(Component&)> update;
+};
+
+using Content =
+    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, IconContent, SpacerContent,
+                 DividerContent, LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent,
+                 MenuContent, SegmentedPickerContent, SwitchContent, SliderContent, AlertContent,
+                 FileExportContent, HStackContent, VStackContent, ZStackContent, AdaptiveGridContent,
+                 ColumnsContent, FirstFitContent, PaddingContent, FrameContent, BackgroundContent,
+                 ScrollContent, RowsContent, SplitContent, ComponentContent>;
+
+}  // namespace kestrune::ui
