@@ -10,8 +10,8 @@
 
 namespace kestrune {
 
-// The program on this computer: the real platform, the loop that Qt drives, and the app above both, which
-// samples from now on. Needs a QApplication. Main thread.
+// The program on this computer: the real platform, the loop that Qt drives, and the app on top of both.
+// Creating it starts sampling. Needs a QApplication. Main thread.
 struct Assembly {
   platform::LinuxPlatform computer;
   desktop::DBusNotifications notifications{desktop::sessionBus()};

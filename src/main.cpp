@@ -15,9 +15,10 @@ namespace {
 
 using namespace kestrune;
 
-ui::qt::KestruneApp* app = nullptr;  // while it runs
+// Set while the program runs.
+ui::qt::KestruneApp* app = nullptr;
 
-// Without a display the program samples all the same.
+// The program samples even without a display.
 void chooseQtPlatform() {
   const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
   if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM")) return;
@@ -27,46 +28,47 @@ void chooseQtPlatform() {
 
 QtMessageHandler writeMessage = nullptr;
 
-// Qt ends the process where it stands when the display is gone. On X that's an ordinary exit; on Wayland, one
-// that runs no handlers, and its last warning is the only word of it.
-void saveWhenTheDisplayIsGone() {
+// Qt exits the process when the display connection is lost. On X11 it calls exit(); on Wayland it calls
+// _exit() after a last warning.
+void saveWhenDisplayIsLost() {
   std::atexit([] { app->saveDay(); });
-  writeMessage = qInstallMessageHandler(nullptr);  // before any message can come
+  // Kept before our handler can be called.
+  writeMessage = qInstallMessageHandler(nullptr);
   qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
     writeMessage(type, context, text);
     if (text.startsWith(QLatin1String("The Wayland connection"))) app->saveDay();
   });
 }
 
-// The session started it, not a person. What comes after, be it the next run or a program that is opened from
-// here, doesn't inherit that.
+// True if the session started the program, not a person. The variable is removed so that a restart, or a
+// program opened from here, doesn't inherit it.
 bool startsQuietly() {
   const bool isQuiet = qEnvironmentVariable("KESTRUNE_START") == QLatin1String("quiet");
   qunsetenv("KESTRUNE_START");
   return isQuiet;
 }
 
-// This process becomes the next run, with the same arguments and environment. Where the program's file is
-// gone, as after an upgrade, the one that is still open serves.
-void startAnew(char** argv) {
+// Replaces this process by a new run with the same arguments and environment. If the program's file is gone,
+// as after an upgrade, the one that is still open is executed.
+void restart(char** argv) {
   execv(QFile::encodeName(QCoreApplication::applicationFilePath()).constData(), argv);
   execv("/proc/self/exe", argv);
   std::perror("kestrune: can't start anew");
 }
 
-// On Wayland the toolkit brings a window forward with the token that it finds in the environment, where no
-// other start of a program may find it afterwards.
+// On Wayland, Qt raises a window with the activation token in the environment. It is removed afterwards so
+// that programs opened from here don't find it.
 void openWith(const QString& activationToken) {
   constexpr const char* name = "XDG_ACTIVATION_TOKEN";
-  const bool isOfUse =
+  const bool isUsable =
       !activationToken.isEmpty() && QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-  if (isOfUse) qputenv(name, activationToken.toUtf8());
+  if (isUsable) qputenv(name, activationToken.toUtf8());
   app->openMainWindow();
-  if (isOfUse) qunsetenv(name);
+  if (isUsable) qunsetenv(name);
 }
 
 int run(int argc, char** argv) {
-  // Blocks the signals, and must do so before any thread is started.
+  // Blocks the signals; must come before any thread is started.
   platform::TerminationSignals signals;
   chooseQtPlatform();
   const bool isQuiet = startsQuietly();
@@ -102,7 +104,7 @@ int run(int argc, char** argv) {
   Assembly assembly;
   ui::qt::KestruneApp& kestrune = assembly.app;
   app = &kestrune;
-  saveWhenTheDisplayIsGone();
+  saveWhenDisplayIsLost();
 
   QSocketNotifier onSignal(signals.fd(), QSocketNotifier::Read);
   QObject::connect(&onSignal, &QSocketNotifier::activated, &onSignal, [&] {
@@ -112,11 +114,11 @@ int run(int argc, char** argv) {
   if (start == Start::quiet) kestrune.openQuietly();
   if (start == Start::window) kestrune.openMainWindow();
   const int code = QApplication::exec();
-  // All that is worth keeping has been saved; a reading that hangs in some lane must not keep the process.
+  // Everything has been saved; a reading that hangs in a lane must not keep the process alive.
   std::fflush(nullptr);
   if (kestrune.wantsNewInstance()) {
     instance.release();
-    startAnew(argv);
+    restart(argv);
   }
   std::_Exit(code);
 }

@@ -6,8 +6,8 @@ namespace kestrune::ui::qt {
 
 class Theme;
 
-// Shows what the program is: its icon, name, version and what it does. One such window at a time; asking
-// again brings it forward.
+// Shows the program's icon, name, version and purpose. There is one such window at a time; another call
+// raises it.
 void showAbout(const Theme& theme, QWidget* parent);
 
 }  // namespace kestrune::ui::qt

@@ -16,7 +16,7 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// The language of the texts with the region of the numbers, as the C library chooses that: "es_US".
+// The language of the texts with the region that the C library would use for numbers, such as "es_US".
 std::string formatLocale(const std::string& language, platform::ProcessEnvironment& environment) {
   std::string locale;
   for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
@@ -82,8 +82,8 @@ KestruneApp::KestruneApp(MainLoop& loop, const platform::Platform& platform)
                      if (state == Qt::ApplicationActive) notifications_.post(didBecomeActiveNotification);
                    });
   QObject::connect(qApp, &QCoreApplication::aboutToQuit, &connections_, [this] { announceEnd(); });
-  // The session is about to end, unless somebody calls that off. What starts with the session needs no
-  // restart by it.
+  // The session is about to end, unless another program cancels that. A program that starts with the session
+  // need not be restarted by the session manager.
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, &connections_,
       [this](QSessionManager& manager) {
@@ -113,18 +113,18 @@ void KestruneApp::openMainWindow() {
 }
 
 void KestruneApp::openQuietly() {
-  // At the start of a session the panel comes up along with everything else.
-  constexpr std::chrono::seconds patience{10};
+  // At the start of a session the panel may start later than this program.
+  constexpr std::chrono::seconds trayTimeout{10};
   if (!hasDisplay()) return;
-  QTimer::singleShot(patience, &connections_, [this] {
-    if (!tray_->hasComeUp() && !hasOpenedWindow_) window_->showMinimized();
+  QTimer::singleShot(trayTimeout, &connections_, [this] {
+    if (!tray_->hasAppeared() && !hasOpenedWindow_) window_->showMinimized();
   });
 }
 
 void KestruneApp::followAppearance() {
   if (appearance_->current() == desktop::Appearance() && !hasOwnPalette_) return;
   hasOwnPalette_ = appearance_->current() != desktop::Appearance();
-  // Without a palette of the program's own the theme's shows again.
+  // Dropping the program's own palette brings back the theme's.
   QApplication::setPalette(QPalette());
   if (hasOwnPalette_) {
     QApplication::setPalette(desktopPalette(QApplication::palette(), appearance_->current()));

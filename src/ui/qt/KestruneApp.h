@@ -17,11 +17,11 @@
 
 namespace kestrune::ui::qt {
 
-// Posted once, on the program's notification centre, before the program ends, whatever ends it.
+// Posted once on the program's notification centre before the program ends, for whatever reason.
 inline constexpr std::string_view willTerminateNotification = "Kestrune.willTerminate";
 
-// The running program: one environment, one main window, one item in the tray. Creating it starts the
-// sampling. Needs a QApplication. Main thread.
+// The running program: one environment, one main window, one tray item. Creating it starts sampling. Needs a
+// QApplication. Main thread.
 class KestruneApp final : public platform::Application {
  public:
   // Both must outlive it.
@@ -30,21 +30,21 @@ class KestruneApp final : public platform::Application {
   KestruneApp(const KestruneApp&) = delete;
   KestruneApp& operator=(const KestruneApp&) = delete;
 
-  // False where the program runs without anyone who could see it.
+  // False if the program runs without a display.
   static bool hasDisplay();
 
   void openMainWindow();
-  // Without a window in the way: in the tray, or else, when none has turned up within some seconds, with the
-  // main window minimised.
+  // Starts without showing a window: in the tray or, if no tray appears within some seconds, with the main
+  // window minimised.
   void openQuietly();
-  // The popover, made at its first use.
+  // The popover, created on first use.
   Popover& popover();
-  // Ends the program at the next turn of Qt's event loop.
+  // Ends the program at the next iteration of Qt's event loop.
   void terminate() override;
-  // Keeps the minutes since the last periodic save, for when the process may end without another word.
+  // Saves the minutes since the last periodic save, in case the process ends without warning.
   void saveDay();
   void openNewInstance() override { wantsNewInstance_ = true; }
-  // Whether the program is to be started anew once it has ended.
+  // True if the program should be restarted once it has ended.
   bool wantsNewInstance() const { return wantsNewInstance_; }
 
   MainWindow& window() { return *window_; }
@@ -77,7 +77,8 @@ class KestruneApp final : public platform::Application {
   bool hasOpenedWindow_ = false;
   bool hasAnnouncedEnd_ = false;
   bool wantsNewInstance_ = false;
-  QObject connections_;  // ends the connections to the application with it
+  // The context of the connections to the application: they end with it.
+  QObject connections_;
 };
 
 }  // namespace kestrune::ui::qt

@@ -32,7 +32,7 @@ MainWindow::MainWindow(const ViewContext& context, Theme& theme, std::function<v
   makeMenus(std::move(quit));
   followTitle();
   host_->setMinimumSize(qRound(MainWindowView::minimumWidth), qRound(MainWindowView::minimumHeight));
-  // A screen may be smaller, above all where one of the desktop's pixels takes several of the screen's.
+  // A screen may be smaller than that, above all a scaled one.
   resize(defaultSize.boundedTo(screen()->availableSize()));
 }
 

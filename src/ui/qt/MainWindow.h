@@ -13,15 +13,14 @@ namespace kestrune::ui::qt {
 class Theme;
 class ViewHost;
 
-// The one main window, with its menus. Closing it hides it; its content, and with it the selected tab, stays.
-// Main thread.
+// The main window with its menus. Closing it only hides it, so the selected tab is kept. Main thread.
 class MainWindow final : public QMainWindow {
  public:
   // All must outlive the window. `quit` ends the program.
   MainWindow(const ViewContext& context, Theme& theme, std::function<void()> quit);
   ~MainWindow() override;
 
-  // Shows the window, restored and in front of the others as far as the desktop lets a program do so.
+  // Shows the window, restored and in front of others as far as the desktop allows.
   void bringForward();
 
   const MainWindowView& content() const { return *content_; }

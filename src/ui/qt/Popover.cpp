@@ -13,11 +13,11 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// So wide that the longest row fits whatever its figures are; the window doesn't move with them.
+// Wide enough for the longest row whatever its figures, so that the window doesn't change with them.
 constexpr int contentWidth = 320;
 constexpr int edge = 1;
 constexpr int gap = 4;
-// The click on the item that closes the window by turning away from it doesn't open it again.
+// A click on the tray item closes the window by deactivating it; that same click must not reopen it.
 constexpr qint64 reopenMilliseconds = 250;
 
 bool canPlaceWindows() {
@@ -59,7 +59,7 @@ void Popover::toggle(const QRect& anchor) {
 }
 
 bool Popover::eventFilter(QObject* watched, QEvent* event) {
-  // Keys go to the program that has the focus otherwise; only a window that is on screen can ask for them.
+  // Otherwise keys go to the program that has the focus; only a window on screen can grab them.
   const bool isOnScreen = event->type() == QEvent::Expose && windowHandle()->isExposed();
   if (isOnScreen && canPlaceWindows()) windowHandle()->setKeyboardGrabEnabled(true);
   return QWidget::eventFilter(watched, event);

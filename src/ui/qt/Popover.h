@@ -11,15 +11,14 @@ namespace kestrune::ui::qt {
 class Theme;
 class ViewHost;
 
-// The small window beside the item in the tray. It closes at Escape and as soon as the user turns to
-// something else. Where the desktop doesn't let a program place a window, it is a plain one. Main thread.
+// The small window beside the tray item. It closes on Escape and when it is deactivated. If the desktop
+// doesn't let programs place their windows, it is an ordinary one. Main thread.
 class Popover final : public QWidget {
  public:
   // All must outlive the window.
   Popover(const ViewContext& context, Theme& theme, MenuBarPopover::Commands commands);
 
-  // Opens beside `anchor`, in global coordinates, or where the pointer is if that is empty; closes if it is
-  // open.
+  // Opens beside `anchor` (in global coordinates; if empty, at the pointer), or closes if it is open.
   void toggle(const QRect& anchor);
 
   ViewHost& host() { return *host_; }

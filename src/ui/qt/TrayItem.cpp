@@ -12,7 +12,8 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// A panel may be light or dark and doesn't tell; a badge of its own is legible on both.
+// A panel may be light or dark, and there is no way to ask; a badge with its own background is legible on
+// both.
 const QColor badge(0x2b, 0x30, 0x38);
 const QColor gauge(0x4a, 0x9e, 0xf5);
 const QColor digits(0xff, 0xff, 0xff);
@@ -29,7 +30,7 @@ void paintPicture(QPainter& painter, double size, int percent) {
   const QString number = QString::number(percent);
   QFont font;
   font.setWeight(QFont::DemiBold);
-  // Three digits are narrower, so that 100 fits the same square.
+  // Three digits are smaller, so that 100 fits the same square.
   font.setPixelSize(qRound(size * (number.size() > 2 ? 0.48 : 0.62)));
   painter.setFont(font);
   painter.setPen(digits);
@@ -57,16 +58,16 @@ TrayItem::TrayItem(const CPUProvider& cpu, LocaleFormats& formats, QMenu* menu,
       formats_(formats),
       menu_(menu),
       onClick_(std::move(onClick)),
-      embedding_([this] { comeUp(); }),
+      embedding_([this] { appear(); }),
       dependencies_([this] {
         QMetaObject::invokeMethod(
             &pending_, [this] { show(); }, Qt::QueuedConnection);
       }) {
-  if (auto bus = desktop::sessionBus()) hosts_.emplace(std::move(*bus), [this] { comeUp(); });
-  if (embedding_.isPresent()) comeUp();
+  if (auto bus = desktop::sessionBus()) hosts_.emplace(std::move(*bus), [this] { appear(); });
+  if (embedding_.isPresent()) appear();
 }
 
-void TrayItem::comeUp() {
+void TrayItem::appear() {
   if (icon_) return;
   icon_.emplace();
   icon_->setContextMenu(menu_);

@@ -4,7 +4,7 @@
 
 namespace kestrune::ui::qt {
 
-// A track and its filled part, which ends at a whole device pixel.
+// A track and its filled part, which ends on a whole device pixel.
 class BarLeaf final : public GaugeLeaf {
  public:
   using GaugeLeaf::GaugeLeaf;

@@ -10,7 +10,7 @@
 
 namespace kestrune::ui::qt {
 
-ChartLeaf::ChartLeaf(Theme& theme, QWidget* parent) : FillingLeaf(theme, parent, QAccessible::Graphic) {}
+ChartLeaf::ChartLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
 
 void ChartLeaf::setReadOut(ReadOut readOut) {
   readOut_ = std::move(readOut);
@@ -19,7 +19,7 @@ void ChartLeaf::setReadOut(ReadOut readOut) {
 }
 
 void ChartLeaf::refreshReadOut() {
-  if (pointer_ && QToolTip::isVisible()) say();
+  if (pointer_ && QToolTip::isVisible()) showReadOut();
 }
 
 void ChartLeaf::mouseMoveEvent(QMouseEvent* event) {
@@ -29,7 +29,7 @@ void ChartLeaf::mouseMoveEvent(QMouseEvent* event) {
   pointer_ = event->position().toPoint();
   if (pointedAt() == before) return;
   update();
-  say();
+  showReadOut();
 }
 
 void ChartLeaf::leaveEvent(QEvent* event) {
@@ -38,19 +38,19 @@ void ChartLeaf::leaveEvent(QEvent* event) {
     update();
     QToolTip::hideText();
   }
-  FillingLeaf::leaveEvent(event);
+  Leaf::leaveEvent(event);
 }
 
-void ChartLeaf::say() {
-  const auto place = pointedAt();
-  QString said;
-  if (place) {
-    for (const TextContent& part : readOut_(*place)) said += theme().text(part);
+void ChartLeaf::showReadOut() {
+  const auto point = pointedAt();
+  QString text;
+  if (point) {
+    for (const TextContent& part : readOut_(*point)) text += theme().text(part);
   }
-  if (said.isEmpty()) {
+  if (text.isEmpty()) {
     QToolTip::hideText();
   } else {
-    QToolTip::showText(mapToGlobal(*pointer_), plainToolTip(said), this);
+    QToolTip::showText(mapToGlobal(*pointer_), plainToolTip(text), this);
   }
 }
 

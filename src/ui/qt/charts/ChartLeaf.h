@@ -5,30 +5,30 @@
 
 #include <QPoint>
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 
 namespace kestrune::ui::qt {
 
-// What charts have in common: while the pointer is over one that has something to say, the place under it is
-// marked, and a tooltip says what the chart knows of it.
-class ChartLeaf : public FillingLeaf {
+// What charts have in common: a chart with a read-out marks the point under the pointer and describes it in a
+// tooltip.
+class ChartLeaf : public Leaf {
  protected:
   ChartLeaf(Theme& theme, QWidget* parent);
 
-  // Where the pointer is, in the leaf; none while it is elsewhere.
+  // The pointer's position in the leaf, if it is over it.
   const std::optional<QPoint>& pointer() const { return pointer_; }
-  // The number of the place under the pointer, if there is one.
+  // The index of the point under the pointer, if there is one.
   virtual std::optional<std::size_t> pointedAt() const = 0;
-  // Takes what is to be said from now on. Where nothing is, the pointer is no longer followed.
+  // Replaces the read-out. Without one the pointer isn't tracked.
   void setReadOut(ReadOut readOut);
-  // Says it anew where it is being said; the figures have changed.
+  // Updates the tooltip if it is showing.
   void refreshReadOut();
 
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
 
  private:
-  void say();
+  void showReadOut();
 
   ReadOut readOut_;
   std::optional<QPoint> pointer_;

@@ -15,16 +15,17 @@ using Mark = DayChartContent::Mark;
 constexpr Font axisFont{9, FontWeight::regular, true};
 constexpr double axisGap = 6;
 constexpr double daysHeight = 16;
-constexpr double barShare = 0.8;  // of a day's width
+// The width of a bar relative to its day.
+constexpr double barShare = 0.8;
 constexpr double lineThickness = 2;
 constexpr double dotRadius = 2.5;
-constexpr int mostSteps = 4;
+constexpr int maxSteps = 4;
 
 bool isKnown(const std::optional<double>& figure) {
   return figure && std::isfinite(*figure);
 }
 
-// The greatest figure that has to fit: bars stand on top of each other.
+// The greatest figure that has to fit; bars are stacked.
 double highestOf(const DayChartContent& content) {
   double highest = 0;
   for (std::size_t day = 0; day < content.days.size(); ++day) {
@@ -42,7 +43,7 @@ double highestOf(const DayChartContent& content) {
 }  // namespace
 
 std::vector<double> roundScale(double highest, double unit) {
-  const double wanted = std::max(highest / unit / mostSteps, 1.0);
+  const double wanted = std::max(highest / unit / maxSteps, 1.0);
   const double power = std::pow(10, std::floor(std::log10(wanted)));
   double step = 10 * power;
   for (const double factor : {1.0, 2.0, 5.0}) {
@@ -78,7 +79,7 @@ bool DayChartLeaf::show(const Content& content, const LeafStyle& style) {
 }
 
 QRectF DayChartLeaf::plot() const {
-  // Half a line of text stands above the topmost line.
+  // The top line's label extends half a line above it.
   constexpr double above = 6;
   return {0, above, std::max(width() - scaleWidth_ - axisGap, 1.0),
           std::max(height() - daysHeight - above, 1.0)};
@@ -138,7 +139,7 @@ void DayChartLeaf::paintDays(QPainter& painter) {
   }
   const auto every = static_cast<std::size_t>(std::max(std::ceil((widest + 12) / dayWidth()), 1.0));
   painter.setPen(color(ColorRole::tertiary));
-  // Counted from the last day, which is the one that is looked for first.
+  // Counted back from the last day, which readers look for first.
   for (std::size_t back = 0; back < texts.size(); back += every) {
     const std::size_t day = texts.size() - 1 - back;
     const double wide = theme().metrics(axisFont).horizontalAdvance(texts[day]);
@@ -179,14 +180,15 @@ void DayChartLeaf::paintSeries(QPainter& painter, const DayChartContent::Series&
   }
 }
 
-// Days next to each other, none of them missing.
+// Consecutive days with none missing.
 void DayChartLeaf::paintRun(QPainter& painter, const DayChartContent::Series& series, std::size_t first,
                             std::size_t last) const {
   QPolygonF points;
   for (std::size_t day = first; day <= last; ++day)
     points << QPointF(middleOf(day), heightOf(*series.figures[day]));
   const bool isArea = series.mark == Mark::area;
-  if (first == last) {  // a day of its own is as wide as a dot
+  if (first == last) {
+    // A single day is as wide as a dot.
     painter.setPen(Qt::NoPen);
     painter.setBrush(color(series.color));
     if (isArea) {

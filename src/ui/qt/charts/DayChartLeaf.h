@@ -8,8 +8,8 @@
 
 namespace kestrune::ui::qt {
 
-// Figures of a row of days with a scale at the right and the days below. Days without a figure are gaps. The
-// pointer marks the day.
+// Figures of consecutive days, with a scale on the right and the days below. A day without a figure leaves a
+// gap. The pointer marks a day.
 class DayChartLeaf final : public ChartLeaf {
  public:
   DayChartLeaf(Theme& theme, QWidget* parent);
@@ -34,12 +34,14 @@ class DayChartLeaf final : public ChartLeaf {
                 std::size_t last) const;
 
   DayChartContent content_;
-  std::vector<double> scale_;  // where its lines lie, from 0 up
-  double scaleWidth_ = 0;      // of its widest text
+  // The figures at the scale's lines, from 0 up.
+  std::vector<double> scale_;
+  // The width of its widest label.
+  double scaleWidth_ = 0;
 };
 
-// Round figures from 0 to at least `highest`, at least two and in at most five steps. A step is `unit` times
-// 1, 2 or 5 and a power of ten, and no less than `unit`.
+// Round figures from 0 to at least `highest`, in one to five equal steps. A step is `unit` times 1, 2 or 5
+// times a power of ten, and at least `unit`.
 std::vector<double> roundScale(double highest, double unit);
 
 }  // namespace kestrune::ui::qt

@@ -10,7 +10,7 @@
 namespace kestrune::ui::qt {
 
 GaugeLeaf::GaugeLeaf(Theme& theme, QWidget* parent)
-    : FillingLeaf(theme, parent, QAccessible::Graphic),
+    : Leaf(theme, parent, QAccessible::Graphic),
       fraction_(theme.animations(), [this] { followFraction(); }) {}
 
 void GaugeLeaf::setFraction(double fraction, double seconds, bool hasNewLook) {
@@ -24,7 +24,7 @@ void GaugeLeaf::setFraction(double fraction, double seconds, bool hasNewLook) {
   }
 }
 
-// A single step has nothing between its ends, and no frames are spent on it.
+// A move by a single step has no frames in between and isn't worth animating.
 bool GaugeLeaf::wouldMove(double target) const {
   return isShown_ && std::abs(endOf(target) - end()) > 1 && canAnimate(*this);
 }

@@ -1,24 +1,23 @@
 #pragma once
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 #include "ui/qt/theme/Animation.h"
 
 namespace kestrune::ui::qt {
 
-// A leaf that shows a fraction and eases over to another one. It is painted again only where the difference
-// can be seen.
-class GaugeLeaf : public FillingLeaf {
+// A leaf that shows a fraction and eases to the next one. It repaints only when the difference is visible.
+class GaugeLeaf : public Leaf {
  public:
   GaugeLeaf(Theme& theme, QWidget* parent);
 
  protected:
-  // Takes a fraction, cut to 0 to 1, and moves there in that time; at once the first time, and where no
-  // movement is to be seen. `hasNewLook`: something else is to be shown differently too.
+  // Clamps the fraction to [0, 1] and eases to it within `seconds`; at once the first time, or if the
+  // movement wouldn't be seen. `hasNewLook`: something else about the gauge has changed too.
   void setFraction(double fraction, double seconds, bool hasNewLook);
-  // Where the part that is shown now ends.
+  // Where the part shown now ends.
   int end() const { return endOf(fraction_.value()); }
 
-  // Where a part of that size ends, in the smallest steps that can be told apart.
+  // Where a part of that size ends, in the smallest distinguishable steps.
   virtual int endOf(double fraction) const = 0;
   virtual void paintGauge(QPainter& painter) = 0;
 

@@ -12,8 +12,8 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// The centre of a line of that thickness where its value is `value`: all of the line is within the bounds. A
-// value that is no number lies at the bottom.
+// The centre of a line of that thickness at `value`; the whole line is within the bounds. NaN is at the
+// bottom.
 double lineY(double value, double height, double thickness) {
   const double known = std::isnan(value) ? 0 : value;
   return thickness / 2 + (height - thickness) * (1 - known);
@@ -64,7 +64,7 @@ void LineChartLeaf::paint(QPainter& painter) {
   const double scale = devicePixelRatioF();
   const double width = this->width() * scale;
   const double height = this->height() * scale;
-  // At a fractional ratio the last pixels are shared with what lies beside.
+  // At a fractional ratio the last pixels are shared with the neighbouring widgets.
   QImage image(static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)),
                QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) return;

@@ -4,8 +4,8 @@
 
 namespace kestrune::ui::qt {
 
-// Lines over a common width, with their whole thickness within the height. The pointer marks the point that
-// is nearest.
+// Lines over a common width, with their full thickness within the height. The pointer marks the nearest
+// point.
 class LineChartLeaf final : public ChartLeaf {
  public:
   LineChartLeaf(Theme& theme, QWidget* parent);

@@ -9,10 +9,10 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// The thick line is all that lies within half its width of the thin one. Over each x that is one interval,
-// since the thin line is continuous. Both its ends are the outermost of what the single segments and the
-// discs around the points reach. They are computed at a few places in each pixel column and taken as straight
-// in between.
+// The thick line is everything within half its width of the thin one. Over each x that is a single interval,
+// since the thin line is continuous. The ends of the interval are the outermost points reached by the
+// segments and by the discs around the points. They are computed at a few places in each pixel column and
+// interpolated in between.
 class Edges {
  public:
   Edges(int columns, int samplesPerPixel, float radius)
@@ -44,8 +44,9 @@ class Edges {
     if (!(run > 0)) return;
     const float length = std::sqrt(run * run + rise * rise);
     const float slope = rise / run;
-    const float shift = radius_ * rise / length;  // along x, of the edges against the line
-    const float offset = radius_ * length / run;  // along y
+    // How far the edges are from the line, along x and along y.
+    const float shift = radius_ * rise / length;
+    const float offset = radius_ * length / run;
     const float atZero = a.y - slope * a.x;
     const float perSample = slope * step_;
     const auto [topFrom, topTo] = samplesWithin(a.x + shift, b.x + shift);
@@ -60,7 +61,7 @@ class Edges {
     }
   }
 
-  // Closes the outline just before and after the line, where it is less than one sample away.
+  // Closes the outline just before and after the line, less than one sample away.
   void addTips(LinePoint first, LinePoint last) {
     const int before = samplesWithin(first.x - radius_, first.x).first - 1;
     if (before >= 0) extend(before, first.y, first.y);
@@ -71,12 +72,12 @@ class Edges {
  private:
   float position(int sample) const { return static_cast<float>(sample) * step_; }
 
-  // First and last sample in the range; the last comes before the first where there is none.
+  // First and last sample in the range; last < first if there is none.
   std::pair<int, int> samplesWithin(float from, float to) const {
     const auto last = static_cast<float>(count_ - 1);
     const float first = std::clamp(from * perPixel_, 0.0F, last + 1);
     const float end = std::clamp(to * perPixel_, -1.0F, last);
-    // Rounded up and down; the library's functions for that are calls.
+    // Rounds up and down inline; std::ceil and std::floor would be calls.
     const int start = static_cast<int>(first);
     return {start + (static_cast<float>(start) < first ? 1 : 0), static_cast<int>(end + 1) - 1};
   }
@@ -95,14 +96,14 @@ class Edges {
   float* bottom_;
 };
 
-// How much of each pixel of one column lies above an edge, as sums from below: `steps[j]` is what row j has
-// more than row j + 1.
+// How much of each pixel in one column is above an edge, as differences from below: `steps_[j]` is row j
+// minus row j + 1.
 class Column {
  public:
   explicit Column(int rows) : steps_(static_cast<std::size_t>(rows) + 1, 0.0F) {}
 
-  // Adds the area above the straight edge from y0 to y1 (both at least 1), which is `dx` wide. A negative
-  // `dx` takes it away.
+  // Adds the area above the straight edge from y0 to y1 (both at least 1), which is `dx` wide; subtracts it
+  // if `dx` is negative.
   void addAbove(float y0, float y1, float dx) {
     if (y0 > y1) std::swap(y0, y1);
     int row = static_cast<int>(y0);
@@ -117,11 +118,11 @@ class Column {
     addWithin(lastRow, (static_cast<float>(lastRow) + y1) / 2, (y1 - static_cast<float>(lastRow)) * perRow);
   }
 
-  // The step of the row, which is then forgotten.
+  // Returns the step of the row and resets it.
   float take(int row) { return std::exchange(steps_[static_cast<std::size_t>(row)], 0.0F); }
 
  private:
-  // An edge that stays within one row, at `y` on average.
+  // Adds an edge that stays within one row, at `y` on average.
   void addWithin(int row, float y, float dx) {
     const float part = (y - static_cast<float>(row)) * dx;
     const auto i = static_cast<std::size_t>(row);
@@ -132,7 +133,8 @@ class Column {
   std::vector<float> steps_;
 };
 
-QRgb scaled(QRgb color, unsigned factor) {  // 0 to 255
+// `factor` is 0 to 255.
+QRgb scaled(QRgb color, unsigned factor) {
   const auto divided = [](std::uint32_t pair) {
     return ((pair + ((pair >> 8U) & 0xff00ffU) + 0x800080U) >> 8U) & 0xff00ffU;
   };
@@ -148,7 +150,7 @@ void blend(QRgb& pixel, QRgb color, float coverage) {
   pixel = pixel == 0 ? source : source + scaled(pixel, 255 - static_cast<unsigned>(qAlpha(source)));
 }
 
-// Whether the edge is as good as straight over one pixel, as it is in all but the columns of a join.
+// True if the edge is nearly straight over one pixel, as it is everywhere but at joins.
 bool isStraight(const float* y, int samples) {
   constexpr float slack = 0.02F;
   for (int i = 1; i < samples; ++i) {
@@ -157,7 +159,7 @@ bool isStraight(const float* y, int samples) {
   return true;
 }
 
-// Two places in each column are enough to place an edge, unless joins follow one another closely.
+// Two samples per column are enough for an edge, unless joins are close together.
 int samplesPerPixel(std::span<const LinePoint> points, int columns) {
   return points.size() * 2 > static_cast<std::size_t>(columns) ? 4 : 2;
 }
@@ -167,14 +169,15 @@ struct RowRange {
   int last = -1;
 };
 
-// Adds what lies between both edges over one column; yields the rows that may have changed.
+// Adds the area between both edges over one column; returns the rows that may have changed.
 RowRange addColumn(Column& column, const float* top, const float* bottom, int samples) {
   const float share = 1.0F / static_cast<float>(samples);
   float highest = std::numeric_limits<float>::infinity();
   float lowest = 0;
   bool isWhole = true;
   for (int i = 0; i <= samples; ++i) {
-    if (top[i] > bottom[i]) {  // before or after the line
+    // Before or after the line.
+    if (top[i] > bottom[i]) {
       isWhole = false;
       continue;
     }
@@ -201,12 +204,12 @@ RowRange addColumn(Column& column, const float* top, const float* bottom, int sa
 
 void paintAscendingLine(QImage& image, std::span<const LinePoint> points, float width, QRgb color) {
   if (points.size() < 2 || image.isNull() || !(width > 0)) return;
-  // Rows are counted from `margin` above the image, so that what reaches out of it needs no cases of its own.
+  // Rows are counted from `margin` above the image, so that parts outside it need no special cases.
   const int margin = static_cast<int>(std::ceil(width * 1.5F)) + 2;
   const int rows = image.height() + 2 * margin;
-  const auto furthest = static_cast<float>(image.height()) + width;
+  const auto lowest = static_cast<float>(image.height()) + width;
   const auto shifted = [&](LinePoint point) {
-    const float y = point.y > -width ? std::min(point.y, furthest) : -width;
+    const float y = point.y > -width ? std::min(point.y, lowest) : -width;
     return LinePoint{point.x, y + static_cast<float>(margin)};
   };
   const int samples = samplesPerPixel(points, image.width());

@@ -6,15 +6,16 @@
 
 namespace kestrune::ui::qt {
 
+// In pixels; y points down.
 struct LinePoint {
   float x = 0;
-  float y = 0;  // downwards
+  float y = 0;
 };
 
-// Draws the line through the points over the image: `width` thick, with round caps and joins, antialiased by
-// exact area up to a small bound. Lengths are the image's own pixels, (0, 0) is its top left corner; what
-// lies outside is cut off. The image has the format ARGB32_Premultiplied, as has the colour. From each point
-// to the next x must grow; fewer than two points draw nothing.
+// Draws the line through the points onto the image: `width` thick, with round caps and joins, antialiased by
+// exact area within a small tolerance. Lengths are in the image's pixels, (0, 0) is its top left corner, and
+// anything outside is clipped. Image and colour are in ARGB32_Premultiplied. x must grow from each point to
+// the next; fewer than two points draw nothing.
 //
 // Far cheaper than stroking a path: a line that never turns back has but one upper and one lower edge over
 // each x.

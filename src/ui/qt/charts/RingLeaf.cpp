@@ -8,10 +8,11 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// As QPainter counts angles.
+// QPainter's unit for angles.
 constexpr int unitsPerTurn = 360 * 16;
 constexpr int twelveOClock = unitsPerTurn / 4;
-constexpr int stepsPerTurn = 720;  // of half a degree, a pixel on a ring of 114 pixels' radius
+// Half a degree each: one pixel on a ring with a radius of 114 pixels.
+constexpr int stepsPerTurn = 720;
 constexpr int unitsPerStep = unitsPerTurn / stepsPerTurn;
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 namespace kestrune::ui::qt {
 
-// A ring and its arc, clockwise from twelve o'clock. The ring's thickness lies within the square.
+// A ring and its arc, clockwise from twelve o'clock. The whole thickness of the ring is within the square.
 class RingLeaf final : public GaugeLeaf {
  public:
   using GaugeLeaf::GaugeLeaf;

@@ -5,20 +5,20 @@
 #include <QFocusEvent>
 #include <QPainter>
 
-#include "ui/qt/leaves/FocusReason.h"
+#include "ui/qt/leaves/FocusRing.h"
 
 namespace kestrune::ui::qt {
 
-ControlLeaf::ControlLeaf(Theme& theme, QWidget* parent, QAccessible::Role role)
-    : PaintedLeaf(theme, parent, role) {
+ControlLeaf::ControlLeaf(Theme& theme, QWidget* parent, QAccessible::Role role) : Leaf(theme, parent, role) {
   setFocusPolicy(Qt::StrongFocus);
 }
 
-void ControlLeaf::paintFocus(QPainter& painter, const QRectF& bounds, double radius) const {
-  if (!showsFocus_) return;
-  painter.setPen(QPen(color(Color(ColorRole::accent, 0.9)), 2));
-  painter.setBrush(Qt::NoBrush);
-  painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), radius, radius);
+void ControlLeaf::paintFocus(QPainter& painter, double radius) const {
+  if (showsFocus_) paintFocusRing(painter, theme(), rect(), radius, style().opacity);
+}
+
+void ControlLeaf::showFocus() {
+  if (!std::exchange(showsFocus_, true)) update();
 }
 
 void ControlLeaf::paintKnob(QPainter& painter, const QRectF& knob, double rimOpacity) const {
@@ -29,13 +29,9 @@ void ControlLeaf::paintKnob(QPainter& painter, const QRectF& knob, double rimOpa
   painter.drawEllipse(knob);
 }
 
-void ControlLeaf::showFocus() {
-  if (!std::exchange(showsFocus_, true)) update();
-}
-
 bool ControlLeaf::event(QEvent* event) {
   if (event->type() == QEvent::EnabledChange) update();
-  return PaintedLeaf::event(event);
+  return Leaf::event(event);
 }
 
 void ControlLeaf::focusInEvent(QFocusEvent* event) {
@@ -46,6 +42,22 @@ void ControlLeaf::focusInEvent(QFocusEvent* event) {
 void ControlLeaf::focusOutEvent(QFocusEvent*) {
   showsFocus_ = false;
   update();
+}
+
+void ControlLeaf::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) {
+    press(event->position());
+  } else {
+    event->ignore();
+  }
+}
+
+void ControlLeaf::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) {
+    release(event->position());
+  } else {
+    event->ignore();
+  }
 }
 
 }  // namespace kestrune::ui::qt

@@ -1,23 +1,31 @@
 #pragma once
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 
 namespace kestrune::ui::qt {
 
-// What switches and sliders have in common: they take the focus, and show it where it came by keyboard.
-class ControlLeaf : public PaintedLeaf {
+// What pickers, switches and sliders have in common: they handle the left mouse button, take the focus, and
+// show it if it came by keyboard.
+class ControlLeaf : public Leaf {
  protected:
   ControlLeaf(Theme& theme, QWidget* parent, QAccessible::Role role);
 
-  // Around the control, if it is to be shown.
-  void paintFocus(QPainter& painter, const QRectF& bounds, double radius) const;
+  // The left button went down or up at `place`; the release may be outside the control.
+  virtual void press(QPointF) {}
+  virtual void release(QPointF) {}
+
+  // Draws the focus ring, if the focus is to be shown.
+  void paintFocus(QPainter& painter, double radius) const;
+  // Shows the focus from now on: the control was used by keyboard.
   void showFocus();
-  // The round piece that the user moves, with a rim of that strength below it.
+  // Draws the round piece that the user moves, with a rim of that opacity below it.
   void paintKnob(QPainter& painter, const QRectF& knob, double rimOpacity) const;
 
   bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) final;
+  void mouseReleaseEvent(QMouseEvent* event) final;
 
  private:
   bool showsFocus_ = false;

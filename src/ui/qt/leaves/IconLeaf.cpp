@@ -8,12 +8,12 @@
 namespace kestrune::ui::qt {
 namespace {
 
-constexpr qint64 largestFile = 4 << 20;
+constexpr qint64 maxFileSize = 4 << 20;
 
-// Whoever installs an application chooses the path, and a pipe or a device there would hold up who opens it.
+// The path comes from an installed application; opening a pipe or a device could block.
 QIcon iconAt(const QString& path) {
   const QFileInfo file(path);
-  return file.isFile() && file.size() <= largestFile ? QIcon(path) : QIcon();
+  return file.isFile() && file.size() <= maxFileSize ? QIcon(path) : QIcon();
 }
 
 QIcon iconNamed(const std::string& name) {
@@ -24,7 +24,7 @@ QIcon iconNamed(const std::string& name) {
 
 }  // namespace
 
-IconLeaf::IconLeaf(Theme& theme, QWidget* parent) : FillingLeaf(theme, parent, QAccessible::Graphic) {}
+IconLeaf::IconLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
 
 bool IconLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);

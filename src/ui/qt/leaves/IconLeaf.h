@@ -2,12 +2,12 @@
 
 #include <QIcon>
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 
 namespace kestrune::ui::qt {
 
-// An application's icon over its frame, or in its middle the symbol that stands for it.
-class IconLeaf final : public FillingLeaf {
+// An application's icon, scaled to the leaf, or a fallback symbol in its middle.
+class IconLeaf final : public Leaf {
  public:
   IconLeaf(Theme& theme, QWidget* parent);
 

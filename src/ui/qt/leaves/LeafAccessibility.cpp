@@ -3,7 +3,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 #include "ui/qt/leaves/SegmentedPickerLeaf.h"
 #include "ui/qt/leaves/SliderLeaf.h"
 #include "ui/qt/leaves/SwitchLeaf.h"
@@ -13,7 +13,7 @@ namespace {
 
 class AccessibleLeaf final : public QAccessibleWidget {
  public:
-  explicit AccessibleLeaf(PaintedLeaf* leaf) : QAccessibleWidget(leaf, leaf->accessibleRole()), leaf_(leaf) {}
+  explicit AccessibleLeaf(Leaf* leaf) : QAccessibleWidget(leaf, leaf->accessibleRole()), leaf_(leaf) {}
 
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();
@@ -22,7 +22,7 @@ class AccessibleLeaf final : public QAccessibleWidget {
   }
 
  private:
-  PaintedLeaf* leaf_;
+  Leaf* leaf_;
 };
 
 class AccessiblePicker final : public QAccessibleWidget {
@@ -90,7 +90,7 @@ class AccessibleSwitch final : public QAccessibleWidget {
   }
   void doAction(const QString& name) override {
     if (name == pressAction() || name == toggleAction()) {
-      leaf_->turnOver();
+      leaf_->toggle();
     } else {
       QAccessibleWidget::doAction(name);
     }
@@ -124,7 +124,7 @@ QAccessibleInterface* accessibleLeaf(const QString&, QObject* object) {
   if (auto* segment = dynamic_cast<PickerSegment*>(object)) return new AccessibleSegment(segment);
   if (auto* leaf = dynamic_cast<SwitchLeaf*>(object)) return new AccessibleSwitch(leaf);
   if (auto* leaf = dynamic_cast<SliderLeaf*>(object)) return new AccessibleSlider(leaf);
-  if (auto* leaf = dynamic_cast<PaintedLeaf*>(object)) return new AccessibleLeaf(leaf);
+  if (auto* leaf = dynamic_cast<Leaf*>(object)) return new AccessibleLeaf(leaf);
   return nullptr;
 }
 

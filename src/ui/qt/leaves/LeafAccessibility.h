@@ -2,8 +2,8 @@
 
 namespace kestrune::ui::qt {
 
-// Makes assistive tools see leaves as what they show. Before the first leaf is asked about; again does no
-// harm.
+// Makes assistive tools see leaves as what they show. Call it before the first query; repeated calls are
+// harmless.
 void installLeafAccessibility();
 
 }  // namespace kestrune::ui::qt

@@ -6,16 +6,16 @@
 #include <QHoverEvent>
 #include <QPainter>
 
-#include "ui/qt/leaves/FocusReason.h"
 #include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
 namespace {
 
 constexpr int controlHeight = 24;
-constexpr int inset = 2;  // of the raised segment in the track
+// Of the raised segment within the track.
+constexpr int inset = 2;
 constexpr int labelPadding = 10;
-constexpr int leastLabelPadding = 3;
+constexpr int minLabelPadding = 3;
 constexpr double trackRadius = 6;
 constexpr double segmentRadius = 4.5;
 
@@ -39,8 +39,7 @@ void PickerSegment::press() {
 }
 
 SegmentedPickerLeaf::SegmentedPickerLeaf(Theme& theme, QWidget* parent)
-    : PaintedLeaf(theme, parent, QAccessible::Grouping) {
-  setFocusPolicy(Qt::StrongFocus);
+    : ControlLeaf(theme, parent, QAccessible::Grouping) {
   setAttribute(Qt::WA_Hover);
 }
 
@@ -61,7 +60,7 @@ bool SegmentedPickerLeaf::show(const Content& content, const LeafStyle& style) {
 }
 
 Font SegmentedPickerLeaf::labelFont() const {
-  // One weight for all, so that nothing shifts when the choice moves.
+  // The same weight for every segment, so that nothing shifts when the choice moves.
   return {style().font.size, FontWeight::medium, false};
 }
 
@@ -70,9 +69,9 @@ LeafMetrics SegmentedPickerLeaf::measure(Proposal proposal) {
   double widest = 0;
   for (const QString& label : labels_) widest = std::max(widest, std::ceil(metrics.horizontalAdvance(label)));
   const double natural = count() * (widest + 2 * labelPadding) + 2 * inset;
-  const double least = count() * (style().font.size * 2 + 2 * leastLabelPadding) + 2 * inset;
+  const double smallest = count() * (style().font.size * 2 + 2 * minLabelPadding) + 2 * inset;
   const double width =
-      std::max(std::min(proposal.width.value_or(natural), natural), std::min(least, natural));
+      std::max(std::min(proposal.width.value_or(natural), natural), std::min(smallest, natural));
   const double height = std::max<double>(controlHeight, std::ceil(metrics.height()) + 2 * inset);
   return {{width, height}, std::round((height + metrics.capHeight()) / 2)};
 }
@@ -117,7 +116,7 @@ void SegmentedPickerLeaf::choose(int index) {
   content_.selected = index;
   update();
   announceSelection();
-  const auto onSelect = content_.onSelect;  // the call may bring another one
+  const auto onSelect = content_.onSelect;  // the call may replace it
   if (onSelect) onSelect(index);
 }
 
@@ -149,25 +148,14 @@ bool SegmentedPickerLeaf::event(QEvent* event) {
     case QEvent::HoverLeave:
       hover(-1);
       break;
-    case QEvent::EnabledChange:
-      update();
-      break;
     default:
       break;
   }
-  return PaintedLeaf::event(event);
+  return ControlLeaf::event(event);
 }
 
-void SegmentedPickerLeaf::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) {
-    event->ignore();
-    return;
-  }
-  choose(segmentAt(event->position().toPoint()));
-}
-
-void SegmentedPickerLeaf::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) event->ignore();
+void SegmentedPickerLeaf::press(QPointF place) {
+  choose(segmentAt(place.toPoint()));
 }
 
 void SegmentedPickerLeaf::keyPressEvent(QKeyEvent* event) {
@@ -189,19 +177,13 @@ void SegmentedPickerLeaf::keyPressEvent(QKeyEvent* event) {
       event->ignore();
       return;
   }
-  if (!std::exchange(showsFocus_, true)) update();
+  showFocus();
   choose(target);
 }
 
 void SegmentedPickerLeaf::focusInEvent(QFocusEvent* event) {
-  showsFocus_ = isKeyboardReason(event->reason());
-  update();
+  ControlLeaf::focusInEvent(event);
   announceSelection();
-}
-
-void SegmentedPickerLeaf::focusOutEvent(QFocusEvent*) {
-  showsFocus_ = false;
-  update();
 }
 
 void SegmentedPickerLeaf::resizeEvent(QResizeEvent*) {
@@ -216,37 +198,34 @@ void SegmentedPickerLeaf::paint(QPainter& painter) {
   painter.drawRoundedRect(rect(), trackRadius, trackRadius);
   paintSeparators(painter);
 
-  const Font font = labelFont();
-  const QFontMetricsF& metrics = theme().metrics(font);
-  painter.setFont(theme().font(font));
-  for (int i = 0; i < count(); ++i) {
-    const QRectF segment = segmentRect(i);
-    const bool isSelected = i == content_.selected;
-    if (isSelected) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(color(Color(ColorRole::black, theme().isDark() ? 0.25 : 0.16)));  // its lower rim
-      painter.drawRoundedRect(segment.adjusted(-0.25, 0.25, 0.25, 0.75), segmentRadius, segmentRadius);
-      painter.setBrush(theme().isDark() ? color(Color::rgb(0.42, 0.42, 0.44)) : color(Color::rgb(1, 1, 1)));
-      painter.drawRoundedRect(segment, segmentRadius, segmentRadius);
-    } else if (i == hovered_ && isEnabled()) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(color(Color(ColorRole::primary, 0.06)));
-      painter.drawRoundedRect(segment, segmentRadius, segmentRadius);
-    }
-    painter.setPen(color(Color(isSelected ? ColorRole::primary : ColorRole::secondary)));
-    const double room = segment.width() - 2 * leastLabelPadding;
-    const QString label = metrics.elidedText(labels_[static_cast<std::size_t>(i)], Qt::ElideRight, room);
-    painter.drawText(segment, Qt::AlignCenter | Qt::TextSingleLine, label);
+  painter.setFont(theme().font(labelFont()));
+  for (int i = 0; i < count(); ++i) paintSegment(painter, i);
+  paintFocus(painter, trackRadius - 1);
+}
+
+void SegmentedPickerLeaf::paintSegment(QPainter& painter, int index) {
+  const QRectF segment = segmentRect(index);
+  const bool isSelected = index == content_.selected;
+  painter.setPen(Qt::NoPen);
+  if (isSelected) {
+    // The lower rim, then the raised segment over it.
+    painter.setBrush(color(Color(ColorRole::black, theme().isDark() ? 0.25 : 0.16)));
+    painter.drawRoundedRect(segment.adjusted(-0.25, 0.25, 0.25, 0.75), segmentRadius, segmentRadius);
+    painter.setBrush(theme().isDark() ? color(Color::rgb(0.42, 0.42, 0.44)) : color(Color::rgb(1, 1, 1)));
+    painter.drawRoundedRect(segment, segmentRadius, segmentRadius);
+  } else if (index == highlighted()) {
+    painter.setBrush(color(Color(ColorRole::primary, 0.06)));
+    painter.drawRoundedRect(segment, segmentRadius, segmentRadius);
   }
-  if (showsFocus_) {
-    painter.setPen(QPen(color(Color(ColorRole::accent, 0.9)), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), trackRadius - 1, trackRadius - 1);
-  }
+  painter.setPen(color(Color(isSelected ? ColorRole::primary : ColorRole::secondary)));
+  const double room = segment.width() - 2 * minLabelPadding;
+  const QString label =
+      theme().metrics(labelFont()).elidedText(labels_[static_cast<std::size_t>(index)], Qt::ElideRight, room);
+  painter.drawText(segment, Qt::AlignCenter | Qt::TextSingleLine, label);
 }
 
 void SegmentedPickerLeaf::paintSeparators(QPainter& painter) const {
-  const auto standsOut = [this](int index) { return index == content_.selected || index == hovered_; };
+  const auto standsOut = [this](int index) { return index == content_.selected || index == highlighted(); };
   for (int i = 1; i < count(); ++i) {
     if (standsOut(i - 1) || standsOut(i)) continue;
     const QRect segment = segmentRect(i);

@@ -3,13 +3,13 @@
 #include <functional>
 #include <vector>
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/ControlLeaf.h"
 
 namespace kestrune::ui::qt {
 
 class SegmentedPickerLeaf;
 
-// What assistive tools see as one choice. It has neither looks nor behaviour of its own.
+// A segment as assistive tools see it. It neither draws anything nor handles events.
 class PickerSegment final : public QWidget {
  public:
   PickerSegment(SegmentedPickerLeaf& picker, int index);
@@ -23,9 +23,9 @@ class PickerSegment final : public QWidget {
   int index_;
 };
 
-// One choice out of a few, side by side. One stop for the keyboard; the arrows, Home and End move the choice.
-// The user's choices alone are reported.
-class SegmentedPickerLeaf final : public PaintedLeaf {
+// A choice of one among a few, side by side. A single tab stop; the arrow keys, Home and End move the choice.
+// Only the user's choices are reported.
+class SegmentedPickerLeaf final : public ControlLeaf {
  public:
   SegmentedPickerLeaf(Theme& theme, QWidget* parent);
 
@@ -39,15 +39,15 @@ class SegmentedPickerLeaf final : public PaintedLeaf {
  protected:
   bool event(QEvent* event) override;
   void paint(QPainter& painter) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
+  void press(QPointF place) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   int count() const { return static_cast<int>(labels_.size()); }
+  // The segment under the pointer, unless the picker is disabled; -1 if there is none.
+  int highlighted() const { return isEnabled() ? hovered_ : -1; }
   Font labelFont() const;
   QRect segmentRect(int index) const;
   int segmentAt(QPoint position) const;
@@ -55,13 +55,13 @@ class SegmentedPickerLeaf final : public PaintedLeaf {
   void placeSegments();
   void hover(int index);
   void announceSelection();
+  void paintSegment(QPainter& painter, int index);
   void paintSeparators(QPainter& painter) const;
 
   SegmentedPickerContent content_;
   std::vector<QString> labels_;
   std::vector<PickerSegment*> segments_;
   int hovered_ = -1;
-  bool showsFocus_ = false;
 };
 
 }  // namespace kestrune::ui::qt

@@ -51,7 +51,7 @@ void SliderLeaf::choose(double value) {
   if (chosen == content_.value) return;
   content_.value = chosen;
   update();
-  const auto onChange = content_.onChange;  // the call may bring another one
+  const auto onChange = content_.onChange;  // the call may replace it
   if (onChange) onChange(chosen);
 }
 
@@ -67,12 +67,8 @@ void SliderLeaf::chooseAt(double x) {
   choose(content_.least + share * (content_.most - content_.least));
 }
 
-void SliderLeaf::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) {
-    event->ignore();
-    return;
-  }
-  chooseAt(event->position().x());
+void SliderLeaf::press(QPointF place) {
+  chooseAt(place.x());
 }
 
 void SliderLeaf::mouseMoveEvent(QMouseEvent* event) {
@@ -117,7 +113,7 @@ void SliderLeaf::paint(QPainter& painter) {
                           trackThickness / 2);
   const QRectF knob(place - knobSide / 2, middle - knobSide / 2, knobSide, knobSide);
   paintKnob(painter, knob, 0.22);
-  paintFocus(painter, rect(), controlHeight / 2);
+  paintFocus(painter, controlHeight / 2);
 }
 
 }  // namespace kestrune::ui::qt

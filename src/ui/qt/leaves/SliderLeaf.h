@@ -4,8 +4,8 @@
 
 namespace kestrune::ui::qt {
 
-// A number to be dragged between two limits, or moved with the arrow keys, Home and End. The user's changes
-// alone are reported. A value between the steps is shown where it is until the user moves it.
+// A number between two limits, dragged or moved with the arrow keys, Home and End. Only the user's changes
+// are reported. A value between two steps is shown as it is until the user moves it.
 class SliderLeaf final : public ControlLeaf {
  public:
   SliderLeaf(Theme& theme, QWidget* parent);
@@ -14,14 +14,14 @@ class SliderLeaf final : public ControlLeaf {
   LeafMetrics measure(Proposal proposal) override;
 
   const SliderContent& content() const { return content_; }
-  // The greatest step that can be reached.
+  // The value of the last step within the limits.
   double lastStep() const;
-  // Moves to the step nearest to the value.
+  // Moves to the step nearest to `value`.
   void choose(double value);
 
  protected:
   void paint(QPainter& painter) override;
-  void mousePressEvent(QMouseEvent* event) override;
+  void press(QPointF place) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 

@@ -1,9 +1,6 @@
 #include "ui/qt/leaves/SwitchLeaf.h"
 
-#include <cmath>
-
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 
 #include "ui/qt/theme/Theme.h"
@@ -15,14 +12,6 @@ constexpr double trackWidth = 34;
 constexpr double trackHeight = 20;
 constexpr double knobInset = 2;
 constexpr double slideSeconds = 0.15;
-
-QColor mixed(const QColor& from, const QColor& to, double share) {
-  const auto part = [share](int one, int other) {
-    return static_cast<int>(std::lround(one + (other - one) * share));
-  };
-  return {part(from.red(), to.red()), part(from.green(), to.green()), part(from.blue(), to.blue()),
-          part(from.alpha(), to.alpha())};
-}
 
 }  // namespace
 
@@ -52,24 +41,16 @@ void SwitchLeaf::follow(bool isOn) {
   QAccessible::updateAccessibility(&event);
 }
 
-void SwitchLeaf::turnOver() {
+void SwitchLeaf::toggle() {
   if (!isEnabled()) return;
   content_.isOn = !content_.isOn;
   follow(content_.isOn);
-  const auto onChange = content_.onChange;  // the call may bring another one
+  const auto onChange = content_.onChange;  // the call may replace it
   if (onChange) onChange(content_.isOn);
 }
 
-void SwitchLeaf::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) event->ignore();
-}
-
-void SwitchLeaf::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) {
-    event->ignore();
-  } else if (rect().contains(event->position().toPoint())) {
-    turnOver();
-  }
+void SwitchLeaf::release(QPointF place) {
+  if (rect().contains(place.toPoint())) toggle();
 }
 
 void SwitchLeaf::keyPressEvent(QKeyEvent* event) {
@@ -79,7 +60,7 @@ void SwitchLeaf::keyPressEvent(QKeyEvent* event) {
     return;
   }
   showFocus();
-  turnOver();
+  toggle();
 }
 
 void SwitchLeaf::paint(QPainter& painter) {
@@ -93,7 +74,7 @@ void SwitchLeaf::paint(QPainter& painter) {
   const double travel = trackWidth - trackHeight;
   const QRectF knob(track.left() + knobInset + knob_.value() * travel, track.top() + knobInset, side, side);
   paintKnob(painter, knob, 0.16);
-  paintFocus(painter, rect(), trackHeight / 2);
+  paintFocus(painter, trackHeight / 2);
 }
 
 }  // namespace kestrune::ui::qt

@@ -5,7 +5,7 @@
 
 namespace kestrune::ui::qt {
 
-// On or off. A click, the space bar or the return key turns it over; the user's changes alone are reported.
+// On or off. A click, the space bar or the return key toggles it. Only the user's changes are reported.
 class SwitchLeaf final : public ControlLeaf {
  public:
   SwitchLeaf(Theme& theme, QWidget* parent);
@@ -14,19 +14,19 @@ class SwitchLeaf final : public ControlLeaf {
   LeafMetrics measure(Proposal proposal) override;
 
   bool isOn() const { return content_.isOn; }
-  void turnOver();
+  void toggle();
 
  protected:
   void paint(QPainter& painter) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
+  void release(QPointF place) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void follow(bool isOn);
 
   SwitchContent content_;
-  EasedValue knob_;  // 0 off, 1 on
+  // 0 is off, 1 is on.
+  EasedValue knob_;
   bool isShown_ = false;
 };
 

@@ -9,8 +9,8 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// Against the size of the font: the box, and the drawing in it, which then reaches from the capitals' top to
-// about where letters end below the line.
+// Sizes relative to the font's: the box, and the drawing in it, which reaches from the top of the capitals to
+// about the descenders.
 constexpr double boxShare = 1.2;
 constexpr double drawingShare = 1.06;
 constexpr double capitalHeightShare = 0.72;
@@ -19,7 +19,7 @@ constexpr double dividerOpacity = 0.14;
 
 }  // namespace
 
-SymbolLeaf::SymbolLeaf(Theme& theme, QWidget* parent) : PaintedLeaf(theme, parent, QAccessible::Graphic) {}
+SymbolLeaf::SymbolLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
 
 bool SymbolLeaf::show(const Content& content, const LeafStyle& style) {
   const Change change = adopt(style);
@@ -34,14 +34,14 @@ bool SymbolLeaf::show(const Content& content, const LeafStyle& style) {
 LeafMetrics SymbolLeaf::measure(Proposal) {
   const double size = style().font.size;
   const double side = std::round(size * boxShare);
-  // In a row aligned at the baseline its middle stands at the middle of the capitals.
+  // In a row aligned at the baseline the symbol is centred on the capitals.
   return {{side, side}, std::round(side / 2 + size * capitalHeightShare / 2)};
 }
 
 void SymbolLeaf::paint(QPainter& painter) {
   const double scale = devicePixelRatioF();
   const double side = std::round(style().font.size * drawingShare);
-  // The opacity isn't part of the picture that is kept, since it may change many times a second.
+  // The opacity isn't part of the cached picture, since it may change many times a second.
   const QPixmap picture = theme().symbol(content_.name, side, theme().color(style().foreground), scale);
   if (picture.isNull()) return;
   const auto aligned = [scale](double length) { return std::floor(length * scale) / scale; };
@@ -49,7 +49,7 @@ void SymbolLeaf::paint(QPainter& painter) {
   painter.drawPixmap(QPointF(aligned((width() - side) / 2), aligned((height() - side) / 2)), picture);
 }
 
-ImageLeaf::ImageLeaf(Theme& theme, QWidget* parent) : FillingLeaf(theme, parent, QAccessible::Graphic) {}
+ImageLeaf::ImageLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
 
 bool ImageLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);
@@ -68,16 +68,11 @@ void ImageLeaf::paint(QPainter& painter) {
   painter.drawPixmap(QPointF(0, 0), picture);
 }
 
-DividerLeaf::DividerLeaf(Theme& theme, QWidget* parent)
-    : FillingLeaf(theme, parent, QAccessible::Separator) {}
+DividerLeaf::DividerLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Separator) {}
 
 bool DividerLeaf::show(const Content&, const LeafStyle& style) {
   adopt(style);
   return false;
-}
-
-LeafMetrics DividerLeaf::measure(Proposal proposal) {
-  return {{proposal.width.value_or(1), proposal.height.value_or(1)}, 0};
 }
 
 void DividerLeaf::paint(QPainter& painter) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 
 namespace kestrune::ui::qt {
 
-// A symbol as large as the text beside it. A name that is not in the symbol table leaves its place empty.
-class SymbolLeaf final : public PaintedLeaf {
+// A symbol as large as the text beside it. A name that isn't in the symbol table leaves an empty space.
+class SymbolLeaf final : public Leaf {
  public:
   SymbolLeaf(Theme& theme, QWidget* parent);
 
@@ -19,8 +19,8 @@ class SymbolLeaf final : public PaintedLeaf {
   SymbolContent content_;
 };
 
-// A picture over all of its frame.
-class ImageLeaf final : public FillingLeaf {
+// A picture stretched over the leaf.
+class ImageLeaf final : public Leaf {
  public:
   ImageLeaf(Theme& theme, QWidget* parent);
 
@@ -34,13 +34,11 @@ class ImageLeaf final : public FillingLeaf {
 };
 
 // A line one device pixel thick along its longer side.
-class DividerLeaf final : public FillingLeaf {
+class DividerLeaf final : public Leaf {
  public:
   DividerLeaf(Theme& theme, QWidget* parent);
 
   bool show(const Content& content, const LeafStyle& style) override;
-  // One pixel thick, and as long as the space allows.
-  LeafMetrics measure(Proposal proposal) override;
 
  protected:
   void paint(QPainter& painter) override;

@@ -13,9 +13,9 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// Layout works with whole pixels; a text that is wider by less than one is not cut.
+// The layout works in whole pixels; a text that is wider by less than one isn't elided.
 constexpr double tolerance = 0.6;
-constexpr std::size_t rememberedWidths = 8;
+constexpr std::size_t maxKnownWidths = 8;
 
 QString singleLine(QString text) {
   for (QChar& character : text) {
@@ -29,7 +29,7 @@ QString singleLine(QString text) {
 
 }  // namespace
 
-TextLeaf::TextLeaf(Theme& theme, QWidget* parent) : PaintedLeaf(theme, parent, QAccessible::StaticText) {}
+TextLeaf::TextLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::StaticText) {}
 
 bool TextLeaf::show(const Content& content, const LeafStyle& style) {
   const Change change = adopt(style);
@@ -51,12 +51,12 @@ bool TextLeaf::show(const Content& content, const LeafStyle& style) {
   const bool sameSize = std::ceil(naturalWidth_) == std::ceil(oldWidth) && natural_.size() == oldCount;
   if (change != Change::font && !hasNewLimit && sameSize && wrapsAsBefore()) return false;
   wrapped_.clear();
-  wrappedMore_ = false;
+  hasForgottenWraps_ = false;
   return true;
 }
 
 bool TextLeaf::wrapsAsBefore() const {
-  return !wrappedMore_ && std::ranges::all_of(wrapped_, [this](const auto& known) {
+  return !hasForgottenWraps_ && std::ranges::all_of(wrapped_, [this](const auto& known) {
     return wrappedSize(known.first) == known.second;
   });
 }
@@ -79,8 +79,8 @@ double TextLeaf::lineHeight() const {
   return std::ceil(metrics.ascent()) + std::ceil(metrics.descent());
 }
 
-double TextLeaf::leastWidth() const {
-  // Room for a letter or two and the sign that more follows; wrapped, for a short word.
+double TextLeaf::minWidth() const {
+  // Room for a letter or two and the ellipsis; when wrapped, for a short word.
   const double wanted = style().font.size * (content_.lineLimit == 1 ? 2 : 3);
   return std::min(std::ceil(naturalWidth_), wanted);
 }
@@ -92,15 +92,15 @@ LeafMetrics TextLeaf::measure(Proposal proposal) {
   const double naturalHeight = lineHeight() * static_cast<double>(natural_.size());
   if (offered >= natural) return {{natural, naturalHeight}, baseline};
   if (offered >= naturalWidth_) return {{offered, naturalHeight}, baseline};
-  if (content_.lineLimit == 1) return {{std::max(offered, leastWidth()), naturalHeight}, baseline};
+  if (content_.lineLimit == 1) return {{std::max(offered, minWidth()), naturalHeight}, baseline};
 
-  const double limit = std::max(std::floor(offered), leastWidth());
+  const double limit = std::max(std::floor(offered), minWidth());
   if (limit >= natural) return {{natural, naturalHeight}, baseline};
   const auto known = std::ranges::find(wrapped_, limit, &std::pair<double, Size>::first);
   if (known != wrapped_.end()) return {known->second, baseline};
-  if (wrapped_.size() >= rememberedWidths) {
+  if (wrapped_.size() >= maxKnownWidths) {
     wrapped_.clear();
-    wrappedMore_ = true;
+    hasForgottenWraps_ = true;
   }
   wrapped_.emplace_back(limit, wrappedSize(limit));
   return {wrapped_.back().second, baseline};

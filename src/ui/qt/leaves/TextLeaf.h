@@ -2,14 +2,14 @@
 
 #include <vector>
 
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 #include "ui/qt/leaves/TextShape.h"
 
 namespace kestrune::ui::qt {
 
-// A text in one style. Data is never taken for markup, and takes one line whatever it contains. A text that
-// is cut short has the whole one as its tooltip.
-class TextLeaf final : public PaintedLeaf {
+// A text in one style. Data is never interpreted as markup, and line breaks in it become spaces. An elided
+// text has the whole text as its tooltip.
+class TextLeaf final : public Leaf {
  public:
   TextLeaf(Theme& theme, QWidget* parent);
 
@@ -22,7 +22,7 @@ class TextLeaf final : public PaintedLeaf {
 
  private:
   double lineHeight() const;
-  double leastWidth() const;
+  double minWidth() const;
   void shape();
   std::vector<TextLine> shapedForWidth(double width) const;
   Size wrappedSize(double width) const;
@@ -31,12 +31,15 @@ class TextLeaf final : public PaintedLeaf {
 
   TextContent content_;
   QString text_;
-  std::vector<TextLine> natural_;  // as broken by the text itself alone
+  // The lines without wrapping.
+  std::vector<TextLine> natural_;
   double naturalWidth_ = 0;
-  std::vector<std::pair<double, Size>> wrapped_;  // what was measured, by width
-  bool wrappedMore_ = false;                      // and in widths that aren't remembered
+  // The sizes measured so far, by width.
+  std::vector<std::pair<double, Size>> wrapped_;
+  // More widths were measured than `wrapped_` has kept.
+  bool hasForgottenWraps_ = false;
 
-  // What is painted in the width `fittedWidth_`, where `natural_` is too wide.
+  // The lines painted at the width `fittedWidth_`, if `natural_` is too wide for it.
   std::vector<TextLine> fitted_;
   int fittedWidth_ = -1;
   bool isElided_ = false;

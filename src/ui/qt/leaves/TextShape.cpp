@@ -5,7 +5,7 @@
 namespace kestrune::ui::qt {
 namespace {
 
-constexpr double endless = 1e6;
+constexpr double unlimitedWidth = 1e6;
 
 bool isDigit(QChar character) {
   return character >= QLatin1Char('0') && character <= QLatin1Char('9');
@@ -17,8 +17,9 @@ TextLine shapeRun(const QString& text, const QFont& font) {
   layout.beginLayout();
   QTextLine line = layout.createLine();
   if (!line.isValid()) return {};
-  line.setLineWidth(endless);
-  line.setPosition({0, -line.ascent()});  // which may be that of a substitute font
+  line.setLineWidth(unlimitedWidth);
+  // The ascent may be that of a substitute font.
+  line.setPosition({0, -line.ascent()});
   layout.endLayout();
   return {layout.glyphRuns(), line.naturalTextWidth()};
 }

@@ -16,10 +16,10 @@ struct TextLine {
   double width = 0;
 };
 
-// With `digitCell` each digit is centred in a cell of that width.
+// With `digitCell`, each digit is centred in a cell of that width.
 TextLine shapeLine(const QString& text, const QFont& font, std::optional<double> digitCell);
 
-// The lines that the text takes in that width, broken at words where that is possible, and at line
+// The lines that the text takes at the given width, broken between words where possible, and at line
 // separators.
 std::vector<QString> breakIntoLines(const QString& text, const QFont& font, double width);
 

@@ -5,8 +5,8 @@
 
 namespace kestrune::ui::qt {
 
-// A tooltip that shows the text as it is. Qt takes what looks like markup for markup, and a process may be
-// called so.
+// A tooltip that shows the text verbatim. Qt renders anything that looks like markup, and a process may have
+// such a name.
 inline QString plainToolTip(const QString& text) {
   if (!Qt::mightBeRichText(text)) return text;
   return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");

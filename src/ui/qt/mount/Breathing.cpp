@@ -11,7 +11,8 @@
 namespace kestrune::ui::qt {
 namespace {
 
-constexpr int stepsPerBreath = 2;  // in, and as many out
+// In; and the same number out.
+constexpr int stepsPerBreath = 2;
 
 }  // namespace
 

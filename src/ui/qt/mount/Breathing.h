@@ -12,12 +12,11 @@ namespace kestrune::ui::qt {
 
 class Breath;
 
-// The views of one window whose opacity swells and fades for as long as they are there, in few steps: they
-// may do so for hours, and each step costs a round trip to the display. While it isn't active they stand
-// still. Main thread only.
+// Pulses the opacity of one window's views, in few steps: a pulse may last for hours, and each step costs a
+// round trip to the display. One timer serves all of them; while inactive they keep still. Main thread only.
 class Breathing final : public QObject {
  public:
-  // Whether the window can be seen and the desktop has nothing against movement.
+  // Active while the window can be seen and animations are wanted.
   void setActive(bool active);
   bool isActive() const { return isActive_; }
   bool isRunning() const { return timer_.isActive(); }
@@ -34,10 +33,10 @@ class Breathing final : public QObject {
   bool isActive_ = false;
 };
 
-// One such view, for as long as this lives.
+// The pulse of one view; it ends when this is destroyed.
 class Breath {
  public:
-  // `apply` takes each opacity; it makes and ends no breath.
+  // `apply` is called with each opacity; it must not create or destroy breaths.
   Breath(Breathing& all, const Pulse& pulse, std::function<void(double opacity)> apply);
   ~Breath();
   Breath(const Breath&) = delete;

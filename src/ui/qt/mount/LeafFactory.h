@@ -4,9 +4,9 @@
 
 namespace kestrune::ui::qt {
 
-// Makes what shows text, symbols, images, icons, dividers, charts, bars, rings, pickers, switches and
-// sliders; nothing for a kind of view that is no leaf. `show` must be called before anything else. Owned by
-// `parent`. The theme must outlive it.
+// Creates the leaf for a text, symbol, image, icon, divider, chart, bar, ring, picker, switch or slider; null
+// for any other kind of view. `show` must be called before anything else. The leaf is owned by `parent`; the
+// theme must outlive it.
 Leaf* makeLeaf(const Content& content, Theme& theme, QWidget* parent);
 
 }  // namespace kestrune::ui::qt

@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 
-#include "ui/qt/leaves/FocusReason.h"
+#include "ui/qt/leaves/FocusRing.h"
 #include "ui/qt/mount/Surface.h"
 
 namespace kestrune::ui::qt {

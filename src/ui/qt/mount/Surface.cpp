@@ -11,7 +11,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "ui/qt/leaves/FocusReason.h"
+#include "ui/qt/leaves/FocusRing.h"
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/theme/Theme.h"
 
@@ -266,11 +266,7 @@ void Surface::paintFeedback(QPainter& painter, const QRectF& bounds, double radi
     painter.setBrush(theme_.color(Color(ColorRole::primary, isPressed_ ? 0.10 : 0.05)));
     painter.drawRoundedRect(bounds, radius, radius);
   }
-  if (showsFocus_) {
-    painter.setPen(QPen(theme_.color(Color(ColorRole::accent, 0.9)), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), radius, radius);
-  }
+  if (showsFocus_) paintFocusRing(painter, theme_, bounds, radius);
 }
 
 }  // namespace kestrune::ui::qt

@@ -17,7 +17,7 @@ class MovingPicture final : public QWidget {
     setAttribute(Qt::WA_TransparentForMouseEvents);
   }
 
-  // `progress` 0: out of sight, one height below; 1: in place.
+  // `progress` 0 is invisible and one height below; 1 is in place.
   void setProgress(double progress) {
     progress_ = progress;
     setGeometry(place_.translated(0, qRound((1 - progress) * place_.height())));

@@ -6,13 +6,12 @@
 
 namespace kestrune::ui::qt {
 
-// A widget that has just been put in its place comes in from below, fading in; one that is about to go leaves
-// the same way. What moves is a picture of the widget, a sibling that deletes itself in the end, so that
-// focus doesn't know of it. Nothing moves where the desktop asks for no animations, or where the widget can't
-// be seen.
+// Moves a widget in from below while it fades in, or out the same way. What moves is a picture of the widget:
+// a sibling that takes no focus and deletes itself at the end. Nothing moves if the desktop asks for reduced
+// motion or the widget can't be seen.
 
-// Hides the widget, which is to be shown again when `finished` is called. Returns the picture; nothing:
-// nothing moves. With the picture `finished` goes too.
+// Hides the widget; `finished` must show it again. Returns the picture, or null if nothing moves. Deleting
+// the picture drops `finished`.
 QWidget* playEntrance(QWidget& widget, std::function<void()> finished);
 void playExit(QWidget& widget);
 

@@ -10,27 +10,27 @@ class QWidget;
 
 namespace kestrune::ui::qt {
 
-// Something that moves with time.
+// Something that changes over time.
 class Animated {
  public:
   virtual ~Animated() = default;
-  // Moves to where it is at `now`, in the driver's seconds. False once it has arrived.
+  // Moves to its state at `now`, in the driver's seconds. Returns false once it has arrived.
   virtual bool advance(double now) = 0;
 };
 
-// Moves all that is under way with one timer, which runs only while something is. Main thread only.
+// Moves all gauges and knobs with one timer, which runs only while one of them is moving. Main thread only.
 class AnimationDriver final : public QObject {
  public:
-  // Enough for gauges that move by a few pixels, and each frame costs a round trip to the display.
+  // Enough for gauges that move by a few pixels; each frame costs a round trip to the display.
   static constexpr int framesPerSecond = 15;
 
-  // Seconds of a clock that never goes back.
+  // Seconds of a monotonic clock.
   static double now();
-  // `animated` must be stopped before it goes.
+  // `animated` must be stopped before it is destroyed.
   void start(Animated& animated);
   void stop(Animated& animated);
   bool isRunning() const { return timer_.isActive(); }
-  // One frame, as at that time.
+  // Draws one frame as of `now`.
   void advance(double now);
 
  protected:
@@ -44,10 +44,10 @@ class AnimationDriver final : public QObject {
 // From 0 to 1, slow at both ends.
 double easeInOut(double progress);
 
-// A figure that eases in and out from one value to the next.
+// A number that eases from one value to the next.
 class EasedValue final : public Animated {
  public:
-  // `moved` is called at each frame; it starts and stops nothing. The driver must outlive the value.
+  // `moved` is called at each frame; it must not start or stop animations. The driver must outlive the value.
   EasedValue(AnimationDriver& driver, std::function<void()> moved);
   ~EasedValue() override;
   EasedValue(const EasedValue&) = delete;
@@ -55,7 +55,7 @@ class EasedValue final : public Animated {
 
   double value() const { return value_; }
   double target() const { return target_; }
-  // Sets out for `target`, from wherever it is now; without `seconds` it is there at once, and `moved` isn't
+  // Starts moving to `target` from the current value. If `seconds` is 0 it arrives at once, and `moved` isn't
   // called.
   void set(double target, double seconds);
   bool advance(double now) override;
@@ -70,9 +70,9 @@ class EasedValue final : public Animated {
   double seconds_ = 0;
 };
 
-// Whether the desktop doesn't ask for none.
+// True unless the desktop asks for reduced motion.
 bool areAnimationsWanted(const QWidget& widget);
-// … and a movement of the widget would be seen.
+// True if animations are wanted and the widget can be seen.
 bool canAnimate(const QWidget& widget);
 
 }  // namespace kestrune::ui::qt

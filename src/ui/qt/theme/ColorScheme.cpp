@@ -6,17 +6,12 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// A line or a filled bar in the accent colour has to be told from the card, and from a grey one beside it.
-constexpr double leastAccentContrast = 2.6;
-constexpr double leastAccentSaturation = 0.25;
-constexpr double leastTextContrast = 9;
-constexpr double leastCaptionContrast = 4.5;  // at size 11
-
-QColor mixed(const QColor& from, const QColor& to, double share) {
-  const auto channel = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
-  return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
-                          channel(from.blueF(), to.blueF()));
-}
+// A line or a filled bar in the accent colour must stand out from the card, and from grey ones beside it.
+constexpr double minAccentContrast = 2.6;
+constexpr double minAccentSaturation = 0.25;
+constexpr double minTextContrast = 9;
+// For text of size 11.
+constexpr double minCaptionContrast = 4.5;
 
 double linear(double channel) {
   return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -36,12 +31,12 @@ QColor faint(QColor color, double alpha) {
   return color;
 }
 
-// As faint as that, but no fainter than can be read.
+// With the given alpha, or the lowest higher one that is readable.
 QColor faintText(const ColorScheme& scheme, double alpha) {
   const auto isReadable = [&] {
     const QColor color = faint(scheme.primary, alpha);
-    return contrast(color, scheme.window) >= leastCaptionContrast &&
-           contrast(color, scheme.controlBackground) >= leastCaptionContrast;
+    return contrast(color, scheme.window) >= minCaptionContrast &&
+           contrast(color, scheme.controlBackground) >= minCaptionContrast;
   };
   while (alpha < 1 && !isReadable()) alpha = std::min(alpha + 0.02, 1.0);
   return faint(scheme.primary, alpha);
@@ -49,13 +44,19 @@ QColor faintText(const ColorScheme& scheme, double alpha) {
 
 QColor accentFor(const QPalette& palette, const ColorScheme& scheme) {
   const QColor highlight = opaque(palette.color(QPalette::Active, QPalette::Highlight));
-  const double least =
+  const double lower =
       std::min(contrast(highlight, scheme.controlBackground), contrast(highlight, scheme.window));
-  if (least >= leastAccentContrast && highlight.hsvSaturationF() >= leastAccentSaturation) return highlight;
+  if (lower >= minAccentContrast && highlight.hsvSaturationF() >= minAccentSaturation) return highlight;
   return scheme.isDark ? QColor(0x5a, 0xa2, 0xff) : QColor(0x1f, 0x6f, 0xeb);
 }
 
 }  // namespace
+
+QColor mixed(const QColor& from, const QColor& to, double share) {
+  const auto channel = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
+  return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
+                          channel(from.blueF(), to.blueF()), channel(from.alphaF(), to.alphaF()));
+}
 
 double contrast(const QColor& front, const QColor& back) {
   const double a = luminance(mixed(back, opaque(front), front.alphaF()));
@@ -69,7 +70,7 @@ ColorScheme colorSchemeFor(const QPalette& palette) {
   ColorScheme scheme;
   scheme.isDark = luminance(window) < 0.18;
   if (scheme.isDark) {
-    // On plain black a card would have no shadow.
+    // On pure black a card's shadow would be invisible.
     scheme.window = mixed(window, Qt::white, luminance(window) < 0.004 ? 0.06 : 0);
     scheme.controlBackground = mixed(scheme.window, Qt::white, 0.06);
     scheme.orange = QColor(0xff, 0xa0, 0x2e);
@@ -85,7 +86,7 @@ ColorScheme colorSchemeFor(const QPalette& palette) {
     scheme.purple = QColor(0x8e, 0x44, 0xc9);
   }
   const QColor fallback = scheme.isDark ? Qt::white : Qt::black;
-  const bool isReadable = contrast(text, scheme.window) >= leastTextContrast;
+  const bool isReadable = contrast(text, scheme.window) >= minTextContrast;
   scheme.primary = mixed(isReadable ? text : fallback, scheme.window, 0.08);
   scheme.secondary = faintText(scheme, scheme.isDark ? 0.72 : 0.68);
   scheme.tertiary = faintText(scheme, scheme.isDark ? 0.56 : 0.54);

@@ -7,14 +7,14 @@
 
 namespace kestrune::ui::qt {
 
-// The colours of the roles for one palette of the desktop. Text stays readable and lines visible on `window`
-// and on `controlBackground`, whatever the palette says.
+// The colours of the roles for one palette of the desktop. Whatever the palette, text is readable and lines
+// are visible on `window` and on `controlBackground`.
 struct ColorScheme {
   bool isDark = false;
   QColor window;
   QColor controlBackground;
   QColor primary;
-  // The same with an alpha.
+  // `primary` with an alpha.
   QColor secondary;
   QColor tertiary;
   QColor quaternary;
@@ -31,8 +31,10 @@ struct ColorScheme {
 
 ColorScheme colorSchemeFor(const QPalette& palette);
 
-// How well one colour is told from another behind it, 1 (not at all) to 21: the WCAG contrast ratio. The
-// front colour's alpha counts; the back one is taken as opaque.
+// `share` 0 yields `from`, 1 yields `to`; alpha is mixed as well.
+QColor mixed(const QColor& from, const QColor& to, double share);
+
+// The WCAG contrast ratio, 1 (equal) to 21. The alpha of `front` counts; `back` is treated as opaque.
 double contrast(const QColor& front, const QColor& back);
 
 }  // namespace kestrune::ui::qt

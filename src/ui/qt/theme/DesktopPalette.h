@@ -6,11 +6,11 @@
 
 namespace kestrune::ui::qt {
 
-// Dark colours, for where the desktop's theme has none.
+// Dark colours, for desktop themes that have none.
 QPalette darkPalette();
 
-// The palette of the desktop's theme, made to follow what the user wants of all programs: dark or light where
-// it is not, and with the accent colour.
+// The palette of the desktop's theme, adjusted to the user's preferences: dark or light as wanted, with the
+// accent colour.
 QPalette desktopPalette(const QPalette& theme, const desktop::Appearance& appearance);
 
 }  // namespace kestrune::ui::qt

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
-// What it expands to declares a function that stands in no namespace, not even an unnamed one.
+// The macro declares a function and must be used outside any namespace, even an unnamed one.
 static void loadPictures() {  // NOLINT(misc-use-anonymous-namespace)
   Q_INIT_RESOURCE(kestrune_pictures);
 }
@@ -30,8 +30,7 @@ QPixmap rendered(QByteArray svg, QSize size, const QColor& color) {
   QPainter painter(&pixmap);
   renderer.render(&painter, QRectF(QPointF(), size));
   if (isTinted) {
-    // Afterwards and as a whole, so that shapes that lie over one another don't add up in a translucent
-    // colour.
+    // Tinted as a whole, so that overlapping shapes don't add up in a translucent colour.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(pixmap.rect(), color);
   }
@@ -57,7 +56,8 @@ QPixmap PictureCache::picture(const std::string& name, double width, double heig
   if (svg.isEmpty()) return {};
   QPixmap pixmap = rendered(svg, size, color);
   pixmap.setDevicePixelRatio(devicePixelRatio);
-  if (kept_.size() >= capacity) kept_.clear();  // whoever shows one holds it
+  // Pixmaps in use are shared with their users and survive this.
+  if (kept_.size() >= capacity) kept_.clear();
   kept_.emplace(key, pixmap);
   return pixmap;
 }

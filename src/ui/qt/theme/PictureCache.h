@@ -11,16 +11,16 @@
 
 namespace kestrune::ui::qt {
 
-// Pictures from the program's resources, drawn at the size they are asked for and kept. What a picture draws
-// in `currentColor` appears in the given colour. Main thread only.
+// Renders the program's picture resources at the requested size and caches them. Parts drawn in
+// `currentColor` take the given colour. Main thread only.
 class PictureCache {
  public:
   static constexpr std::size_t capacity = 256;
 
   PictureCache();
 
-  // `name` below the resources' root, without the ending; the picture is stretched over `width` times
-  // `height`. Null where there is none of that name.
+  // `name` is the path below the resources' root without the extension; the picture is stretched to `width`
+  // by `height`. Null if there is none of that name.
   QPixmap picture(const std::string& name, double width, double height, const QColor& color,
                   double devicePixelRatio);
   void clear() { kept_.clear(); }

@@ -23,15 +23,15 @@ QFont::Weight weightOf(FontWeight weight) {
 }
 
 std::optional<double> widestDigitIfUneven(const QFontMetricsF& metrics) {
-  double least = unlimited;
-  double most = 0;
+  double narrowest = unlimited;
+  double widest = 0;
   for (char digit = '0'; digit <= '9'; ++digit) {
     const double advance = metrics.horizontalAdvance(QLatin1Char(digit));
-    least = std::min(least, advance);
-    most = std::max(most, advance);
+    narrowest = std::min(narrowest, advance);
+    widest = std::max(widest, advance);
   }
-  if (most - least < 0.01) return std::nullopt;
-  return most;
+  if (widest - narrowest < 0.01) return std::nullopt;
+  return widest;
 }
 
 }  // namespace
@@ -73,7 +73,8 @@ const Theme::KnownFont& Theme::known(const Font& font) {
   QFont made = applicationFont_;
   made.setPixelSize(std::max(1, static_cast<int>(std::lround(font.size))));
   made.setWeight(weightOf(font.weight));
-  if (font.monospacedDigits) made.setKerning(false);  // it moves digits closer
+  // Kerning moves digits closer together.
+  if (font.monospacedDigits) made.setKerning(false);
   KnownFont& entry = fonts_.emplace(key, KnownFont(made)).first->second;
   if (font.monospacedDigits) entry.digitCell = widestDigitIfUneven(entry.metrics);
   return entry;

@@ -19,29 +19,28 @@
 
 namespace kestrune::ui::qt {
 
-// What colour roles, fonts, texts and symbols look like on this desktop. Follows the application's palette
-// and font. Main thread only.
+// Resolves colour roles, fonts, texts and symbols for this desktop. Follows the application's palette and
+// font. Main thread only.
 class Theme {
  public:
   // The catalogue must outlive the theme.
   explicit Theme(const Catalogue& catalogue);
 
-  // Reads the application's palette and font anew. True if anything looks different now.
+  // Rereads the application's palette and font. Returns true if anything looks different now.
   bool refresh();
-  // Another number after each refresh that changed anything.
+  // Changes with each refresh that changed anything.
   unsigned generation() const { return generation_; }
   bool isDark() const { return scheme_.isDark; }
 
   QColor color(const Color& color, double opacity = 1) const;
   const QFont& font(const Font& font);
   const QFontMetricsF& metrics(const Font& font);
-  // With monospaced digits, the width of the cell that each digit of that font has to be centred in; absent
-  // where the font's digits have one width anyway.
+  // With monospaced digits, the width of the cell to centre each digit in; absent if the font's digits all
+  // have the same width.
   std::optional<double> digitCell(const Font& font);
-  // The text as shown: a key's text in the catalogue, data as it is.
+  // The text as shown: a key is looked up in the catalogue, data is unchanged.
   QString text(const TextContent& content) const;
-  // The symbol of that name, `size` high and wide, drawn in one colour; null for a name that is not in the
-  // symbol table.
+  // The symbol of that name, `size` high and wide, in one colour; null if the name isn't in the symbol table.
   QPixmap symbol(const std::string& name, double size, const QColor& color, double devicePixelRatio);
   // A picture from the resources, the same way.
   QPixmap image(const std::string& name, double width, double height, const QColor& color,
@@ -67,7 +66,7 @@ class Theme {
   AnimationDriver animations_;
 };
 
-// As buttons and menus show it, where "&" would mark a letter.
+// Escapes "&", which would mark a mnemonic in buttons and menus.
 QString withoutMnemonic(QString text);
 
 }  // namespace kestrune::ui::qt

@@ -1,4 +1,4 @@
-#include "ui/qt/leaves/PaintedLeaf.h"
+#include "ui/qt/leaves/Leaf.h"
 
 #include <QPainter>
 
@@ -6,14 +6,18 @@
 
 namespace kestrune::ui::qt {
 
-PaintedLeaf::PaintedLeaf(Theme& theme, QWidget* parent, QAccessible::Role role)
-    : Leaf(theme, parent), role_(role) {}
+Leaf::Leaf(Theme& theme, QWidget* parent, QAccessible::Role role)
+    : QWidget(parent), theme_(theme), role_(role) {}
 
-bool PaintedLeaf::isDecoration() const {
+LeafMetrics Leaf::measure(Proposal proposal) {
+  return {{proposal.width.value_or(defaultIdealLength), proposal.height.value_or(defaultIdealLength)}, std::nullopt};
+}
+
+bool Leaf::isDecoration() const {
   return style_.isAccessibilityHidden || accessibleName().isEmpty();
 }
 
-PaintedLeaf::Change PaintedLeaf::adopt(const LeafStyle& style) {
+Leaf::Change Leaf::adopt(const LeafStyle& style) {
   const bool isNewTheme = generation_ != theme().generation();
   if (!isNewTheme && style == style_) return Change::none;
   const bool hasNewFont = isNewTheme || style.font != style_.font;
@@ -28,18 +32,14 @@ PaintedLeaf::Change PaintedLeaf::adopt(const LeafStyle& style) {
   return hasNewFont ? Change::font : Change::look;
 }
 
-QColor PaintedLeaf::color(const Color& color) const {
+QColor Leaf::color(const Color& color) const {
   return theme().color(color, style_.opacity);
 }
 
-void PaintedLeaf::paintEvent(QPaintEvent* event) {
+void Leaf::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   if (style_.backdrop) painter.fillRect(event->rect(), theme().color(*style_.backdrop));
   paint(painter);
-}
-
-LeafMetrics FillingLeaf::measure(Proposal proposal) {
-  return {{proposal.width.value_or(defaultIdealLength), proposal.height.value_or(defaultIdealLength)}, 0};
 }
 
 }  // namespace kestrune::ui::qt
