@@ -13,7 +13,7 @@
 #include "ui/pages/FolderTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"
-#include "ui/pages/OverviewTab.h"
+#include "ui/pages/overview/OverviewTab.h"
 #include "ui/pages/PowerTab.h"
 #include "ui/pages/SettingsTab.h"
 #include "ui/pages/StatsTab.h"
