@@ -15,8 +15,8 @@
 #include "ui/pages/FolderTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"
-#include "ui/pages/OverviewTab.h"
 #include "ui/pages/StatsTab.h"
+#include "ui/pages/overview/OverviewTab.h"
 #include "ui/qt/Popover.h"
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"
@@ -127,7 +127,7 @@ void switchTabs(benchmark::State& state) {
   page.computer.folders.addDirectory("/home/test/folder");
   std::size_t next = 0;
   for (auto _ : state) {
-    page.tab->selectedTab.set(ui::allMainTabs.at(next++ % ui::allMainTabs.size()));
+    page.tab->selectedTab.set(ui::mainTabs.at(next++ % ui::mainTabs.size()).tab);
     page.host.flush();
     page.paint();
   }

@@ -57,10 +57,10 @@ void letPass(int milliseconds) {
 
 bool writeTabs(ui::qt::KestruneApp& app, const Options& options) {
   ui::qt::MainWindow& window = app.window();
-  for (const ui::MainTab tab : ui::allMainTabs) {
-    app.notifications().post(ui::switchTabNotification, tab);
+  for (const ui::MainTabEntry& entry : ui::mainTabs) {
+    app.notifications().post(ui::switchTabNotification, entry.tab);
     letPass(700);  // until all animations are over
-    const QString name = QString::fromUtf8(ui::title(tab).data()).toLower() + QStringLiteral(".png");
+    const QString name = QString::fromUtf8(entry.title.data()).toLower() + QStringLiteral(".png");
     if (!window.grab().save(options.folder.filePath(name))) {
       std::fprintf(stderr, "shots: can't write %s\n", qPrintable(options.folder.filePath(name)));
       return false;

@@ -36,16 +36,23 @@ View headerRow(View titled, View control) {
                 views(sectionHeader(std::move(titled)), spacer(), std::move(control)));
 }
 
-View edgeCaptions(std::string atStart, std::string atEnd, Color color) {
-  return hstack(innerSpacing, centered, views(text(std::move(atStart)), spacer(), text(std::move(atEnd))))
-      .withFont(11)
-      .withForeground(color);
+View caption(View words, Color color) {
+  return std::move(words).withFont(11).withForeground(color);
 }
 
-View captionedRow(View caption, View value) {
+View edgeCaptions(std::string atStart, std::string atEnd, Color color) {
+  return caption(
+      hstack(innerSpacing, centered, views(text(std::move(atStart)), spacer(), text(std::move(atEnd)))),
+      color);
+}
+
+View captioned(double spacing, std::string captionKey, View value) {
+  return vstack(spacing, leading, views(caption(text(std::move(captionKey))), std::move(value)));
+}
+
+View captionedRow(View words, View value) {
   return hstack(innerSpacing, VerticalAlignment::firstTextBaseline,
-                views(std::move(caption).withFont(11).withForeground(ColorRole::secondary), spacer(),
-                      std::move(value)));
+                views(caption(std::move(words)), spacer(), std::move(value)));
 }
 
 View rowDivider() {
@@ -63,9 +70,7 @@ View dividedRows(std::vector<View> rows) {
 }
 
 View table(View header, std::vector<View> rows) {
-  return vstack(0, leading,
-                views(std::move(header).withFont(11).withForeground(ColorRole::secondary),
-                      dividedRows(std::move(rows))));
+  return vstack(0, leading, views(caption(std::move(header)), dividedRows(std::move(rows))));
 }
 
 View dot(double side, Color color) {
@@ -73,9 +78,7 @@ View dot(double side, Color color) {
 }
 
 View legendEntry(std::string label, Color color) {
-  return hstack(5, centered, views(dot(dotSide, color), text(std::move(label))))
-      .withFont(11)
-      .withForeground(ColorRole::secondary);
+  return caption(hstack(5, centered, views(dot(dotSide, color), text(std::move(label)))));
 }
 
 }  // namespace kestrune::ui

@@ -13,6 +13,15 @@ View ThinBar::body() const {
       .height(5);
 }
 
+View shareBar(double fraction, Color fill, double height) {
+  return View(BarContent{.fraction = clampedFraction(fraction),
+                         .track = Color(ColorRole::primary, 0.06),
+                         .fill = fill,
+                         .cornerRadius = 3,
+                         .animationSeconds = 0})
+      .height(height);
+}
+
 View DonutRing::body() const {
   return View(RingContent{.fraction = clampedFraction(fraction),
                           .lineWidth = lineWidth,

@@ -37,10 +37,8 @@ TextContent channelsText(std::int64_t count) {
   return verbatimText(count > 0 ? std::to_string(count) + " ch" : "—");
 }
 
-View cell(std::string caption, View value) {
-  return vstack(4, leading,
-                views(text(std::move(caption)).withFont(11).withForeground(ColorRole::secondary),
-                      std::move(value).withMonospacedDigits(14)));
+View cell(std::string name, View value) {
+  return captioned(4, std::move(name), std::move(value).withMonospacedDigits(14));
 }
 
 View volumeCell(const Device& device) {
@@ -71,9 +69,7 @@ View defaultDeviceCard(std::string heading, const Device& device, bool isOutput)
 }
 
 View badge(std::string symbolName, std::string what) {
-  return hstack(4, centered, views(symbol(std::move(symbolName)), text(std::move(what))))
-      .withFont(11)
-      .withForeground(ColorRole::secondary);
+  return caption(hstack(4, centered, views(symbol(std::move(symbolName)), text(std::move(what)))));
 }
 
 View processRow(const AudioProcess& process) {
@@ -91,7 +87,7 @@ View deviceRow(const Device& device, bool isDefault) {
   const auto small = [](View words) {
     return std::move(words).withMonospacedDigits(11).withForeground(ColorRole::secondary);
   };
-  if (isDefault) parts.push_back(text("Default").withFont(11).withForeground(ColorRole::accent));
+  if (isDefault) parts.push_back(caption(text("Default"), ColorRole::accent));
   parts.push_back(small(View(sampleRateText(device.sampleRate))).width(64, HorizontalAlignment::trailing));
   parts.push_back(small(View(channelsText(device.channelCount))).width(48, HorizontalAlignment::trailing));
   return hstack(10, centered, std::move(parts)).paddingVertical(5).withKey(std::to_string(device.id));

@@ -10,6 +10,7 @@
 #include "ui/components/SandboxFeatureBanner.h"
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
+#include "ui/components/Trends.h"
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
@@ -45,8 +46,8 @@ View CPUTab::usageCard() const {
 
 View CPUTab::chipCard() const {
   const ChipInfo& chip = cpu().chipInfo;
-  const auto row = [](std::string caption, std::string value) {
-    return captionedRow(text(std::move(caption)), verbatim(std::move(value)).withMonospacedDigits(14));
+  const auto row = [](std::string name, std::string value) {
+    return captionedRow(text(std::move(name)), verbatim(std::move(value)).withMonospacedDigits(14));
   };
   return Card{section(views(sectionHeader(label("Chip", "memorychip")), row("Model", chip.name),
                             row("Cores", chip.coreDescription())))
@@ -73,15 +74,15 @@ ReadOut CPUTab::coreReadOut(const CoreBar& bar, const HistoryRing<CPUSnapshot>& 
 }
 
 View CPUTab::usageHistory() {
-  const auto selected = static_cast<std::size_t>(timeRange.get());
-  auto picker = timeRangePicker(cpuTimeRanges, selected, [this](std::size_t index) {
-    timeRange.set(static_cast<CPUTimeRange>(index));
-  });
-  const Series series = thinnedSeries(*cpu().usageHistory, cpuTimeRanges.at(selected).samples, 100);
-  const SparklineView chart{series.values, ColorRole::accent, false, "Metric trend"};
-  return section(views(headerRow(label("Usage history", "chart.xyaxis.line"), std::move(picker)),
-                       chart.body().withReadOut(readOut(context_, series, percentText(context_))).height(60),
-                       edgeCaptions("0%", "100%", ColorRole::secondary)));
+  return UsageHistory{
+      .context = context_,
+      .percentages = *cpu().usageHistory,
+      .choices = cpuTimeRanges,
+      .selected = static_cast<std::size_t>(timeRange.get()),
+      .onSelect = [this](std::size_t index) { timeRange.set(static_cast<CPUTimeRange>(index)); },
+      .color = ColorRole::accent,
+      .label = "Metric trend"}
+      .body();
 }
 
 View CPUTab::topProcesses() const {

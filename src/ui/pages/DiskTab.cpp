@@ -9,6 +9,7 @@
 #include "ui/components/Fraction.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/Sparkline.h"
+#include "ui/components/Trends.h"
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
@@ -32,11 +33,8 @@ Series DiskTab::rates(double DiskSnapshot::*rate) const {
 }
 
 View DiskTab::rateCard(std::string title, std::string symbolName, double DiskSnapshot::*rate) const {
-  const Series series = rates(rate);
-  const SparklineView trend{series.values, ColorRole::accent, true, "Metric trend"};
-  return Card{section(views(sectionHeader(label(std::move(title), std::move(symbolName))),
-                            verbatim(formatRate((*disk().current).*rate)).withMonospacedDigits(28),
-                            trend.body().withReadOut(readOut(context_, series, formatRate)).height(32)))};
+  return Card{section(rateParts(context_, label(std::move(title), std::move(symbolName)),
+                                (*disk().current).*rate, rates(rate)))};
 }
 
 View DiskTab::history() const {
@@ -60,11 +58,9 @@ View DiskTab::volumes() const {
   auto title = hstack(innerSpacing, centered,
                       views(std::move(name), spacer(),
                             text("%@ free", {formatBytes(now.volumeFreeBytes)}).withMonospacedDigits(14)));
-  auto captions = hstack(innerSpacing, centered,
-                         views(text("%@ used", {formatBytes(now.volumeUsedBytes)}), spacer(),
-                               text("%@ total", {formatBytes(now.volumeTotalBytes)})))
-                      .withFont(11)
-                      .withForeground(ColorRole::secondary);
+  auto captions = caption(hstack(innerSpacing, centered,
+                                 views(text("%@ used", {formatBytes(now.volumeUsedBytes)}), spacer(),
+                                       text("%@ total", {formatBytes(now.volumeTotalBytes)}))));
   return section(
       views(sectionHeader(text("Volumes")),
             vstack(6, HorizontalAlignment::leading,

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <map>
 
 #include "runtime/Utf8.h"
 #include "ui/components/Card.h"
@@ -28,25 +26,6 @@ constexpr double rowHeight = 34;
 constexpr double nameWidth = 190;
 constexpr double totalWidth = 80;
 constexpr double barHeight = 12;
-constexpr std::size_t shownTypes = 5;
-
-// What follows the last dot, which is neither the first nor the last byte; ASCII letters in capitals.
-std::string extensionKey(std::string_view name) {
-  const auto dot = name.rfind('.');
-  if (dot == std::string_view::npos || dot == 0 || dot + 1 == name.size()) return "—";
-  std::string extension(name.substr(dot + 1));
-  for (char& c : extension) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return repairedUtf8(extension);
-}
-
-View shareBar(double fraction, Color fill, double height) {
-  return View(BarContent{.fraction = clampedFraction(fraction),
-                         .track = Color(ColorRole::primary, 0.06),
-                         .fill = fill,
-                         .cornerRadius = 3,
-                         .animationSeconds = 0})
-      .height(height);
-}
 
 View listLine(View name, View bar, View total) {
   return hstack(innerSpacing * 2, centered,
@@ -73,10 +52,8 @@ View actionButton(std::string symbolName, const char* help, std::function<void()
   return button(symbol(std::move(symbolName)).withFont(13).padding(5), std::move(action)).help(key(help));
 }
 
-View figure(std::string caption, std::uint64_t bytes) {
-  return vstack(2, leading,
-                views(text(std::move(caption)).withFont(11).withForeground(ColorRole::secondary),
-                      verbatim(formatBytes(bytes)).withMonospacedDigits(14)));
+View figure(std::string name, std::uint64_t bytes) {
+  return captioned(2, std::move(name), verbatim(formatBytes(bytes)).withMonospacedDigits(14));
 }
 
 View placeholderRows() {
@@ -94,19 +71,6 @@ View placeholderRows() {
 }
 
 }  // namespace
-
-FileTypes largestFileTypes(const FolderItems& items) {
-  std::map<std::string, std::uint64_t> totals;
-  for (const FolderItem& item : items) {
-    if (!item.isDirectory && item.sizeBytes.value_or(0) > 0) {
-      totals[extensionKey(item.url.name())] += *item.sizeBytes;
-    }
-  }
-  FileTypes types(totals.begin(), totals.end());
-  std::ranges::stable_sort(types, std::ranges::greater(), &FileTypes::value_type::second);
-  types.resize(std::min(types.size(), shownTypes));
-  return types;
-}
 
 FolderTab::FolderTab(const ViewContext& context)
     : context_(context), showFolderTab_(context.preferences, "ui.sandbox.showFolderTab", true) {
@@ -311,23 +275,9 @@ View FolderTab::progress() const {
 View FolderTab::fileTypes() {
   const FolderItems& items = folders().items.get();
   const std::pair scan(folders().scanNumber(), items.size());
-  // Sizes that come in are those of directories, which don't count here.
+  // Sizes that arrive later are those of directories, which don't count here.
   if (std::exchange(typedScan_, scan) != scan) types_ = largestFileTypes(items);
-  if (types_.empty()) return {};
-  std::vector<View> lines = views(sectionHeader(text("File types")));
-  const auto largest = static_cast<double>(types_.front().second);
-  for (const auto& [extension, bytes] : types_) {
-    lines.push_back(hstack(
-        innerSpacing, centered,
-        views(
-            verbatim(extension).withFont(14).withLineLimit(1).width(50, leading),
-            shareBar(static_cast<double>(bytes) / largest, Color(ColorRole::secondary, 0.45), 8).fillWidth(),
-            verbatim(formatBytes(bytes)).withMonospacedDigits(11).width(70, trailing))));
-  }
-  lines.push_back(text("File types for direct children only — not recursive.")
-                      .withFont(11)
-                      .withForeground(ColorRole::tertiary));
-  return Card{section(std::move(lines))};
+  return fileTypesCard(types_);
 }
 
 }  // namespace kestrune::ui

@@ -8,20 +8,15 @@
 #include "folders/FolderProvider.h"
 #include "settings/Preferences.h"
 #include "ui/components/ViewContext.h"
+#include "ui/pages/FileTypes.h"
 #include "ui/view/View.h"
 
 namespace kestrune::ui {
 
-// What the files of one extension hold together. The extension is in capitals; "—" for those without one.
-using FileTypes = std::vector<std::pair<std::string, std::uint64_t>>;
-
-// At most five, the largest first. Directories and empty files don't count.
-FileTypes largestFileTypes(const FolderItems& items);
-
 // The page on which the user browses directories, the largest first.
 class FolderTab final : public Component {
  public:
-  // Scans unless an earlier result is there; in the sandbox it doesn't.
+  // Scans, unless the result of an earlier scan is still there or the program is sandboxed.
   explicit FolderTab(const ViewContext& context);
 
   View body() override;
@@ -43,8 +38,8 @@ class FolderTab final : public Component {
 
   ViewContext context_;
   Preference<bool> showFolderTab_;
-  // As worked out for that many entries of that scan.
   FileTypes types_;
+  // The scan that `types_` comes from, and how many entries it had.
   std::pair<std::uint64_t, std::size_t> typedScan_{0, 0};
 };
 

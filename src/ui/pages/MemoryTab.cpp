@@ -8,9 +8,8 @@
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/SandboxFeatureBanner.h"
-#include "ui/components/Series.h"
-#include "ui/components/Sparkline.h"
 #include "ui/components/StatusColors.h"
+#include "ui/components/Trends.h"
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
@@ -27,18 +26,15 @@ View usageBar(double fraction, Color fill, double height, double cornerRadius) {
       .height(height);
 }
 
-View pressureRow(View caption, View value) {
+View pressureRow(View name, View value) {
   return hstack(innerSpacing, centered,
-                views(std::move(caption).withForeground(ColorRole::secondary), spacer(),
+                views(std::move(name).withForeground(ColorRole::secondary), spacer(),
                       std::move(value).withMonospacedDigits(13)));
 }
 
-View breakdownRow(std::string caption, double gigabytes, double totalGigabytes, Color color) {
+View breakdownRow(std::string name, double gigabytes, double totalGigabytes, Color color) {
   return hstack(innerSpacing, centered,
-                views(text(std::move(caption))
-                          .withFont(11)
-                          .withForeground(ColorRole::secondary)
-                          .width(110, HorizontalAlignment::leading),
+                views(caption(text(std::move(name))).width(110, HorizontalAlignment::leading),
                       usageBar(clampedFraction(share(gigabytes, totalGigabytes)), color, 8, 4),
                       verbatim(formatGibibytes(gigabytes, 1))
                           .withMonospacedDigits(11)
@@ -72,9 +68,7 @@ View MemoryTab::usedCard() const {
   const auto total = static_cast<double>(now.totalBytes);
   auto amount = hstack(innerSpacing, VerticalAlignment::firstTextBaseline,
                        views(verbatim(formatGibibytes(gibibytes(used), 1)).withMonospacedDigits(28),
-                             text("%@ total", {formatGibibytes(gibibytes(total), 0)})
-                                 .withFont(11)
-                                 .withForeground(ColorRole::secondary)));
+                             caption(text("%@ total", {formatGibibytes(gibibytes(total), 0)}))));
   return Card{section(views(sectionHeader(label("Memory Used", "memorychip")), std::move(amount),
                             usageBar(clampedFraction(share(used, total)),
                                      pressureColor(now.pressure).withOpacity(0.8), 8, 4)))
@@ -103,15 +97,15 @@ View MemoryTab::breakdown() const {
 }
 
 View MemoryTab::usageHistory() {
-  const auto selected = static_cast<std::size_t>(timeRange.get());
-  auto picker = timeRangePicker(memTimeRanges, selected, [this](std::size_t index) {
-    timeRange.set(static_cast<MemTimeRange>(index));
-  });
-  const Series series = thinnedSeries(*memory().usageHistory, memTimeRanges.at(selected).samples, 100);
-  const SparklineView chart{series.values, ColorRole::purple, false, "Memory usage history"};
-  return section(views(headerRow(label("Usage history", "chart.xyaxis.line"), std::move(picker)),
-                       chart.body().withReadOut(readOut(context_, series, percentText(context_))).height(60),
-                       edgeCaptions("0%", "100%", ColorRole::secondary)));
+  return UsageHistory{
+      .context = context_,
+      .percentages = *memory().usageHistory,
+      .choices = memTimeRanges,
+      .selected = static_cast<std::size_t>(timeRange.get()),
+      .onSelect = [this](std::size_t index) { timeRange.set(static_cast<MemTimeRange>(index)); },
+      .color = ColorRole::purple,
+      .label = "Memory usage history"}
+      .body();
 }
 
 View MemoryTab::topProcesses() const {

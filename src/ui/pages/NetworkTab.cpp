@@ -9,6 +9,7 @@
 #include "ui/components/NetworkParts.h"
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
+#include "ui/components/Trends.h"
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
@@ -75,12 +76,10 @@ View NetworkTab::body() {
 
 View NetworkTab::rateCard(std::string title, std::string symbolName, double NetworkSnapshot::*rate) const {
   const Series series = seriesOf(*network().history, rate);
-  const SparklineView trend{series.values, ColorRole::accent, true, "Metric trend"};
-  std::vector<View> parts = views(sectionHeader(label(std::move(title), std::move(symbolName))),
-                                  verbatim(formatRate((*network().current).*rate)).withMonospacedDigits(28),
-                                  trend.body().withReadOut(readOut(context_, series, formatRate)).height(32));
+  auto parts =
+      rateParts(context_, label(std::move(title), std::move(symbolName)), (*network().current).*rate, series);
   if (rate == &NetworkSnapshot::downloadBytesPerSec) {
-    parts.push_back(text("I/O history  (last 60 s)").withFont(11).withForeground(ColorRole::tertiary));
+    parts.push_back(caption(text("I/O history  (last 60 s)"), ColorRole::tertiary));
   }
   return Card{section(std::move(parts)).fillHeight()};
 }
@@ -117,9 +116,7 @@ View NetworkTab::networksCard() {
   auto header = networks.size() < 2 ? sectionHeader(std::move(title))
                                     : headerRow(std::move(title), networkSelector(networks));
   if (networks.empty()) {
-    auto hint = text("No network activity recorded yet today")
-                    .withFont(11)
-                    .withForeground(ColorRole::secondary)
+    auto hint = caption(text("No network activity recorded yet today"))
                     .fillWidth(HorizontalAlignment::center)
                     .padding(8);
     return Card{section(views(std::move(header), std::move(hint)))};
@@ -177,9 +174,7 @@ View NetworkTab::interfacesCard() const {
   const auto& interfaces = network().current->interfaces;
   auto header = sectionHeader(text("Interfaces"));
   if (interfaces.empty()) {
-    return Card{section(
-        views(std::move(header),
-              text("No active interfaces").withFont(11).withForeground(ColorRole::secondary).fillWidth()))};
+    return Card{section(views(std::move(header), caption(text("No active interfaces")).fillWidth()))};
   }
   std::vector<View> rows;
   rows.reserve(interfaces.size());

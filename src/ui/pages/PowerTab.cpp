@@ -63,14 +63,12 @@ std::string percentOf(std::int64_t value) {
   return std::to_string(value) + "%";
 }
 
-View row(std::string caption, View value) {
-  return captionedRow(text(std::move(caption)), std::move(value).withMonospacedDigits(14));
+View row(std::string name, View value) {
+  return captionedRow(text(std::move(name)), std::move(value).withMonospacedDigits(14));
 }
 
-View cell(std::string caption, std::string value) {
-  return vstack(4, leading,
-                views(text(std::move(caption)).withFont(11).withForeground(ColorRole::secondary),
-                      verbatim(std::move(value)).withMonospacedDigits(14)))
+View cell(std::string name, std::string value) {
+  return captioned(4, std::move(name), verbatim(std::move(value)).withMonospacedDigits(14))
       .frame({.fixed = {}, .min = {}, .max = unlimited}, {.fixed = 44, .min = {}, .max = {}},
              {leading, centered});
 }
@@ -101,8 +99,7 @@ View PowerTab::batteryCard() const {
   auto figure = hstack(innerSpacing, centered,
                        views(symbol(chargeSymbol(now)).withFont(24).withForeground(color),
                              verbatim(percentOf(now.percent)).withMonospacedDigits(28)));
-  return Card{section(views(sectionHeader(text("Battery")), std::move(figure),
-                            std::move(line).withFont(11).withForeground(ColorRole::secondary),
+  return Card{section(views(sectionHeader(text("Battery")), std::move(figure), caption(std::move(line)),
                             ThinBar{static_cast<double>(now.percent) / 100, color}))
                   .fillHeight()};
 }
@@ -139,9 +136,9 @@ View PowerTab::healthCard() const {
       row("Condition", text(kestrune::label(now.condition)).withForeground(conditionColor(now.condition))),
       row("Health", verbatim(percentOf(now.healthPercent))),
       row("Cycle Count", verbatim(std::to_string(now.cycleCount))));
-  const auto capacity = [&rows](std::string caption, std::int64_t milliampereHours) {
+  const auto capacity = [&rows](std::string name, std::int64_t milliampereHours) {
     if (milliampereHours < 1) return;
-    rows.push_back(row(std::move(caption), verbatim(std::to_string(milliampereHours) + " mAh")));
+    rows.push_back(row(std::move(name), verbatim(std::to_string(milliampereHours) + " mAh")));
   };
   capacity("Current Capacity", now.currentCapacityMah);
   capacity("Design Capacity", now.designCapacityMah);
@@ -156,9 +153,7 @@ View PowerTab::healthTrend() const {
   if (high - low < 2) {
     auto words = vstack(2, leading,
                         views(text("Stable at %@", {percentOf(low)}).withFont(14),
-                              text("No measurable change in the past 7 days")
-                                  .withFont(11)
-                                  .withForeground(ColorRole::secondary)));
+                              caption(text("No measurable change in the past 7 days"))));
     return Card{section(
         views(std::move(title),
               hstack(innerSpacing, centered,

@@ -8,11 +8,9 @@
 
 #include <fmt/format.h>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Formatters.h"
-#include "ui/components/NetworkParts.h"
 #include "ui/components/TimeRange.h"
+#include "ui/pages/StatsCharts.h"
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {
@@ -20,76 +18,10 @@ namespace {
 
 using Mark = DayChartContent::Mark;
 
-constexpr auto leading = HorizontalAlignment::leading;
 constexpr auto centered = VerticalAlignment::center;
-constexpr double chartHeight = 130;
 constexpr double areaOpacity = 0.08;
 constexpr double peakSwatchOpacity = 0.3;
-constexpr double bytesPerMegabyte = 1048576.0;
 constexpr std::array<TimeRangeChoice, 3> ranges{{{"7 days", 7}, {"30 days", 30}, {"90 days", 90}}};
-
-std::string megabytesText(double megabytes) {
-  return formatBytes(wholeBytes(megabytes * bytesPerMegabyte));
-}
-
-std::string gigabytesText(double gigabytes) {
-  return formatGibibytes(gigabytes, 1);
-}
-
-View swatch(Color color) {
-  return spacer(0).size(10, 10).background({.fill = color, .cornerRadius = 3});
-}
-
-View legendItem(Color color, std::string caption, std::string value) {
-  return hstack(
-      5, centered,
-      views(swatch(color), text(std::move(caption)).withFont(11).withForeground(ColorRole::secondary),
-            verbatim(std::move(value)).withMonospacedDigits(14, FontWeight::medium)));
-}
-
-View summaryCard(std::string symbolName, std::string caption, std::string value) {
-  return Card{
-      vstack(
-          6, leading,
-          views(label(std::move(caption), std::move(symbolName))
-                    .withFont(11)
-                    .withForeground(ColorRole::secondary),
-                verbatim(std::move(value)).withMonospacedDigits(28, FontWeight::semibold).withLineLimit(1)))
-          .fillWidth()};
-}
-
-View chartCard(std::string title, std::string symbolName, DayChartContent chart, TextContent spoken,
-               std::vector<View> legend) {
-  auto graph = View(std::move(chart)).accessibilityElement(std::move(spoken)).height(chartHeight);
-  return Card{section(views(sectionHeader(label(std::move(title), std::move(symbolName))), std::move(graph),
-                            hstack(20, centered, std::move(legend))))};
-}
-
-// What a chart says of a day: each figure with its name.
-struct NamedFigures {
-  const char* name;  // localizable
-  std::vector<std::optional<double>> figures;
-};
-
-ReadOut sayDay(std::function<std::string(std::size_t)> title, std::vector<NamedFigures> named,
-               std::function<std::string(double)> figureText) {
-  return [title = std::move(title), named = std::move(named),
-          figureText = std::move(figureText)](std::size_t day) -> std::vector<TextContent> {
-    std::vector<TextContent> said{verbatimText(title(day) + ":")};
-    for (const auto& [name, figures] : named) {
-      if (day >= figures.size() || !figures[day]) return {};
-      said.push_back(verbatimText("  "));
-      said.push_back(key(name));
-      said.push_back(verbatimText(" " + figureText(*figures[day])));
-    }
-    return said;
-  };
-}
-
-// Megabytes are told in tenths of gigabytes where they are many.
-double dataUnit(double highest) {
-  return highest >= 1024 ? 102.4 : 1;
-}
 
 }  // namespace
 
@@ -110,7 +42,7 @@ void StatsTab::select(StatsRange wanted) {
   loadSoon();
 }
 
-// The page is on screen before its files are read.
+// Posted, so that the page appears before its files are read.
 void StatsTab::loadSoon() {
   isLoading.set(true);
   context_.loop.post([this, alive = std::weak_ptr(alive_)] {
@@ -208,11 +140,11 @@ View StatsTab::body() {
 View StatsTab::titleRow() {
   auto picker = timeRangePicker(ranges, static_cast<std::size_t>(range.get()),
                                 [this](std::size_t index) { select(static_cast<StatsRange>(index)); });
-  auto title =
+  auto exportButton =
       button(label("Export CSV", "arrow.down.doc").withFont(12).paddingHorizontal(8).paddingVertical(3),
              [this] { isExporting.set(true); })
           .help(key("Export history data as CSV file"));
-  std::vector<View> parts = views(std::move(picker), spacer(), std::move(title));
+  std::vector<View> parts = views(std::move(picker), spacer(), std::move(exportButton));
   if (isExporting.get()) {
     std::string fileName = std::string("Kestrune-") + label(range.get()) + ".csv";
     std::ranges::replace(fileName, ' ', '-');
@@ -227,9 +159,9 @@ View StatsTab::titleRow() {
 
 View StatsTab::loadingState() const {
   auto dots = hstack(5, centered, {});
-  for (int dot = 0; dot < 3; ++dot) {
-    dots.children.push_back(kestrune::ui::dot(7, ColorRole::secondary)
-                                .pulse({.from = 0.25, .to = 1, .seconds = 0.5, .delay = 0.15 * dot}));
+  for (int i = 0; i < 3; ++i) {
+    dots.children.push_back(
+        dot(7, ColorRole::secondary).pulse({.from = 0.25, .to = 1, .seconds = 0.5, .delay = 0.15 * i}));
   }
   return vstack(10, HorizontalAlignment::center,
                 views(std::move(dots), text("Loading history…").withForeground(ColorRole::secondary)))
@@ -238,9 +170,7 @@ View StatsTab::loadingState() const {
 }
 
 View StatsTab::emptyState() const {
-  const auto small = [](const char* words) {
-    return text(words).withFont(11).withForeground(ColorRole::tertiary);
-  };
+  const auto small = [](const char* words) { return caption(text(words), ColorRole::tertiary); };
   return vstack(10, HorizontalAlignment::center,
                 views(symbol("chart.xyaxis.line").withFont(40).withForeground(ColorRole::secondary),
                       text("No history found for this range")
@@ -261,44 +191,39 @@ View StatsTab::summary() const {
 }
 
 View StatsTab::cpuCard() const {
-  const Figures average = figures(&DayStats::avgCPU);
-  const Figures peak = figures(&DayStats::peakCPU);
-  const double meanLoad = mean(&DayStats::avgCPU);
-  const double highestLoad = highest(&DayStats::peakCPU);
   const auto asPercent = [&formats = context_.formats](double figure) {
     return formats.percent(figure / 100, 0);
   };
-  DayChartContent chart{.days = axisDays(),
-                        .series = {{Mark::area, peak, Color(ColorRole::accent, areaOpacity)},
-                                   {Mark::line, average, ColorRole::accent}},
-                        .scaleUnit = 1,
-                        .scaleText = asPercent,
-                        .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
-                                          {{"Avg", average}, {"Peak", peak}}, asPercent)};
-  return chartCard(
-      "CPU Usage", "cpu", std::move(chart),
-      keyWith("CPU usage trend. Avg %@ percent, peak %@ percent.",
-              {fmt::format("{:.0f}", meanLoad), fmt::format("{:.0f}", highestLoad)}),
-      views(legendItem(ColorRole::accent, "Avg", percent(meanLoad)),
-            legendItem(Color(ColorRole::accent, peakSwatchOpacity), "Peak", percent(highestLoad))));
+  const auto spoken = [](double figure) { return fmt::format("{:.0f}", figure); };
+  const double average = mean(&DayStats::avgCPU);
+  const double peak = highest(&DayStats::peakCPU);
+  return loadCard(
+      "CPU Usage", "cpu", ColorRole::accent, {&DayStats::avgCPU, &DayStats::peakCPU, 1, asPercent},
+      keyWith("CPU usage trend. Avg %@ percent, peak %@ percent.", {spoken(average), spoken(peak)}));
 }
 
 View StatsTab::memoryCard() const {
-  const Figures average = figures(&DayStats::avgMemoryGB);
-  const Figures peak = figures(&DayStats::peakMemoryGB);
-  const std::string meanText = gigabytesText(mean(&DayStats::avgMemoryGB));
-  const std::string highestText = gigabytesText(highest(&DayStats::peakMemoryGB));
-  DayChartContent chart{.days = axisDays(),
-                        .series = {{Mark::area, peak, Color(ColorRole::purple, areaOpacity)},
-                                   {Mark::line, average, ColorRole::purple}},
-                        .scaleUnit = 0.1,
-                        .scaleText = gigabytesText,
-                        .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
-                                          {{"Avg", average}, {"Peak", peak}}, gigabytesText)};
-  return chartCard("Memory Usage", "memorychip", std::move(chart),
-                   keyWith("Memory usage trend. Avg %@, peak %@.", {meanText, highestText}),
-                   views(legendItem(ColorRole::purple, "Avg", meanText),
-                         legendItem(Color(ColorRole::purple, peakSwatchOpacity), "Peak", highestText)));
+  const std::string average = gigabytesText(mean(&DayStats::avgMemoryGB));
+  const std::string peak = gigabytesText(highest(&DayStats::peakMemoryGB));
+  return loadCard("Memory Usage", "memorychip", ColorRole::purple,
+                  {&DayStats::avgMemoryGB, &DayStats::peakMemoryGB, 0.1, gigabytesText},
+                  keyWith("Memory usage trend. Avg %@, peak %@.", {average, peak}));
+}
+
+View StatsTab::loadCard(std::string title, std::string symbolName, ColorRole color, const Load& load,
+                        TextContent spoken) const {
+  const Figures average = figures(load.average);
+  const Figures peak = figures(load.peak);
+  DayChartContent chart{
+      .days = axisDays(),
+      .series = {{Mark::area, peak, Color(color, areaOpacity)}, {Mark::line, average, color}},
+      .scaleUnit = load.scaleUnit,
+      .scaleText = load.text,
+      .readOut = dayReadOut([this](std::size_t day) { return dayTitle(day); },
+                            {{"Avg", average}, {"Peak", peak}}, load.text)};
+  return chartCard(std::move(title), std::move(symbolName), std::move(chart), std::move(spoken),
+                   views(legendItem(color, "Avg", load.text(mean(load.average))),
+                         legendItem(Color(color, peakSwatchOpacity), "Peak", load.text(highest(load.peak)))));
 }
 
 View StatsTab::networkCard() const {
@@ -320,10 +245,10 @@ View StatsTab::dataCard(std::string title, std::string symbolName, std::string s
   DayChartContent chart{
       .days = axisDays(),
       .series = {{Mark::bars, below, ColorRole::accent}, {Mark::bars, above, ColorRole::orange}},
-      .scaleUnit = dataUnit(most),
+      .scaleUnit = megabytesScaleUnit(most),
       .scaleText = megabytesText,
-      .readOut = sayDay([this](std::size_t day) { return dayTitle(day); },
-                        {{lower.name, below}, {upper.name, above}}, megabytesText)};
+      .readOut = dayReadOut([this](std::size_t day) { return dayTitle(day); },
+                            {{lower.name, below}, {upper.name, above}}, megabytesText)};
   return chartCard(std::move(title), std::move(symbolName), std::move(chart), key(std::move(spoken)),
                    views(legendItem(ColorRole::accent, lower.name, megabytesText(sum(lower.figure))),
                          legendItem(ColorRole::orange, upper.name, megabytesText(sum(upper.figure)))));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +21,7 @@ const char* label(StatsRange range);
 int dayCount(StatsRange range);
 
 // The page about the last days: summary figures, four charts and their export. Past days are read from their
-// files when the page appears and when the range changes; today is as it was then.
+// files when the page appears and when the range changes; today's figures are those of the same moment.
 class StatsTab final : public Component {
  public:
   explicit StatsTab(const ViewContext& context);
@@ -36,12 +37,20 @@ class StatsTab final : public Component {
   std::string csv() const;
 
  private:
-  // One figure of each day of the range, the oldest first; days without a record are gaps.
+  // One figure of each day of the range, oldest first; a day without a record is a gap.
   using Figures = std::vector<std::optional<double>>;
 
   struct NamedFigure {
     const char* name;  // localizable
     double DayStats::*figure;
+  };
+
+  // The mean and the peak of a metric on each day.
+  struct Load {
+    double DayStats::*average;
+    double DayStats::*peak;
+    double scaleUnit;
+    std::function<std::string(double)> text;
   };
 
   void loadSoon();
@@ -51,7 +60,7 @@ class StatsTab final : public Component {
   double highest(double DayStats::*figure) const;
   double sum(double DayStats::*figure) const;
   std::vector<TextContent> axisDays() const;
-  // "May 9, 2026: " of a day of the range.
+  // "May 9, 2026", for a day of the range.
   std::string dayTitle(std::size_t day) const;
   View titleRow();
   View loadingState() const;
@@ -59,6 +68,8 @@ class StatsTab final : public Component {
   View summary() const;
   View cpuCard() const;
   View memoryCard() const;
+  View loadCard(std::string title, std::string symbolName, ColorRole color, const Load& load,
+                TextContent spoken) const;
   View networkCard() const;
   View diskCard() const;
   // Bars of one figure with those of another on top.
@@ -67,11 +78,12 @@ class StatsTab final : public Component {
   std::string percent(double percentage) const;
 
   ViewContext context_;
-  std::vector<DayStats> stats_;               // the oldest first
-  std::vector<DailySummary> dailySummaries_;  // the same days
+  std::vector<DayStats> stats_;               // oldest first
+  std::vector<DailySummary> dailySummaries_;  // of the same days
+  std::vector<Date> days_;                    // all days of the range, oldest first
+  // The index of each of those days in `stats_`.
+  std::vector<std::optional<std::size_t>> statsOfDay_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
-  std::vector<Date> days_;                              // all of the range, the oldest first
-  std::vector<std::optional<std::size_t>> statsOfDay_;  // where each of them stands in `stats_`
 };
 
 }  // namespace kestrune::ui

@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/qt/theme/Theme.h"
-#include "ui/window/ShellCommands.h"
+#include "ui/window/AboutText.h"
 
 namespace kestrune::ui::qt {
 namespace {

@@ -7,7 +7,7 @@
 #include "ui/qt/AboutDialog.h"
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"
-#include "ui/window/ShellCommands.h"
+#include "ui/window/MainTab.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -62,7 +62,7 @@ void MainWindow::makeMenus(std::function<void()> quit) {
   quitAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
   QMenu* go = menuBar()->addMenu(text("Go"));
-  for (const GoMenuEntry& entry : goMenu) {
+  for (const MainTabEntry& entry : mainTabs) {
     if (entry.separatorBefore) go->addSeparator();
     QAction* action = go->addAction(text(entry.title), this, [this, tab = entry.tab] {
       context_.notifications.post(switchTabNotification, tab);

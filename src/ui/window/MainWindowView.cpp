@@ -2,16 +2,6 @@
 
 #include <utility>
 
-#include "ui/pages/AudioTab.h"
-#include "ui/pages/CPUTab.h"
-#include "ui/pages/DiskTab.h"
-#include "ui/pages/FolderTab.h"
-#include "ui/pages/MemoryTab.h"
-#include "ui/pages/NetworkTab.h"
-#include "ui/pages/OverviewTab.h"
-#include "ui/pages/PowerTab.h"
-#include "ui/pages/SettingsTab.h"
-#include "ui/pages/StatsTab.h"
 #include "ui/window/Sidebar.h"
 
 namespace kestrune::ui {
@@ -20,18 +10,13 @@ namespace {
 constexpr double sidebarMinWidth = 160;
 constexpr double sidebarIdealWidth = 180;
 
-template <class Tab>
-View tabPage(const ViewContext& context) {
-  return component<Tab>([context] { return std::make_shared<Tab>(context); });
-}
-
 }  // namespace
 
 MainWindowView::MainWindowView(const ViewContext& context)
     : showFolderTab(context.preferences, "ui.sandbox.showFolderTab", true),
       context_(context),
       folderPreference_([this] {
-        // Noting the preference again has to wait until all its readers have been told.
+        // All other readers are notified before the preference is read again.
         context_.loop.post([this, alive = std::weak_ptr(alive_)] {
           if (!alive.expired()) leaveFoldersWhenHidden();
         });
@@ -54,47 +39,27 @@ void MainWindowView::leaveFoldersWhenHidden() {
 std::vector<MainTab> MainWindowView::visibleTabs() const {
   const bool hidesFolders = context_.isSandboxed && !showFolderTab.get();
   std::vector<MainTab> visible;
-  for (const MainTab tab : allMainTabs) {
-    if (tab != MainTab::folders || !hidesFolders) visible.push_back(tab);
+  for (const MainTabEntry& each : mainTabs) {
+    if (each.tab != MainTab::folders || !hidesFolders) visible.push_back(each.tab);
   }
   return visible;
 }
 
 std::string MainWindowView::windowTitle() const {
   const auto tab = selectedTab.get();
-  return std::string(tab ? title(*tab) : "Kestrune");
+  return std::string(tab ? entry(*tab).title : "Kestrune");
 }
 
 View MainWindowView::body() {
-  auto sidebar = component<Sidebar>([this] { return std::make_shared<Sidebar>(*this); });
+  auto sidebar = component<Sidebar>(
+      [this] { return std::make_shared<Sidebar>(selectedTab, [this] { return visibleTabs(); }); });
   return split(sidebarMinWidth, sidebarIdealWidth, std::move(sidebar), detail())
       .frame({.fixed = {}, .min = minimumWidth, .max = {}}, {.fixed = {}, .min = minimumHeight, .max = {}});
 }
 
 View MainWindowView::detail() const {
   const auto tab = selectedTab.get();
-  View page;
-  if (tab == MainTab::overview) {
-    page = tabPage<OverviewTab>(context_);
-  } else if (tab == MainTab::cpu) {
-    page = tabPage<CPUTab>(context_);
-  } else if (tab == MainTab::memory) {
-    page = tabPage<MemoryTab>(context_);
-  } else if (tab == MainTab::disk) {
-    page = tabPage<DiskTab>(context_);
-  } else if (tab == MainTab::network) {
-    page = tabPage<NetworkTab>(context_);
-  } else if (tab == MainTab::power) {
-    page = tabPage<PowerTab>(context_);
-  } else if (tab == MainTab::audio) {
-    page = tabPage<AudioTab>(context_);
-  } else if (tab == MainTab::stats) {
-    page = tabPage<StatsTab>(context_);
-  } else if (tab == MainTab::settings) {
-    page = tabPage<SettingsTab>(context_);
-  } else if (tab == MainTab::folders) {
-    page = tabPage<FolderTab>(context_);
-  }
+  View page = tab ? entry(*tab).page(context_) : View();
   const Extent filling{.fixed = {}, .min = {}, .max = unlimited};
   return std::move(page).frame(filling, filling, topLeading);
 }

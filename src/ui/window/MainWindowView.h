@@ -14,12 +14,12 @@
 
 namespace kestrune::ui {
 
-// The content of the main window: the sidebar and the selected tab, which is made when it is selected and
-// dropped when it is left. Listens to the notifications that switch tabs for as long as it exists. Main
-// thread only.
+// The content of the main window: the sidebar and the selected tab, which is created when it is selected and
+// destroyed when it is left. Listens for the notifications that switch tabs while it exists. Main thread
+// only.
 class MainWindowView final : public Component {
  public:
-  // The least size of the content.
+  // Of the content.
   static constexpr double minimumWidth = 820;
   static constexpr double minimumHeight = 620;
 
@@ -28,8 +28,8 @@ class MainWindowView final : public Component {
   Published<std::optional<MainTab>> selectedTab{MainTab::overview};
   const Preference<bool> showFolderTab;
 
-  // The tabs that the sidebar lists, in order: all but the folders, where the sandbox withholds those and the
-  // user has hidden them.
+  // The tabs that the sidebar lists, in order: all of them, except the folders if the program is sandboxed
+  // and the user has hidden that tab.
   std::vector<MainTab> visibleTabs() const;
 
   // Localizable: the selected tab's title, or the program's name.
@@ -44,7 +44,7 @@ class MainWindowView final : public Component {
   ViewContext context_;
   Dependencies folderPreference_;
   std::vector<NotificationCenter::Subscription> subscriptions_;
-  std::shared_ptr<char> alive_ = std::make_shared<char>();  // seen by the jobs that wait for the loop
+  std::shared_ptr<char> alive_ = std::make_shared<char>();  // watched by the jobs posted to the loop
 };
 
 }  // namespace kestrune::ui

@@ -1,22 +1,33 @@
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "runtime/Published.h"
 #include "ui/view/View.h"
+#include "ui/window/MainTab.h"
 
 namespace kestrune::ui {
 
-class MainWindowView;
-
-// The list of the tabs that are visible, with the selected one marked. A tap selects. A component of its own,
-// so that what the detail shows can move without it.
+// The list of visible tabs, with the selected one marked. A tap selects. A component of its own, so that the
+// detail can change without it.
 class Sidebar final : public Component {
  public:
-  // The window must outlive its sidebar.
-  explicit Sidebar(MainWindowView& window) : window_(window) {}
+  using VisibleTabs = std::function<std::vector<MainTab>()>;
+
+  // `selectedTab`, and whatever `visibleTabs` reads, must outlive the sidebar.
+  Sidebar(Published<std::optional<MainTab>>& selectedTab, VisibleTabs visibleTabs)
+      : selectedTab_(selectedTab), visibleTabs_(std::move(visibleTabs)) {}
 
   View body() override;
 
  private:
-  MainWindowView& window_;
+  View row(const MainTabEntry& tab) const;
+
+  Published<std::optional<MainTab>>& selectedTab_;
+  VisibleTabs visibleTabs_;
 };
 
 }  // namespace kestrune::ui

@@ -3,7 +3,7 @@
 #include "history/DailySummaryJson.h"
 #include "ui/ViewFixture.h"
 #include "ui/components/StatusColors.h"
-#include "ui/pages/OverviewTab.h"
+#include "ui/pages/overview/OverviewTab.h"
 
 namespace kestrune::ui {
 namespace {

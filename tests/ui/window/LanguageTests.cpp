@@ -13,12 +13,12 @@
 #include "ui/pages/FolderTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"
-#include "ui/pages/OverviewTab.h"
+#include "ui/pages/overview/OverviewTab.h"
 #include "ui/pages/PowerTab.h"
 #include "ui/pages/SettingsTab.h"
 #include "ui/pages/StatsTab.h"
 #include "ui/window/MenuBarPopover.h"
-#include "ui/window/ShellCommands.h"
+#include "ui/window/AboutText.h"
 
 namespace kestrune::ui {
 namespace {
@@ -161,7 +161,7 @@ TEST_F(LanguageTest, everyTextIsInTheCatalogue) {
   noteAll(popover());
   isSandboxed = true;
   seeAllTabs();
-  for (const auto& entry : goMenu) keys_.insert(std::string(entry.title));
+  for (const MainTabEntry& tab : mainTabs) keys_.insert(std::string(tab.title));
   keys_.insert(std::string(aboutText));
   for (const char* menu : {"File", "Go", "Help", "Close Window", "About Kestrune", "Quit Kestrune"})
     keys_.insert(menu);

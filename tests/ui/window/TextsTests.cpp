@@ -4,7 +4,6 @@
 
 #include "texts/LocaleFormats.h"
 #include "ui/components/Formatters.h"
-#include "ui/window/ShellCommands.h"
 
 namespace kestrune::ui {
 namespace {
@@ -62,16 +61,6 @@ TEST(LocaleFormats, DaysAndTimesAsTheLocaleWritesThem) {
 TEST(LocaleFormats, AnUnknownLocaleReadsAsEnglish) {
   for (const char* name : {"", "C", "C.UTF-8", "POSIX", "garbage", "xx_YY", "!?", "@euro", ".UTF-8"}) {
     EXPECT_EQ(LocaleFormats(name).percent(12.345, 1), "1,234.5%") << name;
-  }
-}
-
-TEST(GoMenu, DigitsFollowTheSidebar) {
-  ASSERT_EQ(goMenu.size(), allMainTabs.size());
-  for (std::size_t i = 0; i < goMenu.size(); ++i) {
-    EXPECT_EQ(goMenu.at(i).tab, allMainTabs.at(i));
-    EXPECT_EQ(goMenu.at(i).title, title(allMainTabs.at(i)));
-    EXPECT_EQ(goMenu.at(i).key, "1234567890"[i]);
-    EXPECT_EQ(goMenu.at(i).separatorBefore, allMainTabs.at(i) == MainTab::settings);
   }
 }
 

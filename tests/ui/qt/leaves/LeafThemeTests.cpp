@@ -82,8 +82,8 @@ TEST(LeafTheme, DrawsEverySymbolOfTheTable) {
     const std::string name = file.chopped(4).toStdString();
     EXPECT_TRUE(hasInk(theme.symbol(name, 16, Qt::black, 1))) << name;
   }
-  for (const MainTab tab : allMainTabs)
-    EXPECT_FALSE(theme.symbol(std::string(symbolName(tab)), 16, Qt::black, 1).isNull());
+  for (const MainTabEntry& tab : mainTabs)
+    EXPECT_FALSE(theme.symbol(std::string(tab.symbol), 16, Qt::black, 1).isNull());
   EXPECT_TRUE(theme.symbol("no.such.symbol", 16, Qt::black, 1).isNull());
   EXPECT_TRUE(hasInk(theme.image("MenuBarIconTemplate", 16, 16, Qt::black, 1)));
 }

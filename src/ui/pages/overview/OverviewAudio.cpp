@@ -1,4 +1,4 @@
-#include "ui/pages/OverviewAudio.h"
+#include "ui/pages/overview/OverviewAudio.h"
 
 #include <optional>
 #include <string>

@@ -15,7 +15,8 @@ class OverviewTab final : public Component {
  public:
   explicit OverviewTab(const ViewContext& context) : context_(context) {}
 
-  // The network that a past day's figures are narrowed to; absent: all. Every other day begins without.
+  // The network that a past day's traffic is narrowed to; absent: all networks. Reset when another day is
+  // shown.
   Published<std::optional<std::string>> selectedOverviewSSID;
 
   View body() override;
@@ -31,23 +32,12 @@ class OverviewTab final : public Component {
   ReadOut hourlyReadOut(const DailySummary& record) const;
   View memoryCard() const;
   View batteryCard() const;
-  View systemCard() const;
-  View storageBlock() const;
-  View ioBlock() const;
-  View uptimeBlock() const;
   View networkCard();
-  View networkHeader();
-  View filterMenu(const SSIDTraffic& networks);
-  View historicConnection(const SSIDTraffic& networks) const;
-  View liveConnection() const;
-  View liveConnectionDetail() const;
-  View trafficFigures(const SSIDTraffic& networks) const;
-  View throughput() const;
   View audioSection() const;
   View topProcesses() const;
 
   ViewContext context_;
-  std::optional<DailySummary> record_;  // of the past day that is shown, where there is one
+  std::optional<DailySummary> record_;  // of the past day that is shown
   std::optional<Date> shownDate_;
 };
 

@@ -5,7 +5,7 @@
 
 namespace kestrune::ui {
 
-// The card that shows the default devices and who uses sound now, beside each other.
+// The card of the default devices and of the programs that use audio now.
 View audioCard(const AudioSnapshot& audio);
 
 }  // namespace kestrune::ui
