@@ -82,7 +82,7 @@ class InWindow:
         return set(own.xdotool("search", "--onlyvisible", "--name", ".").split())
 
     def end(self):
-        session.Session.end(self.process)
+        session.end(self.process)
 
 
 def measure(command, kind):
