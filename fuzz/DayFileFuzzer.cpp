@@ -12,8 +12,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Ends the run as a finding where the text is no JSON to another reader. Absent: it has a number that is too
-// large for that reader, which is none of ours as long as nobody asks for it.
+// A text that another reader can't parse ends the run as a finding. Absent: the text has a number too large
+// for that reader, in a field that we don't read.
 std::optional<Json> asOthersReadIt(const std::string& text) {
   try {
     return Json::parse(text);
@@ -38,14 +38,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::require(document->at("processes").size() == day->processes.size());
   }
 
-  // Written and read again it is the same, to others too.
+  // Survives writing and reading, by another reader too.
   const EncodedDay encoded = encodeDay(*day);
   fuzz::require(encoded.error.empty());
   fuzz::require(decodeDay(encoded.text) == day);
   const auto again = asOthersReadIt(encoded.text);
   fuzz::require(again && again->size() == 11);
 
-  // No figure upsets what is worked out from them.
+  // Computed figures hold for any values.
   fuzz::require(day->topProcesses().size() == std::min<std::size_t>(5, day->processes.size()));
   fuzz::require(day->ssidsByTraffic().size() == day->networkSSIDs.size());
   fuzz::require(day->hours.empty() <= (day->batteryStartPercent() == 0 && day->averageCPU() == 0));

@@ -10,12 +10,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace kestrune::fuzz {
 
-// Ends the run as a finding unless the parser kept its promise.
+// Ends the run as a finding if the parser broke its promise.
 inline void require(bool promise) {
   if (!promise) std::abort();
 }
 
-// A copy, so that reading beyond its end is found.
+// A copy, so that reads past its end are found.
 inline std::string textOf(const std::uint8_t* data, std::size_t size) {
   return {data, data + size};
 }

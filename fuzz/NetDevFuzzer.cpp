@@ -10,7 +10,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::require(!link.name.empty() && text.find(link.name + ":") != std::string::npos);
     fuzz::require(!link.isCarriedByAnother);
   }
-  // Cut anywhere, it yields the first ones of the very same.
+  // A truncated text yields the same first links.
   const auto ofPart = platform::parseNetDev(std::string_view(text).substr(0, size / 2));
   fuzz::require(ofPart.size() <= links.size());
   for (std::size_t i = 0; i < ofPart.size(); ++i) {

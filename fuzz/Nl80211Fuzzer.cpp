@@ -15,7 +15,7 @@ void requirePlausible(const std::optional<std::string>& ssid) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  // A copy, so that reading beyond its end is found.
+  // A copy, so that reads past its end are found.
   const std::vector<std::uint8_t> copy(data, data + size);
   const auto attributes = std::as_bytes(std::span(copy));
   if (const auto interface = platform::parseRadioInterface(attributes)) {

@@ -10,7 +10,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::require(preferences.has_value() == changed.has_value());
   if (!preferences || !changed) return 0;
 
-  // Written and read again nothing else has changed, whatever kinds there are.
+  // After writing and reading, values of all other kinds are unchanged.
   auto expected = *preferences;
   expected.insert_or_assign("fuzz.key", 80.0);
   fuzz::require(platform::parsePreferences(*changed) == expected);

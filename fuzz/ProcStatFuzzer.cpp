@@ -10,7 +10,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::require(!processors.empty());
   for (const auto& processor : processors) fuzz::require(processor.id >= 0);
 
-  // Cut anywhere, the text either is refused or yields the very same.
+  // A truncated text is either refused or yields the same.
   std::vector<platform::RawProcessor> ofPart;
   for (const std::size_t length : {size / 2, size - 1}) {
     const bool isTaken = platform::parseProcStat(std::string_view(text).substr(0, length), ofPart);

@@ -5,7 +5,7 @@ using namespace kestrune;
 
 namespace {
 
-// Decodes by arithmetic, unlike the repair, which goes by ranges of bytes.
+// Decodes by arithmetic, unlike the repair, which uses ranges of bytes.
 bool isValidUtf8(std::string_view text) {
   while (!text.empty()) {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
@@ -17,8 +17,8 @@ bool isValidUtf8(std::string_view text) {
       if (byte(i) >> 6U != 2) return false;
       code = code << 6U | (byte(i) & 0x3FU);
     }
-    constexpr std::uint32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (code < least[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return false;
+    constexpr std::uint32_t min[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (code < min[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return false;
     text.remove_prefix(length);
   }
   return true;

@@ -1,4 +1,4 @@
-"""The program without a display, and what it leaves on disk, whatever ends it."""
+"""The program without a display, and what it leaves on disk when it ends."""
 
 import json
 import os
