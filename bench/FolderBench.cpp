@@ -1,5 +1,5 @@
 // What measuring folders costs: a warm tree of 300,000 files in 20,000 directories against a bare walker and
-// du, the end of a measure that is called off, memory, and a result in a long list.
+// du, cancelling a measurement, memory, and a result in a long list.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -22,36 +22,28 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Measure.h"
 #include "folders/FolderItems.h"
 #include "platform/linux/files/UniqueFd.h"
 #include "platform/linux/folders/MeasurePool.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using kestrune::FolderItem;
 using kestrune::FolderItems;
+using kestrune::bench::median;
+using kestrune::bench::secondsOf;
 using kestrune::platform::FileLocation;
 using kestrune::platform::FolderMeasure;
 using kestrune::platform::MeasurePool;
 using kestrune::platform::UniqueFd;
-using SteadyClock = std::chrono::steady_clock;
 
-constexpr double walkBudget = 1.2;      // times the bare walker
+constexpr double walkBudget = 1.2;      // times the time of the bare walker
 constexpr double duBudget = 1.5;        // times as fast as du
 constexpr double cancelBudget = 0.050;  // seconds
 constexpr int threads = 2;
-
-double secondsSince(SteadyClock::time_point begun) {
-  return std::chrono::duration<double>(SteadyClock::now() - begun).count();
-}
-
-double median(std::vector<double> values) {
-  if (values.empty()) return 0;
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
-}
 
 void makeFiles(const std::string& folder, int count) {
   const UniqueFd directory(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -62,7 +54,7 @@ void makeFiles(const std::string& folder, int count) {
   }
 }
 
-// Made when it is first needed, for the rest of the run.
+// Created on first use, for the rest of the run.
 class Trees {
  public:
   static constexpr std::uint64_t files = 300000;
@@ -72,16 +64,14 @@ class Trees {
     static const Trees trees;
     return trees;
   }
-  ~Trees() { fs::remove_all(path_); }
-  Trees(const Trees&) = delete;
-  Trees& operator=(const Trees&) = delete;
 
-  std::string nested() const { return path_ + "/nested"; }  // 20 × 20 × 50 directories of 15 files
-  std::string flat() const { return path_ + "/flat"; }      // one directory
+  // 20 × 20 × 50 directories of 15 files.
+  std::string nested() const { return folder_ / "nested"; }
+  // One directory.
+  std::string flat() const { return folder_ / "flat"; }
 
  private:
   Trees() {
-    if (mkdtemp(path_.data()) == nullptr) std::abort();
     for (int i = 0; i < 20 * 20 * 50; ++i) {
       const std::string folder = nested() + "/" + std::to_string(i / 1000) + "/" +
                                  std::to_string(i / 50 % 20) + "/" + std::to_string(i % 50);
@@ -92,10 +82,10 @@ class Trees {
     makeFiles(flat(), flatFiles);
   }
 
-  std::string path_ = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
+  kestrune::test::TemporaryFolder folder_;
 };
 
-// What any program in C would do at the least to learn the same.
+// The least that a C program has to do for the same result.
 void walkBare(int parent, const char* name, FolderMeasure& sum) {
   const UniqueFd directory(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!directory) return;
@@ -119,7 +109,7 @@ void walkBare(int parent, const char* name, FolderMeasure& sum) {
   }
 }
 
-// The two threads take the directories at the top one by one.
+// The threads take the topmost directories one by one.
 FolderMeasure walkBareInThreads(const std::string& folder) {
   std::vector<std::string> top;
   for (const auto& entry : fs::directory_iterator(folder)) top.push_back(entry.path());
@@ -152,23 +142,22 @@ FolderMeasure measure(MeasurePool& pool, const std::string& folder) {
 
 template <class Walk>
 double timed(benchmark::State& state, Walk walk, std::uint64_t expected) {
-  const auto begun = SteadyClock::now();
-  const FolderMeasure found = walk();
-  const double took = secondsSince(begun);
+  FolderMeasure found;
+  const double took = secondsOf([&] { found = walk(); });
   if (found.files != expected) state.SkipWithError("a walk misses files");
   return took;
 }
 
 double timedDu(benchmark::State& state, const std::string& folder) {
-  const auto begun = SteadyClock::now();
-  if (std::system(("du -s --apparent-size " + folder + " >/dev/null").c_str()) != 0) {
-    state.SkipWithError("du failed");
-  }
-  return secondsSince(begun);
+  const std::string command = "du -s --apparent-size " + folder + " >/dev/null";
+  int status = 0;
+  const double took = secondsOf([&] { status = std::system(command.c_str()); });
+  if (status != 0) state.SkipWithError("du failed");
+  return took;
 }
 
-// All three in turn over the same tree, as one folder, which is the hardest to share. The time of an
-// iteration is that of the walk.
+// All three in turn over the same tree as one folder, which is the hardest to share. The time of an iteration
+// is that of our walk.
 void measureTree(benchmark::State& state) {
   const std::string folder = Trees::made().nested();
   MeasurePool pool(settings());
@@ -219,7 +208,7 @@ void measureManyFolders(benchmark::State& state) {
 }
 BENCHMARK(measureManyFolders)->Iterations(10)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-// From the call to the end of the last walker, in the middle of one huge directory. The worst counts.
+// From cancelling to the end of the last walker, in the middle of one huge directory. The worst time counts.
 void cancelInHugeDirectory(benchmark::State& state) {
   const FileLocation folder(Trees::made().flat());
   MeasurePool pool(settings());
@@ -229,12 +218,13 @@ void cancelInHugeDirectory(benchmark::State& state) {
     std::promise<FolderMeasure> result;
     pool.measure({folder}, flag, [&](std::size_t, const FolderMeasure& found) { result.set_value(found); });
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    const auto begun = SteadyClock::now();
-    *flag = true;
-    const FolderMeasure found = result.get_future().get();
-    const double took = secondsSince(begun);
+    FolderMeasure found;
+    const double took = secondsOf([&] {
+      *flag = true;
+      found = result.get_future().get();
+    });
     if (found.files == 0 || found.files >= Trees::flatFiles) {
-      state.SkipWithError("the measure wasn't under way");
+      state.SkipWithError("the measurement wasn't running");
     }
     worst = std::max(worst, took);
     state.SetIterationTime(took);
@@ -255,14 +245,16 @@ double statusField(std::string_view key) {
   return value;
 }
 
-// How much higher the memory rises while 300,000 files are measured, in one directory and in many.
+// How much the memory rises while 300,000 files are measured, in many directories (0) or in one (1).
 void memoryOfMeasure(benchmark::State& state) {
   const std::string folder = state.range(0) != 0 ? Trees::made().flat() : Trees::made().nested();
   MeasurePool pool(settings());
-  measure(pool, Trees::made().nested() + "/0/0");  // the threads begin
+  // Starts the threads.
+  measure(pool, Trees::made().nested() + "/0/0");
   double rise = 0;
   for (auto _ : state) {
-    std::ofstream("/proc/self/clear_refs") << "5\n";  // the peak counts anew
+    // Resets the peak.
+    std::ofstream("/proc/self/clear_refs") << "5\n";
     const double before = statusField("VmRSS:");
     measure(pool, folder);
     rise = std::max(rise, statusField("VmHWM:") - before);
@@ -284,7 +276,7 @@ FolderItems listOf(int count) {
   return FolderItems(std::move(listed));
 }
 
-// The main thread's part of a result, with a view that holds on to the list as it was.
+// The main thread's part of a result; in the second variant a view holds the previous list.
 void resultInLongList(benchmark::State& state) {
   const auto count = static_cast<int>(state.range(0));
   FolderItems items = listOf(count);

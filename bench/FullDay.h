@@ -7,12 +7,12 @@
 
 namespace kestrune {
 
-// 1/3 has as many digits as a number can have.
+// Thirds have the most digits that a number can have.
 inline BucketStat fullStat(double mean) {
   return {.sum = mean * 60 / 3, .count = 60, .peak = mean / 3, .peakTime = {800000000.0 + mean / 3}};
 }
 
-// As full as a day becomes: 24 hours, 400 processes, 6 networks.
+// A full day: 24 hours, 400 processes, 6 networks.
 inline DailySummary fullDay(Date date) {
   DailySummary day{.date = date};
   for (int i = 0; i < 24; ++i) {

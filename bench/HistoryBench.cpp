@@ -1,9 +1,7 @@
-// What the history costs the main thread: a fold each minute, a save every ten, and the loading of past days.
-// The storage is memory, so that no figure contains the wait for a disk; loading reads real files too.
+// What the history costs the main thread: adding each minute, saving every ten minutes, loading past days.
+// The storage is in memory, so no figure includes waiting for a disk; loading also reads real files.
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,16 +9,15 @@
 #include <benchmark/benchmark.h>
 
 #include "FullDay.h"
+#include "Measure.h"
 #include "history/DailySummaryJson.h"
 #include "history/HistoryRecorder.h"
 #include "platform/linux/user/LinuxHistoryFolder.h"
 #include "support/ScriptedPlatform.h"
+#include "support/TemporaryFolder.h"
 
 namespace kestrune {
 namespace {
-
-namespace fs = std::filesystem;
-using SteadyClock = std::chrono::steady_clock;
 
 std::string nameOf(int day) {
   return "2026-" + std::to_string(10 + day / 28) + "-" + std::to_string(10 + day % 28) + ".json";
@@ -39,11 +36,10 @@ void decodeFullDay(benchmark::State& state) {
 }
 BENCHMARK(decodeFullDay)->Unit(benchmark::kMicrosecond);
 
-// A quarter of a year, from files that the system has in memory.
+// A quarter of a year, from files in the page cache.
 void load89FullDays(benchmark::State& state) {
-  std::string folder = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
-  if (mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no folder");
-  platform::LinuxHistoryFolder storage(folder);
+  const test::TemporaryFolder folder;
+  platform::LinuxHistoryFolder storage(folder.path());
   constexpr int days = 89;
   for (int i = 0; i < days; ++i) storage.write(nameOf(i), encodeDay(fullDay({86400.0 * i})).text);
   for (auto _ : state) {
@@ -56,11 +52,10 @@ void load89FullDays(benchmark::State& state) {
     }
     benchmark::DoNotOptimize(loaded);
   }
-  fs::remove_all(folder);
 }
 BENCHMARK(load89FullDays)->Unit(benchmark::kMillisecond);
 
-// The eight busiest processes, three networks in turn; without the saves, which come at every tenth fold.
+// Adds a minute with the eight busiest processes. Every tenth minute saves and isn't measured.
 void foldOfAMinute(benchmark::State& state) {
   test::ScriptedPlatform machine;
   machine.holdsLane = true;
@@ -89,9 +84,7 @@ void foldOfAMinute(benchmark::State& state) {
   machine.settle();
   const auto passMinute = [&] {
     machine.clock.setContinuous(machine.clock.continuousNow() + std::chrono::seconds(60));
-    const auto began = SteadyClock::now();
-    machine.loop.run();
-    return std::chrono::duration<double>(SteadyClock::now() - began).count();
+    return bench::secondsOf([&] { machine.loop.run(); });
   };
   int minute = 0;
   for (auto _ : state) {

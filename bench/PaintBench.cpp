@@ -13,13 +13,13 @@
 #include "ui/qt/mount/LeafFactory.h"
 #include "ui/qt/theme/Theme.h"
 
-// What painting the commonest parts of a tab costs, and what the ordinary ways to draw a line would.
+// What painting the most common parts of a page costs, compared with Qt's own ways to draw a line.
 namespace {
 
 using namespace kestrune::ui;
 using namespace kestrune::ui::qt;
 
-// A load that wanders, as heights.
+// A random walk between 0 and 1.
 std::vector<double> wanderingLoad(int count) {
   std::mt19937 generator(5);
   std::uniform_real_distribution<double> step(-0.2, 0.2);
@@ -91,7 +91,7 @@ void chartByPolyline(benchmark::State& state) {
   }
 }
 
-// Cheaper, but joints show in a translucent colour.
+// Cheaper, but the joints are visible in a translucent colour.
 void chartBySegments(benchmark::State& state) {
   Chart chart(state);
   for (auto _ : state) {
@@ -110,7 +110,7 @@ BENCHMARK(chartByPath)->Apply(sizes);
 BENCHMARK(chartByPolyline)->Apply(sizes);
 BENCHMARK(chartBySegments)->Apply(sizes);
 
-// A leaf as it is painted in a window: background and content.
+// A leaf as painted in a window: background and content.
 void paintLeaf(benchmark::State& state, const Content& content, int width, int height) {
   const kestrune::Catalogue catalogue{};
   Theme theme(catalogue);
@@ -136,7 +136,7 @@ void barLeaf(benchmark::State& state) {
 void symbolLeaf(benchmark::State& state) {
   paintLeaf(state, SymbolContent{"cpu"}, 16, 16);
 }
-// The part of a leaf's cost that Qt takes for itself.
+// Qt's own share of a leaf's cost.
 void emptyLeaf(benchmark::State& state) {
   paintLeaf(state, verbatimText(""), 110, 18);
 }
@@ -146,7 +146,7 @@ BENCHMARK(barLeaf)->Unit(benchmark::kMicrosecond);
 BENCHMARK(symbolLeaf)->Unit(benchmark::kMicrosecond);
 BENCHMARK(emptyLeaf)->Unit(benchmark::kMicrosecond);
 
-// A figure that changes at each tick: the text is shaped anew.
+// A figure that changes every tick, so its text is shaped again.
 void changeText(benchmark::State& state) {
   const kestrune::Catalogue catalogue{};
   Theme theme(catalogue);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <string>
@@ -12,16 +11,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Measure.h"
 #include "platform/linux/processes/LinuxProcessTable.h"
 
 namespace {
 
+using kestrune::bench::median;
+using kestrune::bench::secondsOf;
 using kestrune::platform::LinuxProcessTable;
-using Seconds = std::chrono::duration<double>;
 
-constexpr double budget = 1.3;  // times the bare loop
+constexpr double budget = 1.3;  // times the time of the bare loop
 
-// Sleeping processes, so many that the machine has `total`; they end with this.
+// Sleeping processes that fill the machine up to `total`. They end with this object.
 class Crowd {
  public:
   explicit Crowd(std::int32_t total) {
@@ -55,8 +56,7 @@ class Crowd {
   bool isComplete_ = false;
 };
 
-// What any program in C would do at the least to see the same: list, open and read and close `stat`, read
-// `exe`.
+// The least that a C program has to do for the same result: list, open, read and close `stat`, read `exe`.
 std::size_t bareWalk() {
   DIR* proc = opendir("/proc");
   if (proc == nullptr) return 0;
@@ -78,7 +78,7 @@ std::size_t bareWalk() {
   return met;
 }
 
-// As the program walks: everything of every process that is there.
+// As the program walks: everything about every process.
 std::size_t tableWalk(LinuxProcessTable& table) {
   const auto readings = table.readings();
   benchmark::DoNotOptimize(readings.data());
@@ -87,40 +87,31 @@ std::size_t tableWalk(LinuxProcessTable& table) {
 
 template <class Walk>
 double timed(benchmark::State& state, Walk walk, std::int64_t atLeast) {
-  const auto start = std::chrono::steady_clock::now();
-  const auto met = static_cast<std::int64_t>(walk());
-  const Seconds took = std::chrono::steady_clock::now() - start;
+  std::int64_t met = 0;
+  const double took = secondsOf([&] { met = static_cast<std::int64_t>(walk()); });
   if (met < atLeast) state.SkipWithError("the walk misses processes");
-  return took.count();
-}
-
-double median(std::vector<double> values) {
-  if (values.empty()) return 0;
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
+  return took;
 }
 
 // Both walks in turn over the same processes. The time of an iteration is that of the table's walk.
 void processWalk(benchmark::State& state) {
   const Crowd crowd(static_cast<std::int32_t>(state.range(0)));
   if (!crowd.isComplete()) {
-    state.SkipWithError("left out: the limit of processes forbids so many");
+    state.SkipWithError("skipped: the limit on processes is too low");
     return;
   }
-  // Processes of others may end meanwhile.
+  // Other processes may end meanwhile.
   const std::int64_t atLeast = state.range(0) * 95 / 100;
   LinuxProcessTable table;
-  const double first = timed(
-      state, [&] { return tableWalk(table); }, atLeast);
+  const auto walk = [&] { return tableWalk(table); };
+  const double first = timed(state, walk, atLeast);
   std::vector<double> bare;
   std::vector<double> ours;
-  std::vector<double>
-      ratios;  // of the two walks of one iteration, which share what else the machine was doing
+  // Of the two walks of one iteration, which ran under the same load from other programs.
+  std::vector<double> ratios;
   while (state.KeepRunning()) {
     bare.push_back(timed(state, bareWalk, atLeast));
-    ours.push_back(timed(
-        state, [&] { return tableWalk(table); }, atLeast));
+    ours.push_back(timed(state, walk, atLeast));
     ratios.push_back(ours.back() / bare.back());
     state.SetIterationTime(ours.back());
   }

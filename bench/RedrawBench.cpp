@@ -1,4 +1,4 @@
-// What one redraw of a page costs, at 1 Hz with everything on it changed.
+// What one redraw of a page costs after everything on it has changed.
 
 #include <random>
 
@@ -27,7 +27,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A window with one page of a scripted computer whose figures move at every tick.
+// A window with one page of a scripted machine whose figures change every tick.
 template <class Tab>
 struct Page {
   std::mt19937 random{1};
@@ -60,7 +60,7 @@ struct Page {
     QApplication::processEvents();
   }
 
-  // A second of the computer's life; what it changes waits for the next frame.
+  // One second on the machine. The redraw is left to the next frame.
   void tick() {
     for (auto& load : busy) load = static_cast<std::int32_t>(random() % 100);
     computer.processors.pass(100, busy);
@@ -134,7 +134,7 @@ void switchTabs(benchmark::State& state) {
 }
 BENCHMARK(switchTabs)->Unit(benchmark::kMillisecond);
 
-// From nothing to the painted popover.
+// From creating the popover to its first frame.
 void openPopover(benchmark::State& state) {
   Page<ui::CPUTab> page;
   for (auto _ : state) {
@@ -145,8 +145,8 @@ void openPopover(benchmark::State& state) {
 }
 BENCHMARK(openPopover)->Unit(benchmark::kMillisecond);
 
-// A list of 100,000 entries after one directory has been measured: moved to its place, and all that is seen
-// painted.
+// A list of 100,000 entries after one directory has been measured: moves the entry and paints the visible
+// part.
 void redrawLongList(benchmark::State& state) {
   constexpr int entries = 100000;
   Page<ui::FolderTab> page;
@@ -174,7 +174,7 @@ void redrawLongList(benchmark::State& state) {
 }
 BENCHMARK(redrawLongList)->Unit(benchmark::kMillisecond)->Iterations(300);
 
-// The statistics of 90 full days, from the choice of the range to its painting.
+// The statistics of 90 full days, from choosing the range to painting it.
 void showNinetyDays(benchmark::State& state) {
   Page<ui::StatsTab> page;
   for (int ago = 1; ago < 90; ++ago) {

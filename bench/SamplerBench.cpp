@@ -1,6 +1,5 @@
 // What a tick of each sampler costs the main thread on a machine with 8 drives and 40 interfaces, whose files
-// are read from a copy on the disk.
-#include <cstdlib>
+// are copies on the disk.
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -18,6 +17,7 @@
 #include "providers/MemoryProvider.h"
 #include "providers/NetworkProvider.h"
 #include "support/ScriptedPlatform.h"
+#include "support/TemporaryFolder.h"
 
 namespace kestrune {
 namespace {
@@ -27,47 +27,35 @@ namespace fs = std::filesystem;
 constexpr int drives = 8;
 constexpr int interfaces = 40;
 
-// The files of a large machine, in a folder that goes with the benchmark.
+// The files of a large machine.
 class LargeMachine {
  public:
   LargeMachine() {
-    std::string name = (fs::temp_directory_path() / "kestrune-bench-XXXXXX").string();
-    root_ = mkdtemp(name.data());
     for (int i = 0; i < drives; ++i) {
       const std::string folder = "sys/block/sd" + std::string(1, static_cast<char>('a' + i));
-      write(folder + "/stat", "  102   5  20480  30  200  7  6000  40  0  60  70  0  0  0  0\n");
-      fs::create_directories(root_ + "/" + folder + "/device");
+      files_.write(folder + "/stat", "  102   5  20480  30  200  7  6000  40  0  60  70  0  0  0  0\n");
+      fs::create_directories(files_ / (folder + "/device"));
     }
-    for (int i = 0; i < 30; ++i) write("sys/block/loop" + std::to_string(i) + "/stat", "0 0 0 0 0 0 0\n");
+    for (int i = 0; i < 30; ++i)
+      files_.write("sys/block/loop" + std::to_string(i) + "/stat", "0 0 0 0 0 0 0\n");
     std::string devices = "Inter-|   Receive\n face |bytes\n";
     for (int i = 0; i < interfaces; ++i) {
       const std::string device = "enp" + std::to_string(i) + "s0";
       devices += device + ": 123456789012 98765432 0 0 0 0 0 0 987654321098 87654321 0 0 0 0 0 0\n";
-      fs::create_directories(root_ + "/sys/class/net/" + device);
+      fs::create_directories(files_ / ("sys/class/net/" + device));
     }
-    write("proc/net/dev", devices);
-    write("proc/self/mountinfo", "27 1 8:1 / / rw,relatime - ext4 /dev/sda1 rw\n");
-    write("sys/dev/block/8:1/uevent", "DEVNAME=sda1\n");
+    files_.write("proc/net/dev", devices);
+    files_.write("proc/self/mountinfo", "27 1 8:1 / / rw,relatime - ext4 /dev/sda1 rw\n");
+    files_.write("sys/dev/block/8:1/uevent", "DEVNAME=sda1\n");
     std::ostringstream memory;
     memory << std::ifstream("/proc/meminfo").rdbuf();
-    write("proc/meminfo", memory.str());
+    files_.write("proc/meminfo", memory.str());
   }
-  ~LargeMachine() {
-    std::error_code ignored;
-    fs::remove_all(root_, ignored);
-  }
-  LargeMachine(const LargeMachine&) = delete;
-  LargeMachine& operator=(const LargeMachine&) = delete;
 
-  const std::string& root() const { return root_; }
+  const std::string& root() const { return files_.path(); }
 
  private:
-  void write(const std::string& name, const std::string& content) const {
-    const fs::path file = root_ + "/" + name;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file) << content;
-  }
-  std::string root_;
+  test::TemporaryFolder files_;
 };
 
 template <class Provider>
@@ -110,7 +98,7 @@ void memoryTick(benchmark::State& state) {
 }
 BENCHMARK(memoryTick)->Unit(benchmark::kMicrosecond);
 
-// The kernel's own files instead of copies, on the machine as it is.
+// The kernel's own files instead of copies.
 void allTicksOnThisMachine(benchmark::State& state) {
   test::ScriptedPlatform machine;
   machine.holdsLane = true;

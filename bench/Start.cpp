@@ -1,5 +1,5 @@
-// Starts the program's parts as the program itself does, and prints the microseconds of the continuous clock
-// from the moment given as the only argument, in nanoseconds, to the end of the first painted frame.
+// Starts the parts of the program as main.cpp does and prints the microseconds until the end of the first
+// painted frame. The argument is the start on the continuous clock, in nanoseconds.
 
 #include <cinttypes>
 #include <cstdio>
@@ -19,7 +19,7 @@ class FirstFrame final : public QObject {
   explicit FirstFrame(std::function<void()> painted) : painted_(std::move(painted)) {}
 
   bool eventFilter(QObject*, QEvent* event) override {
-    // The window paints while it handles the event, so what comes after it sees the frame done.
+    // The window paints while it handles the event, so the timer fires after the frame.
     if (event->type() == QEvent::Expose) QTimer::singleShot(0, this, [this] { painted_(); });
     return false;
   }

@@ -1,9 +1,11 @@
-// What a second of sampling costs: the main thread's share of a tick, and the computing of a process scan.
+// What a second of sampling costs: the main thread's share of a tick, and the computation after a process
+// scan.
 #include <chrono>
 #include <string>
 
 #include <benchmark/benchmark.h>
 
+#include "Measure.h"
 #include "providers/CPUProvider.h"
 #include "providers/ProcessLoads.h"
 #include "support/ScriptedPlatform.h"
@@ -11,13 +13,12 @@
 namespace kestrune {
 namespace {
 
-using SteadyClock = std::chrono::steady_clock;
-
 std::string longPath(std::int32_t pid) {
   return "/usr/lib/some-application/some-application-" + std::to_string(pid);
 }
 
-// Everything that the main thread does for a tick, the start and the end of every third tick's scan included.
+// Everything that the main thread does for a tick, including the start and the end of every third tick's
+// scan.
 void tickOnTheMainThread(benchmark::State& state) {
   test::ScriptedPlatform machine;
   machine.holdsLane = true;
@@ -33,29 +34,26 @@ void tickOnTheMainThread(benchmark::State& state) {
   const std::vector<std::int32_t> busy(processorCount, 40);
   int ticks = 0;
   for (auto _ : state) {
-    if (++ticks % 10000 == 0)
-      machine.processors.ticks->assign(processorCount, {});  // before the sum overflows
+    // Before the sum overflows.
+    if (++ticks % 10000 == 0) machine.processors.ticks->assign(processorCount, {});
     machine.processors.pass(100, busy);
     machine.clock.setContinuous(machine.clock.continuousNow() + std::chrono::seconds(1));
     for (auto& [pid, process] : machine.processTable->processes) {
       process.info.userNanoseconds += static_cast<std::uint64_t>(pid) * 1000000;
     }
 
-    const auto began = SteadyClock::now();
-    provider->tick();
-    machine.settle();
-    const auto submitted = SteadyClock::now();
+    const double submitting = bench::secondsOf([&] {
+      provider->tick();
+      machine.settle();
+    });
     machine.lane->run();
-    const auto walked = SteadyClock::now();
-    machine.settle();
-    const auto delivered = SteadyClock::now();
-    state.SetIterationTime(std::chrono::duration<double>((submitted - began) + (delivered - walked)).count());
+    const double delivering = bench::secondsOf([&] { machine.settle(); });
+    state.SetIterationTime(submitting + delivering);
   }
 }
 BENCHMARK(tickOnTheMainThread)->Arg(16)->Arg(256)->UseManualTime();
 
-// From the entries of a walk to the busiest processes, every tenth of which has used time since the last
-// scan.
+// From the entries of a walk to the busiest processes. Every tenth process has used CPU since the last scan.
 void computingOfAScan(benchmark::State& state) {
   const auto count = static_cast<std::int32_t>(state.range(0));
   std::vector<ProcessEntry> entries;

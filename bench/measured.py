@@ -1,19 +1,19 @@
-"""What processes use, as the kernel counts it."""
+"""The resource use of processes, according to the kernel."""
 
 import os
 import time
 
-PROCESSES = 300  # on the machine while programs are measured
+PROCESSES = 300  # on the machine during a measurement
 
 
 def fill(own):
-    """Has idle processes fill the machine up."""
+    """Starts idle processes until the machine has PROCESSES."""
     for _ in range(PROCESSES - sum(name.isdigit() for name in os.listdir("/proc"))):
         own.start("sleep", "100000")
 
 
 def run_time(pids):
-    """What all threads have run for, in seconds, to the nanosecond."""
+    """The run time of all threads in seconds, to the nanosecond."""
     total = 0
     for pid in pids:
         for thread in os.listdir(f"/proc/{pid}/task"):

@@ -1,4 +1,4 @@
-"""Kestrune beside other monitors that are installed here: CPU, memory and start, on one display in one run."""
+"""Kestrune beside the other monitors that are installed: CPU, memory and start, in one run."""
 
 import fcntl
 import os
@@ -14,15 +14,15 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(
 import measured  # noqa: E402
 import session  # noqa: E402
 
-WINDOWS = 5  # each of so many seconds; the median counts, as other things run on a machine too
-SECONDS = 10
+WINDOWS = 5  # the median counts, since other programs run too
+SECONDS = 10  # per window
 STARTS = 5
-# What stands on each program's first page is left as it comes; its window is the size that it chooses.
+# Each shows its own first page in a window of its own size.
 PEERS = ("gnome-system-monitor", "plasma-systemmonitor", "xfce4-taskmanager", "btop")
 
 
 def family(pid):
-    """The process and all that come from it."""
+    """The process and all its descendants."""
     found = [pid]
     for parent in found:
         for thread in os.listdir(f"/proc/{parent}/task"):
@@ -32,7 +32,7 @@ def family(pid):
 
 
 def load(pid):
-    """CPU in percent of one core, the median of some windows of time."""
+    """CPU in percent of one core, the median of several time windows."""
     return statistics.median(measured.load(family(pid), SECONDS) for _ in range(WINDOWS))
 
 
@@ -42,7 +42,7 @@ def memory(pid):
 
 
 class InTerminal:
-    """A program that draws on a terminal, of 120 by 40 cells, which takes what comes at once."""
+    """A program on a terminal of 120 by 40 cells, whose output is read at once."""
 
     def __init__(self, own, command):
         begun = time.monotonic()
@@ -74,7 +74,7 @@ class InWindow:
         self.pid = self.process.pid
         while not self.windows(own) - before:
             if self.process.poll() is not None or time.monotonic() - begun > 30:
-                raise RuntimeError("it shows no window here")
+                raise RuntimeError("shows no window here")
         self.start = time.monotonic() - begun
 
     @staticmethod
@@ -82,12 +82,12 @@ class InWindow:
         return set(own.xdotool("search", "--onlyvisible", "--name", ".").split())
 
     def end(self):
-        session.Session.end(self.process)
+        session.end(self.process)
 
 
 def measure(command, kind):
     with session.Session() as own:
-        # As a desktop without assistive tools; the program under test is treated like its peers.
+        # As on a desktop without assistive tools, for our program too.
         own.environment.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", None)
         measured.fill(own)
         starts = []
@@ -117,7 +117,7 @@ def main(build):
         except (RuntimeError, OSError) as error:
             print(f"{label:<24} {error}", flush=True)
     if missing:
-        print("not installed here: " + ", ".join(missing))
+        print("not installed: " + ", ".join(missing))
 
 
 main(sys.argv[1])

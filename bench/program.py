@@ -1,4 +1,4 @@
-"""What the whole program costs on a display of its own: CPU, memory, start. Prints a table."""
+"""Prints what the whole program costs on a display of its own: CPU, memory, start."""
 
 import os
 import statistics
@@ -31,8 +31,7 @@ def start_times(build):
 def start_sound_server(own):
     own.start("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
               "--load=module-native-protocol-unix", "--load=module-null-sink", stderr=subprocess.DEVNULL)
-    session.wait_for("the sound server", lambda: subprocess.run(["pactl", "info"], env=own.environment,
-                                                                capture_output=True, check=False).returncode == 0)
+    session.wait_for("the sound server", lambda: own.run("pactl", "info").returncode == 0)
 
 
 def start_playing(own):
@@ -58,15 +57,14 @@ def main(build):
         player = start_playing(own)
         time.sleep(8)
         report_load("… while something plays", "≤ 0.5 %")
-        own.end(player)
+        session.end(player)
         own.press(window, "ctrl+2")
         time.sleep(8)
-        report_load("CPU tab visible", "≤ 0.5 %")
+        report_load("CPU page visible", "≤ 0.5 %")
         pss, dirty = measured.memory(running.pid)
         report("PSS", f"{pss:.1f} MB", "≤ 42 MB")
         report("… private dirty", f"{dirty:.1f} MB", "")
-        own.press_to_close(window, "ctrl+w")
-        session.wait_for("the window to close", lambda: not own.main_window())
+        own.close_main_window()
         time.sleep(2)
         report_load("window hidden", "≤ 0.2 %")
 

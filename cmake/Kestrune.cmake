@@ -1,9 +1,9 @@
-# One library for each folder below src/, a room. A room sees its own headers and those of the rooms it uses, and no
-# others: each has an include root in the build tree that links to its own headers alone, so an include against the
-# direction of the house does not compile.
+# A room is one library per folder below src/. It sees only its own headers and those of the rooms
+# it uses: each room has an include root in the build tree with links to just its own headers, so
+# any other include does not compile.
 
 option(KESTRUNE_WERROR "Treat warnings as errors" ON)
-set(KESTRUNE_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
+set(KESTRUNE_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize")
 
 add_library(kestrune_flags INTERFACE)
 target_compile_options(kestrune_flags INTERFACE
@@ -13,7 +13,7 @@ target_compile_options(kestrune_flags INTERFACE
   -fno-omit-frame-pointer)
 target_compile_definitions(kestrune_flags INTERFACE QT_NO_KEYWORDS)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # ccache can reuse objects built with a precompiled header only so.
+  # Without this ccache can't reuse objects built with a precompiled header.
   target_compile_options(kestrune_flags INTERFACE -fpch-preprocess)
 endif()
 if(KESTRUNE_SANITIZE)
@@ -30,9 +30,9 @@ endif()
 
 # kestrune_room([SOURCES …] [USES …] [LIBRARIES …] [PRIVATE_LIBRARIES …])
 #
-# Makes the library kestrune_<path of the folder below src, "/" as "_"> from the folder that calls it. USES names the
-# rooms it may include from, by their paths; LIBRARIES are libraries from outside. Without SOURCES the room is made of
-# headers alone.
+# Makes the library kestrune_<path below src, with "_" for "/"> from the calling folder. USES lists
+# the paths of the rooms it may include from; LIBRARIES are external. A room without SOURCES is
+# header-only.
 function(kestrune_room)
   cmake_parse_arguments(arg "" "" "SOURCES;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
   file(RELATIVE_PATH room ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
@@ -73,7 +73,7 @@ function(kestrune_target result room)
   set(${result} kestrune_${name} PARENT_SCOPE)
 endfunction()
 
-# The standard headers that nearly every file of ours includes, compiled once and shared.
+# One precompiled header for all targets: the standard headers that most files include.
 function(kestrune_precompile target)
   if(NOT TARGET kestrune_pch)
     file(WRITE ${PROJECT_BINARY_DIR}/pch.cpp "")
@@ -86,7 +86,7 @@ function(kestrune_precompile target)
   endif()
   get_target_property(type ${target} TYPE)
   if(type STREQUAL "EXECUTABLE")
-    # A program's own -fPIE would not match the header's -fPIC.
+    # -fPIE, the default for programs, doesn't match the -fPIC of the header.
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(${target} PRIVATE -fPIC)
   endif()

@@ -1,12 +1,12 @@
-# What is installed, below whatever prefix, and the Debian package made of it. Desktop entry, icon, AppStream
-# component and D-Bus service share one id, by which desktops match windows, launchers and notifications.
+# The files that are installed and the Debian package. Desktop entry, icon, AppStream component and
+# D-Bus service share one id, which desktops use to match windows, launchers and notifications.
 
 include(GNUInstallDirs)
 set(id org.kestrune.Kestrune)
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
 set(made ${PROJECT_BINARY_DIR}/packaging)
 
-# The small sizes have a drawing of their own, with less in it.
+# Small sizes have a simpler drawing of their own.
 set(small_sizes 16 22 24)
 set(large_sizes 32 48 64 128 256 512)
 set(pictures "")
@@ -15,9 +15,11 @@ foreach(size IN LISTS small_sizes large_sizes)
 endforeach()
 set(large_drawing ${PROJECT_SOURCE_DIR}/resources/kestrune.svg)
 set(small_drawing ${packaging}/icons/small.svg)
-set(render ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${made} $<TARGET_FILE:kestrune_render_icons>)
+set(render ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${made}
+  $<TARGET_FILE:kestrune_render_icons>)
 file(MAKE_DIRECTORY ${made})
-file(CHMOD ${made} DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)  # as that variable asks for
+# Qt warns if other users can read XDG_RUNTIME_DIR.
+file(CHMOD ${made} DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 add_custom_command(OUTPUT ${pictures}
   COMMAND ${render} ${small_drawing} ${made}/icons ${small_sizes}
   COMMAND ${render} ${large_drawing} ${made}/icons ${large_sizes}
@@ -25,7 +27,7 @@ add_custom_command(OUTPUT ${pictures}
   COMMENT "Rendering the icons"
   VERBATIM)
 add_custom_target(kestrune_icons ALL DEPENDS ${pictures})
-# All that `cmake --install` needs.
+# Builds everything that `cmake --install` needs.
 add_custom_target(kestrune_installable DEPENDS kestrune kestrune_icons)
 
 configure_file(${packaging}/kestrune.1.in ${made}/kestrune.1 @ONLY)
@@ -36,21 +38,25 @@ foreach(size IN LISTS small_sizes large_sizes)
   install(FILES ${made}/icons/${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME ${id}.png)
 endforeach()
 install(FILES ${large_drawing} DESTINATION ${icons}/scalable/apps RENAME ${id}.svg)
-install(FILES ${packaging}/icons/symbolic.svg DESTINATION ${icons}/symbolic/apps RENAME ${id}-symbolic.svg)
+install(FILES ${packaging}/icons/symbolic.svg
+  DESTINATION ${icons}/symbolic/apps RENAME ${id}-symbolic.svg)
 install(FILES ${packaging}/${id}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${packaging}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${made}/kestrune.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/kestrune)
 install(FILES ${packaging}/copyright DESTINATION ${documents})
 install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${documents} RENAME changelog)
-# The bus wants the program's full path, which is known only when the prefix is.
+# The D-Bus service needs the program's full path, which depends on the prefix given at
+# installation.
 install(CODE "
   set(program \"${CMAKE_INSTALL_BINDIR}/kestrune\")
   cmake_path(ABSOLUTE_PATH program BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\" NORMALIZE)
-  file(WRITE \"${made}/${id}.service\" \"[D-BUS Service]\\nName=${id}\\nExec=\\\"\${program}\\\"\\n\")
+  file(WRITE \"${made}/${id}.service\"
+    \"[D-BUS Service]\\nName=${id}\\nExec=\\\"\${program}\\\"\\n\")
   set(services \"${CMAKE_INSTALL_DATADIR}/dbus-1/services\")
   cmake_path(ABSOLUTE_PATH services BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\" NORMALIZE)
-  file(INSTALL \"${made}/${id}.service\" DESTINATION \"\${services}\" PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)")
+  file(INSTALL \"${made}/${id}.service\" DESTINATION \"\${services}\"
+    PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrune)
@@ -62,7 +68,7 @@ all day: it records each day on the local disk, notifies when a limit is
 crossed, and talks to no server.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
-# Files are installed as for /usr, so that nothing in them names the folder where the package is put together.
+# Install with DESTDIR and the prefix /usr, so that no file contains the path of the staging folder.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -72,10 +78,11 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The Kestrune developers")
-# What the program links to, the platform plugin for X11 and a font come with the libraries.
+# SHLIBDEPS finds the linked libraries, which bring Qt's X11 plugin and a font.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS hicolor-icon-theme)
-# Wayland; one copy a user, and starting from the desktop; the action of the launcher; opening folders.
+# In this order: Wayland; single instance and D-Bus activation; the launcher's action; opening
+# folders.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "qt6-wayland, default-dbus-session-bus | dbus-session-bus, libglib2.0-bin, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "notification-daemon, pipewire-pulse | pulseaudio")

@@ -1,9 +1,11 @@
-# The program's pictures as one Qt resource: each symbol of resources/symbols.txt under its name, and the pictures beside that
-# table. Drawings that aren't ours come from the package bootstrap-icons.
+# The program's pictures as one Qt resource: each symbol of resources/symbols.txt under its name,
+# and the two images in resources/. Drawings not in resources/symbols come from the package
+# bootstrap-icons.
 
-set(KESTRUNE_BOOTSTRAP_ICONS /usr/share/bootstrap-icons/svg CACHE PATH "Where the package bootstrap-icons has its drawings")
+set(KESTRUNE_BOOTSTRAP_ICONS /usr/share/bootstrap-icons/svg CACHE PATH
+  "Folder of the drawings from the package bootstrap-icons")
 
-# kestrune_embed_pictures(TARGET): makes them part of the library, as the resource kestrune_pictures.
+# kestrune_embed_pictures(TARGET): adds them to the library as the resource kestrune_pictures.
 function(kestrune_embed_pictures target)
   set(resources ${PROJECT_SOURCE_DIR}/resources)
   set(table ${resources}/symbols.txt)
@@ -27,8 +29,8 @@ function(kestrune_embed_pictures target)
       set(file ${KESTRUNE_BOOTSTRAP_ICONS}/${drawing}.svg)
     endif()
     if(NOT EXISTS ${file})
-      message(FATAL_ERROR "${table}: no drawing ${drawing}.svg for ${symbol}, neither in resources/symbols nor in the "
-                          "package bootstrap-icons.")
+      message(FATAL_ERROR "${table}: no drawing ${drawing}.svg for ${symbol}, neither in resources/symbols "
+                          "nor in the package bootstrap-icons.")
     endif()
     string(APPEND entries "  <file alias=\"symbols/${symbol}.svg\">${file}</file>\n")
     list(APPEND files ${file})
@@ -47,7 +49,7 @@ function(kestrune_embed_pictures target)
     DEPENDS ${list} ${files}
     COMMENT "Embedding symbols and pictures"
     VERBATIM)
-  # Not ours to keep free of warnings.
+  # Warnings in generated code are not ours to fix.
   set_source_files_properties(${generated} PROPERTIES COMPILE_OPTIONS -w SKIP_PRECOMPILE_HEADERS ON)
   target_sources(${target} PRIVATE ${generated})
 endfunction()

@@ -8,7 +8,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::require(platform::unescaped(text).size() <= text.size());
   const auto mount = platform::findMount(text, "/");
   fuzz::require(!mount || !mount->source.empty());
-  // Whatever other mounts the table begins with, the one looked for is the same.
+  // An additional mount before it doesn't change the result.
   const auto later = platform::findMount("24 1 0:22 / /elsewhere rw - proc proc rw\n" + text, "/");
   fuzz::require(mount.has_value() == later.has_value());
   fuzz::require(!mount || (mount->device == later->device && mount->type == later->type &&

@@ -8,7 +8,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto stat = platform::parsePidStat(text);
   if (stat) {
     fuzz::require(text.find("(" + std::string(stat->name) + ")") != std::string::npos);
-    // A cut that still is understood yields the same figures.
+    // A truncated text that still parses yields the same figures.
     const auto ofPart = platform::parsePidStat(std::string_view(text).substr(0, size - 1));
     fuzz::require(!ofPart || ofPart->name != stat->name || ofPart->residentPages == stat->residentPages);
   }

@@ -1,6 +1,6 @@
-# Run by cpack between installing the files and packing them: what only a Debian package has. The changelog's
-# date is that of the sources, which ./dev hands over in SOURCE_DATE_EPOCH, so that the same sources make the
-# same package.
+# Run by cpack after installing the files and before packing them: adds what only a Debian package
+# has. The changelog's date is that of the sources, which ./dev passes in SOURCE_DATE_EPOCH, so the
+# same sources give the same package.
 
 set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
 set(documents ${root}/usr/share/doc/kestrune)

@@ -18,10 +18,10 @@ namespace {
 using namespace kestrune;
 using namespace std::chrono_literals;
 
-// How many objects to print; absent: the command line is no good.
+// The number of objects to print; absent: the command line is invalid.
 std::optional<int> parse(int argc, char** argv) {
-  constexpr int usual = 10;
-  if (argc == 1) return usual;
+  constexpr int standard = 10;
+  if (argc == 1) return standard;
   if (argc != 3 || std::string_view(argv[1]) != "--seconds") return std::nullopt;
   const std::string_view text = argv[2];
   int seconds = 0;
@@ -30,8 +30,7 @@ std::optional<int> parse(int argc, char** argv) {
   return isCount ? std::optional(seconds) : std::nullopt;
 }
 
-// A probe only looks: it alerts nobody, and the day's file belongs to the program that may be running beside
-// it.
+// The probe sends no notifications, and the day's file belongs to the program, which may be running too.
 class SilentNotifications final : public platform::UserNotifications {
  public:
   void authorizationStatus(std::function<void(platform::NotificationAuthorization)>) override {}
@@ -57,7 +56,7 @@ Task print(MainLoop&, AppEnvironment* environment, int seconds, bool* isDone) {
   for (int i = 0; i < seconds && !*isDone; ++i) {
     co_await sleep(1s);
     const std::string line = tools::snapshotJson(*environment).dump();
-    // Whoever read has gone: so does the probe.
+    // Stops when the reader closes the pipe.
     *isDone = std::puts(line.c_str()) < 0 || std::fflush(stdout) != 0;
   }
   *isDone = true;
@@ -89,6 +88,6 @@ int main(int argc, char** argv) {
     poll(&wake, 1, -1);
     loop.run();
   }
-  // A reading that hangs in some lane must not keep the process.
+  // A reading that hangs in a lane must not keep the process alive.
   std::_Exit(EXIT_SUCCESS);
 }

@@ -1,4 +1,4 @@
-// Writes a drawing as pictures of several sizes, SIZE.png each in the folder that is named.
+// Renders a drawing in several sizes, as SIZE.png in the given folder.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Writes a picture of each tab, with what this machine does right now.
+// Writes a picture of each page with live data of this machine.
 
 #include <cstdio>
 #include <cstdlib>
@@ -27,7 +27,7 @@ struct Options {
 
 Options parse(const QApplication& application) {
   QCommandLineParser parser;
-  parser.setApplicationDescription(QStringLiteral("Writes a picture of each tab, with live data."));
+  parser.setApplicationDescription(QStringLiteral("Writes a picture of each page with live data."));
   parser.addHelpOption();
   parser.addPositionalArgument(QStringLiteral("DIR"),
                                QStringLiteral("where to write; build/shots by default"));
@@ -59,7 +59,7 @@ bool writeTabs(ui::qt::KestruneApp& app, const Options& options) {
   ui::qt::MainWindow& window = app.window();
   for (const ui::MainTabEntry& entry : ui::mainTabs) {
     app.notifications().post(ui::switchTabNotification, entry.tab);
-    letPass(700);  // until all animations are over
+    letPass(700);  // longer than any animation
     const QString name = QString::fromUtf8(entry.title.data()).toLower() + QStringLiteral(".png");
     if (!window.grab().save(options.folder.filePath(name))) {
       std::fprintf(stderr, "shots: can't write %s\n", qPrintable(options.folder.filePath(name)));

@@ -6,7 +6,7 @@
 
 namespace kestrune::tools {
 
-// What every provider shows now, by the names of the fields in the code. Absent figures are null.
+// The current snapshot of every provider, with the field names of the code. Absent figures are null.
 nlohmann::ordered_json snapshotJson(const AppEnvironment& environment);
 
 }  // namespace kestrune::tools

@@ -1,4 +1,4 @@
-"""What an installation leaves below its prefix, and whether the desktop can start the program from there."""
+"""What an installation puts below its prefix, and whether the desktop can start the program from there."""
 
 import configparser
 import os
@@ -6,6 +6,7 @@ import signal
 import struct
 import subprocess
 import tempfile
+import time
 
 import session
 
@@ -28,7 +29,7 @@ def checked(*command):
     assert done.returncode == 0, done.stdout + done.stderr
 
 
-def just_these_files_are_there():
+def test_exactly_these_files_are_installed():
     icons = "share/icons/hicolor"
     wanted = {"bin/kestrune", "share/doc/kestrune/changelog", "share/doc/kestrune/copyright",
               f"share/applications/{ID}.desktop", f"share/metainfo/{ID}.metainfo.xml",
@@ -40,21 +41,21 @@ def just_these_files_are_there():
     assert found == wanted, f"missing {sorted(wanted - found)}, too many {sorted(found - wanted)}"
 
 
-def each_icon_has_its_size_and_shows_something():
+def test_each_icon_has_its_size_and_is_not_blank():
     for size in SIZES:
         with open(path(f"share/icons/hicolor/{size}x{size}/apps/{ID}.png"), "rb") as file:
             content = file.read()
         assert struct.unpack(">II", content[16:24]) == (size, size)
-        # What is all of one colour compresses to next to nothing.
+        # A picture of one colour compresses to almost nothing.
         assert len(content) > 16 * size, f"{size}: {len(content)} bytes"
 
 
-def desktop_entry_and_component_are_valid():
+def test_desktop_entry_and_component_are_valid():
     checked("desktop-file-validate", path(f"share/applications/{ID}.desktop"))
     checked("appstreamcli", "validate", "--no-net", path(f"share/metainfo/{ID}.metainfo.xml"))
 
 
-def the_licence_and_its_third_parties_are_told():
+def test_licence_and_third_parties_are_named():
     told = text("share/doc/kestrune/copyright")
     with open(os.path.join(os.environ["KESTRUNE_SOURCE"], "LICENSE"), encoding="utf-8") as file:
         licence = file.read().split()
@@ -64,72 +65,43 @@ def the_licence_and_its_third_parties_are_told():
         assert holder in told, holder
 
 
-def the_desktop_starts_it_with_its_settings_in_front():
+def test_the_desktop_starts_it_with_its_settings_in_front():
     """As a launcher does for the action of the desktop entry: over the bus, with nothing running yet."""
     entry = configparser.ConfigParser(interpolation=None)
     entry.read(path(f"share/applications/{ID}.desktop"), encoding="utf-8")
     action = entry["Desktop Entry"]["Actions"].strip(";")
-    with session.Session() as desktop:
-        ask(desktop, "ActivateAction", f"'{action}'", "[]", "{}")
-        owner = bus_call(desktop, "GetConnectionUnixProcessID", f"'{ID}'")
-        pid = int(owner.strip("(),\n").split()[-1])
+    activate = (ID, "/org/kestrune/Kestrune", "org.freedesktop.Application.ActivateAction")
+    with session.Session() as own:
+        own.call(*activate, f"'{action}'", "[]", "{}")
+        pid = int(own.call_bus("GetConnectionUnixProcessID", f"'{ID}'").strip("(),\n").split()[-1])
         try:
             assert os.readlink(f"/proc/{pid}/exe") == path("bin/kestrune")
-            window = session.wait_for("the window", desktop.main_window)
-            session.wait_for("the settings", lambda: desktop.xdotool("getwindowname", window) == "Settings")
-            refused = subprocess.run(request("ActivateAction", "'else'", "[]", "{}"), env=desktop.environment,
-                                     text=True, capture_output=True, check=False)
-            assert refused.returncode != 0 and "InvalidArgs" in refused.stderr, refused.stderr
-            # By which a desktop on X11 finds the entry that a window belongs to.
-            window_class = subprocess.run(["xprop", "-id", window, "WM_CLASS"], env=desktop.environment, text=True,
-                                          capture_output=True, check=True).stdout
+            window = session.wait_for("the window", own.main_window)
+            session.wait_for("the settings", lambda: own.title(window) == "Settings")
+            refusal = own.run("gdbus", "call", "--session", "-d", ID, "-o", activate[1], "-m", activate[2], "'else'", "[]",
+                              "{}").stderr
+            assert "InvalidArgs" in refusal, refusal
+            # A desktop on X11 uses the class to find the entry of a window.
+            window_class = own.run("xprop", "-id", window, "WM_CLASS").stdout
             assert f'"{entry["Desktop Entry"]["StartupWMClass"]}"' in window_class, window_class
         finally:
             os.kill(pid, signal.SIGTERM)
         session.wait_for("its end", lambda: not os.path.exists(f"/proc/{pid}/exe"))
 
 
-def it_runs_offscreen():
-    with tempfile.TemporaryDirectory() as folder:
-        environment = {"PATH": os.environ["PATH"], "HOME": folder, "XDG_RUNTIME_DIR": folder,
-                       "QT_QPA_PLATFORM": "offscreen"}
-        running = subprocess.Popen([path("bin/kestrune")], env=environment, stderr=subprocess.PIPE, text=True)
-        try:
-            running.wait(1)
-            raise AssertionError(f"it ended at once: {running.stderr.read()}")
-        except subprocess.TimeoutExpired:
-            running.send_signal(signal.SIGTERM)
-            assert running.wait(session.PATIENCE) == 0
-            assert running.stderr.read() == ""
-        finally:
-            session.Session.end(running)
-
-
-def request(method, *arguments):
-    return ["gdbus", "call", "--session", "--dest", ID, "--object-path", "/org/kestrune/Kestrune", "--method",
-            "org.freedesktop.Application." + method, *arguments]
-
-
-def ask(desktop, method, *arguments):
-    subprocess.run(request(method, *arguments), env=desktop.environment, check=True, timeout=session.PATIENCE,
-                   stdout=subprocess.DEVNULL)
-
-
-def bus_call(desktop, method, *arguments):
-    return subprocess.run(["gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
-                           "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus." + method, *arguments],
-                          env=desktop.environment, text=True, capture_output=True, check=True).stdout
+def test_it_runs_offscreen_in_an_empty_home():
+    with session.Session(size=None, has_bus=False) as own:
+        bare = {"PATH": os.environ["PATH"], "QT_QPA_PLATFORM": "offscreen"}
+        bare.update(dict.fromkeys(("HOME", "XDG_RUNTIME_DIR"), own.environment["XDG_CACHE_HOME"]))
+        running = own.start(path("bin/kestrune"), env=bare, stderr=subprocess.PIPE, text=True)
+        time.sleep(1)
+        running.terminate()
+        session.ends_well(running)
+        assert running.stderr.read() == ""
 
 
 with tempfile.TemporaryDirectory(prefix="kestrune prefix ") as prefix:
     subprocess.run(["cmake", "--install", os.environ["KESTRUNE_BUILD"], "--prefix", prefix], check=True,
                    stdout=subprocess.DEVNULL)
     os.environ["XDG_DATA_DIRS"] = path("share") + ":/usr/local/share:/usr/share"
-    session.main([
-        just_these_files_are_there,
-        each_icon_has_its_size_and_shows_something,
-        desktop_entry_and_component_are_valid,
-        the_licence_and_its_third_parties_are_told,
-        it_runs_offscreen,
-        the_desktop_starts_it_with_its_settings_in_front,
-    ])
+    session.main()

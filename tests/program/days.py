@@ -1,4 +1,4 @@
-"""Day files as the program would have left them: `days.py FOLDER COUNT` writes some below a data folder."""
+"""Day files as the program leaves them: `days.py FOLDER COUNT` writes some below a data folder."""
 
 import datetime
 import json
@@ -26,10 +26,15 @@ def hour_of(chance, hour, begin):
             "diskReadBytes": chance.uniform(1e7, 6e8), "diskWriteBytes": chance.uniform(1e7, 4e8)}
 
 
+def midnight(date):
+    """The start of a local day as the program counts time."""
+    return (datetime.datetime(date.year, date.month, date.day).astimezone() - EPOCH).total_seconds()
+
+
 def day(date):
-    """The record of a local day, with figures that depend on nothing but the date."""
+    """The record of a local day, with figures that depend only on the date."""
     chance = random.Random(date.isoformat())
-    begin = (datetime.datetime(date.year, date.month, date.day).astimezone() - EPOCH).total_seconds()
+    begin = midnight(date)
     hours = [hour_of(chance, hour, begin) for hour in range(7, 24)]
     up, down = (sum(hour[key] for hour in hours) for key in ("networkUpBytes", "networkDownBytes"))
     processes = {name: {"name": name, "cpuSum": chance.uniform(50, 9000), "cpuCount": chance.randint(30, 900),
@@ -43,7 +48,7 @@ def day(date):
 
 
 def write_day(data_folder, date):
-    """The file of that day below a data folder."""
+    """Writes the file of that day below a data folder."""
     folder = os.path.join(data_folder, "Kestrune", "history")
     os.makedirs(folder, mode=0o700, exist_ok=True)
     with open(os.path.join(folder, date.isoformat() + ".json"), "w") as file:
@@ -51,7 +56,7 @@ def write_day(data_folder, date):
 
 
 def write_days(data_folder, count, gaps=()):
-    """Files of the `count` days before today, but for those so many days ago that are in `gaps`."""
+    """Writes the files of the `count` days before today, except those whose distance in days is in `gaps`."""
     for ago in range(1, count + 1):
         if ago not in gaps:
             write_day(data_folder, datetime.date.today() - datetime.timedelta(days=ago))

@@ -1,4 +1,4 @@
-"""A panel that takes the items of programs and shows them to nobody: it prints who has registered one."""
+"""A panel that accepts tray items and shows none: it prints the name of each that is registered."""
 
 from gi.repository import Gio, GLib
 

@@ -1,5 +1,4 @@
-"""A portal that tells programs how the user wants them to look: a line "dark", "light" or "accent R G B" on its input
-changes that."""
+"""A desktop portal with the user's colour preferences. A line "dark", "light" or "accent R G B" on stdin changes them."""
 
 import sys
 
