@@ -7,14 +7,14 @@ namespace kestrune {
 // The user's settings for the alerts, read from the preferences each time.
 struct AlertSettings {
   explicit AlertSettings(Preferences& preferences)
-      : isEnabled(preferences, settings::alerts),
-        cpuIsEnabled(preferences, settings::cpuAlert),
-        cpuThreshold(preferences, settings::cpuAlertPercent),
-        memoryIsEnabled(preferences, settings::memoryAlert),
-        memoryThreshold(preferences, settings::memoryAlertPressure),
-        diskIsEnabled(preferences, settings::diskAlert),
-        diskThreshold(preferences, settings::diskAlertPercentFree),
-        networkIsEnabled(preferences, settings::networkAlert),
+      : isEnabled(preferences, settings::alertsEnabled),
+        cpuIsEnabled(preferences, settings::cpuAlertEnabled),
+        cpuThreshold(preferences, settings::cpuAlertThreshold),
+        memoryIsEnabled(preferences, settings::memoryAlertEnabled),
+        memoryThreshold(preferences, settings::memoryAlertThreshold),
+        diskIsEnabled(preferences, settings::diskAlertEnabled),
+        diskThreshold(preferences, settings::diskAlertThreshold),
+        networkIsEnabled(preferences, settings::networkAlertEnabled),
         networkDailyGB(preferences, settings::networkAlertDailyGB) {}
 
   Preference<bool> isEnabled;

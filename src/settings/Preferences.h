@@ -54,8 +54,6 @@ class Preference {
  public:
   Preference(Preferences& preferences, const Setting<T>& setting)
       : preferences_(&preferences), key_(setting.key), fallback_(setting.fallback) {}
-  Preference(Preferences& preferences, std::string key, T fallback)
-      : preferences_(&preferences), key_(std::move(key)), fallback_(std::move(fallback)) {}
 
   // The stored value, or the setting's own if none of its type is stored.
   T get() const { return preferences_->value<T>(key_).value_or(fallback_); }

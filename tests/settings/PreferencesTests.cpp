@@ -13,8 +13,8 @@ using Texts = std::vector<string>;
 TEST(Preferences, defaultAppliesUntilWritten) {
   test::ScriptedPreferences storage;
   Preferences preferences(storage);
-  const Preference<bool> enabled(preferences, "alerts.cpu.enabled", true);
-  const Preference<bool> otherDefault(preferences, "alerts.cpu.enabled", false);
+  const Preference<bool> enabled(preferences, {"alerts.cpu.enabled", true});
+  const Preference<bool> otherDefault(preferences, {"alerts.cpu.enabled", false});
   EXPECT_TRUE(enabled.get());
   EXPECT_FALSE(otherDefault.get());
   EXPECT_TRUE(storage.stored.empty());
@@ -28,21 +28,21 @@ TEST(Preferences, valueOfAnotherTypeGivesTheDefault) {
   test::ScriptedPreferences storage;
   storage.stored = {{"text", string("80")}, {"flag", true}, {"real", 80.5}, {"whole", int64_t{80}}};
   Preferences preferences(storage);
-  EXPECT_EQ(Preference<double>(preferences, "text", 70.0).get(), 70.0);
-  EXPECT_EQ(Preference<bool>(preferences, "whole", false).get(), false);
-  EXPECT_EQ(Preference<int64_t>(preferences, "real", 10).get(), 10);
+  EXPECT_EQ(Preference<double>(preferences, {"text", 70.0}).get(), 70.0);
+  EXPECT_EQ(Preference<bool>(preferences, {"whole", false}).get(), false);
+  EXPECT_EQ(Preference<int64_t>(preferences, {"real", 10}).get(), 10);
   EXPECT_EQ(preferences.value<Texts>("text"), std::nullopt);
 
   // A whole number is a Double too.
-  EXPECT_EQ(Preference<double>(preferences, "whole", 70.0).get(), 80.0);
+  EXPECT_EQ(Preference<double>(preferences, {"whole", 70.0}).get(), 80.0);
 }
 
 TEST(Preferences, writingNotifiesReadersOfThatKeyOnly) {
   test::ScriptedPreferences storage;
   Preferences preferences(storage);
-  const Preference<bool> here(preferences, "ui.sandbox.showHints", true);
-  const Preference<bool> there(preferences, "ui.sandbox.showHints", true);
-  const Preference<bool> unrelated(preferences, "ui.sandbox.showFolderTab", true);
+  const Preference<bool> here(preferences, {"ui.sandbox.showHints", true});
+  const Preference<bool> there(preferences, {"ui.sandbox.showHints", true});
+  const Preference<bool> unrelated(preferences, {"ui.sandbox.showFolderTab", true});
   int hereNotified = 0;
   int unrelatedNotified = 0;
   Dependencies readsHere([&] { ++hereNotified; });

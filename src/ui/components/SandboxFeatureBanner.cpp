@@ -1,5 +1,6 @@
 #include "ui/components/SandboxFeatureBanner.h"
 
+#include "settings/Settings.h"
 #include "ui/components/Card.h"
 #include "ui/view/ViewList.h"
 
@@ -9,7 +10,7 @@ SandboxFeatureBanner::SandboxFeatureBanner(std::string titleKey, std::string des
                                            Preferences& preferences)
     : title(std::move(titleKey)),
       description(std::move(descriptionKey)),
-      showHints(preferences, "ui.sandbox.showHints", true) {}
+      showHints(preferences, settings::showHints) {}
 
 View SandboxFeatureBanner::body() const {
   if (!showHints.get()) return {};

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "runtime/Utf8.h"
+#include "settings/Settings.h"
 #include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
 #include "ui/components/Effects.h"
@@ -73,7 +74,7 @@ View placeholderRows() {
 }  // namespace
 
 FolderTab::FolderTab(const ViewContext& context)
-    : context_(context), showFolderTab_(context.preferences, "ui.sandbox.showFolderTab", true) {
+    : context_(context), showFolderTab_(context.preferences, settings::showFolderTab) {
   if (context.isSandboxed) return;
   folders().checkFullDiskAccess();
   if (folders().items->empty()) folders().scan();

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "settings/Language.h"
+#include "settings/Settings.h"
 #include "settings/SettingsReset.h"
 #include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
@@ -119,9 +120,9 @@ SettingsTab::SettingsTab(const ViewContext& context)
     : launchAtLogin(context.shell.loginItem.isEnabled()),
       context_(context),
       alertSettings_(context.preferences),
-      showHints_(context.preferences, "ui.sandbox.showHints", true),
-      showFolderTab_(context.preferences, "ui.sandbox.showFolderTab", true),
-      retentionDays_(context.preferences, "history.retentionDays", 30) {
+      showHints_(context.preferences, settings::showHints),
+      showFolderTab_(context.preferences, settings::showFolderTab),
+      retentionDays_(context.preferences, settings::retentionDays) {
   keepSandboxedProcessesOff();
   context.env.alerts->refreshAuthorization();
   subscriptions_.push_back(
@@ -141,7 +142,7 @@ void SettingsTab::changeLaunchAtLogin(bool wanted) {
 
 // A sandboxed process can't list other processes.
 void SettingsTab::keepSandboxedProcessesOff() const {
-  if (context_.isSandboxed) context_.preferences.set("metrics.processes.menubar.enabled", false);
+  if (context_.isSandboxed) Preference(context_.preferences, settings::showProcesses).set(false);
 }
 
 View SettingsTab::body() {
@@ -175,22 +176,20 @@ View SettingsTab::menuBar() const {
   struct Metric {
     const char* title;
     const char* symbol;
-    const char* key;
-    bool isShownAtFirst;
+    Setting<bool> isShown;
   };
-  constexpr std::array<Metric, 7> metrics{
-      {{"CPU usage", "cpu", "metrics.cpu.menubar.enabled", true},
-       {"Memory usage", "memorychip", "metrics.memory.menubar.enabled", true},
-       {"Disk activity", "internaldrive", "metrics.disk.menubar.enabled", false},
-       {"Network throughput", "network", "metrics.network.menubar.enabled", false},
-       {"IP address", "network", "metrics.ip.menubar.enabled", false},
-       {"Audio output", "waveform", "metrics.audio.menubar.enabled", false},
-       {"Top processes", "list.number", "metrics.processes.menubar.enabled", true}}};
+  constexpr std::array<Metric, 7> metrics{{{"CPU usage", "cpu", settings::showCPU},
+                                           {"Memory usage", "memorychip", settings::showMemory},
+                                           {"Disk activity", "internaldrive", settings::showDisk},
+                                           {"Network throughput", "network", settings::showNetwork},
+                                           {"IP address", "network", settings::showIP},
+                                           {"Audio output", "waveform", settings::showAudio},
+                                           {"Top processes", "list.number", settings::showProcesses}}};
   std::vector<View> rows;
   for (const Metric& metric : metrics) {
-    const Preference<bool> preference(context_.preferences, metric.key, metric.isShownAtFirst);
+    const Preference preference(context_.preferences, metric.isShown);
     auto line = row(metric.symbol, metric.title, switchFor(metric.title, preference));
-    const bool isForbidden = context_.isSandboxed && metric.key == metrics.back().key;
+    const bool isForbidden = context_.isSandboxed && metric.isShown.key == settings::showProcesses.key;
     rows.push_back(std::move(line).disabled(isForbidden));
   }
   return settingsSection("Menu Bar", std::move(rows));

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "settings/Settings.h"
 #include "ui/window/Sidebar.h"
 
 namespace kestrune::ui {
@@ -13,7 +14,7 @@ constexpr double sidebarIdealWidth = 180;
 }  // namespace
 
 MainWindowView::MainWindowView(const ViewContext& context)
-    : showFolderTab(context.preferences, "ui.sandbox.showFolderTab", true),
+    : showFolderTab(context.preferences, settings::showFolderTab),
       context_(context),
       folderPreference_([this] {
         // All other readers are notified before the preference is read again.

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "settings/Settings.h"
 #include "ui/components/AudioParts.h"
 #include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
@@ -72,13 +73,13 @@ TextContent audioSummary(const AudioSnapshot& audio) {
 MenuBarPopover::MenuBarPopover(const ViewContext& context, Commands commands)
     : context_(context),
       commands_(std::move(commands)),
-      showCPU_(context.preferences, "metrics.cpu.menubar.enabled", true),
-      showMemory_(context.preferences, "metrics.memory.menubar.enabled", true),
-      showDisk_(context.preferences, "metrics.disk.menubar.enabled", false),
-      showNetwork_(context.preferences, "metrics.network.menubar.enabled", false),
-      showProcesses_(context.preferences, "metrics.processes.menubar.enabled", true),
-      showIP_(context.preferences, "metrics.ip.menubar.enabled", false),
-      showAudio_(context.preferences, "metrics.audio.menubar.enabled", false) {}
+      showCPU_(context.preferences, settings::showCPU),
+      showMemory_(context.preferences, settings::showMemory),
+      showDisk_(context.preferences, settings::showDisk),
+      showNetwork_(context.preferences, settings::showNetwork),
+      showProcesses_(context.preferences, settings::showProcesses),
+      showIP_(context.preferences, settings::showIP),
+      showAudio_(context.preferences, settings::showAudio) {}
 
 View MenuBarPopover::body() {
   std::vector<View> parts;
