@@ -35,8 +35,8 @@ struct InterfaceList {
 
 // Prefixes of interface names on this platform, in addition to those that the logic knows itself.
 struct InterfaceNaming {
-  std::vector<std::string>
-      uncounted;  // traffic that another interface counts too, or that stays in the machine
+  // Their traffic is counted on another interface too, or stays in the machine.
+  std::vector<std::string> uncounted;
   std::vector<std::string> wired;
   std::vector<std::string> vpn;
 };

@@ -10,6 +10,9 @@
 #include <unistd.h>
 
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/LinuxSystemFacts.h"
+#include "platform/linux/files/Files.h"
+#include "platform/linux/files/Text.h"
 #include "platform/linux/program/TerminationSignals.h"
 #include "platform/linux/program/UserFolders.h"
 #include "support/ScriptedPlatform.h"
@@ -18,7 +21,7 @@
 namespace kestrune::platform {
 namespace {
 
-TEST(TerminationSignals, comeThroughTheDescriptorAlone) {
+TEST(TerminationSignals, comeThroughTheDescriptor) {
   signal(SIGHUP, SIG_IGN);
   const auto before = signal(SIGINT, SIG_DFL);  // a shell may have had it ignored
   {
@@ -51,6 +54,27 @@ TEST(Platform, findsTheFolderForSettings) {
   EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", "relative"}}), "/home/u/.config");
   EXPECT_EQ(directory({{"HOME", "/home/u"}, {"XDG_CONFIG_HOME", ""}}), "/home/u/.config");
   EXPECT_EQ(directory({}), "");
+}
+
+TEST(SystemFacts, nameTheDistributionAndTheKernel) {
+  const test::TemporaryFolder root;
+  test::ScriptedEnvironment environment;
+  LinuxSystemFacts facts(root.path(), environment);
+  EXPECT_EQ(facts.operatingSystemVersion(), "");
+  root.write("usr/lib/os-release", "NAME=Distribution\nPRETTY_NAME=Distribution 1\n");
+  EXPECT_EQ(facts.operatingSystemVersion(), "Distribution 1");
+  root.write("etc/os-release", "PRETTY_NAME=\"Distribution 2 (\xFF)\"\n");
+  root.write("proc/sys/kernel/osrelease", "6.1.0-9-amd64\n");
+  EXPECT_EQ(facts.operatingSystemVersion(), "Distribution 2 (\xEF\xBF\xBD) · 6.1.0-9-amd64");
+}
+
+TEST(SystemFacts, bootTimeIsTheKernels) {
+  test::ScriptedEnvironment environment;
+  const std::string stat = readFile("/proc/stat", std::size_t{1} << 22U).value_or("");
+  const auto kernels = parseNumber<std::int64_t>(lineAfter(stat, "btime "));
+  ASSERT_TRUE(kernels);
+  EXPECT_NEAR(static_cast<double>(LinuxSystemFacts("/", environment).bootTime().value()),
+              static_cast<double>(*kernels), 2);
 }
 
 TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {

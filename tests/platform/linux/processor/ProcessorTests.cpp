@@ -144,7 +144,8 @@ TEST(CpuList, readsRangesAndRefusesTheRest) {
   EXPECT_EQ(parseCpuList("0-2,8,10-11\n"), (Ids{0, 1, 2, 8, 10, 11}));
   EXPECT_EQ(parseCpuList("65535"), Ids{65535});
   EXPECT_EQ(parseCpuList("\n"), Ids{});
-  for (const char* text : {"0-", "-3", "3-1", "1,,2", "1,", ",1", "a", "0-65536", "2,1", "1-3,2", "0x1"}) {
+  for (const char* text :
+       {"0-", "-3", "3-1", "1,,2", "1,", ",1", "a", "0-65536", "2,1", "1,1", "1-3,2", "0x1"}) {
     EXPECT_FALSE(parseCpuList(text)) << text;
   }
 }
@@ -185,6 +186,18 @@ TEST(Chip, isNamedByItsHardwareOn32BitArm) {
   EXPECT_EQ(LinuxChip(root.path()).brand(), "BCM2711");
   root.write("proc/cpuinfo", cores + "\nHardware : Generic DT based system\n");
   EXPECT_EQ(LinuxChip(root.path()).brand(), "Arm Cortex-A72");
+}
+
+TEST(Chip, countsTheCoresOfEachPackageWithoutATopology) {
+  const test::TemporaryFolder root;
+  std::string processors;
+  for (const char* package : {"0", "0", "1"}) {
+    processors += "processor : 0\nphysical id : " + std::string(package) + "\ncpu cores : 4\n\n";
+  }
+  root.write("proc/cpuinfo", processors);
+  EXPECT_EQ(LinuxChip(root.path()).physicalCores(), 8);
+  root.write("proc/cpuinfo", "processor : 0\n\nprocessor : 1\n");
+  EXPECT_EQ(LinuxChip(root.path()).physicalCores(), 2);
 }
 
 TEST(Chip, hasNoLevelsWithOneKindOfCore) {

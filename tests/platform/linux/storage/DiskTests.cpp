@@ -125,8 +125,8 @@ TEST(LinuxVolumesOnThisMachine, readsCapacityAndNameOfTheRoot) {
   ASSERT_TRUE(capacity);
   const auto space = std::filesystem::space("/");
   EXPECT_EQ(capacity->totalBytes, space.capacity);
-  EXPECT_GT(capacity->freeBytes, 0U);
-  EXPECT_LE(capacity->freeBytes, capacity->totalBytes);
+  // Others may write in between.
+  EXPECT_NEAR(static_cast<double>(capacity->freeBytes), static_cast<double>(space.available), 1U << 28U);
   EXPECT_NE(volumes.name("/").value_or(""), "");
   EXPECT_FALSE(volumes.capacity("/no/such/folder"));
 }
