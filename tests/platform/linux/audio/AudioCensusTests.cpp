@@ -85,8 +85,7 @@ class PulseClientPidsTest : public testing::Test {
                                      " 0 0 0 0 0 0 0 0 20 0 1 0 100 1000 10 1 1\n");
     root.write(folder + "/status", "Name:\t" + name + "\nNSpid:\t" +
                                        (nested.empty() ? std::to_string(pid) : nested) + "\nNSpgid:\t1\n");
-    fs::remove(root / (folder + "/exe"));
-    if (!executable.empty()) fs::create_symlink(executable, root / (folder + "/exe"));
+    if (!executable.empty()) root.link(folder + "/exe", executable);
   }
   std::int32_t pidOf(std::int32_t claimed, const std::string& binary) {
     pids.clear();

@@ -33,9 +33,6 @@ class FolderTree : public TemporaryFolder {
 
   void file(std::string_view name, std::size_t bytes) const { write(name, std::string(bytes, 'x')); }
   void directory(std::string_view name) const { std::filesystem::create_directories(*this / name); }
-  void link(std::string_view name, const std::string& target) const {
-    std::filesystem::create_symlink(target, *this / name);
-  }
   void fifo(std::string_view name) const { EXPECT_EQ(mkfifo((*this / name).c_str(), 0600), 0); }
 
   // Creates that many nested directories of that name and calls `each` with a descriptor of each. Returns the

@@ -1,4 +1,5 @@
 #include <climits>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 
 #include "platform/linux/folders/FolderTree.h"
 #include "platform/linux/folders/LinuxFolders.h"
@@ -13,8 +15,6 @@
 
 namespace kestrune::platform {
 namespace {
-
-namespace fs = std::filesystem;
 
 class ListingTest : public testing::Test {
  protected:
@@ -98,19 +98,64 @@ TEST_F(ListingTest, pathsMayExceedPathMax) {
       << "links on the way are followed";
 }
 
+// Whether it holds for an unprivileged user: in a child process if this one is privileged.
+bool holdsUnprivileged(const std::function<bool()>& check) {
+  if (geteuid() != 0) return check();
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    const bool isNobody = setresgid(nobody, nobody, nobody) == 0 && setresuid(nobody, nobody, nobody) == 0;
+    _exit(isNobody && check() ? 0 : 1);
+  }
+  int status = -1;
+  return waitpid(child, &status, 0) == child && status == 0;
+}
+
+class FolderAccessTest : public testing::Test {
+ protected:
+  FolderAccessTest() {
+    tree.file("open/file", 1);
+    tree.file("closed/file", 10);
+    tree.file("namesOnly/file", 100);
+    tree.file("namesOnly/sub/file", 100);
+    tree.file("passOnly/file", 1000);
+    chmod(tree.path().c_str(), 0755);
+    chmod((tree / "closed").c_str(), 0000);
+    chmod((tree / "namesOnly").c_str(), 0444);
+    chmod((tree / "passOnly").c_str(), 0111);
+  }
+
+  test::FolderTree tree;
+};
+
+TEST_F(FolderAccessTest, unreadableFoldersCountAsNothing) {
+  EXPECT_TRUE(holdsUnprivileged([&] { return test::measured(tree.path()) == FolderMeasure{1, 1}; }));
+  EXPECT_TRUE(holdsUnprivileged([&] { return test::measured(tree / "closed") == FolderMeasure{}; }));
+  EXPECT_TRUE(holdsUnprivileged([&] { return test::measured(tree / "namesOnly") == FolderMeasure{}; }));
+}
+
+TEST_F(FolderAccessTest, listingNeedsReadPermission) {
+  test::ScriptedEnvironment environment;
+  LinuxFolders folders(environment);
+  const auto list = [&](const std::string& name) {
+    return folders.contents(FileLocation(tree / name), true);
+  };
+  EXPECT_TRUE(holdsUnprivileged([&] { return !list("closed") && !list("passOnly"); }));
+  EXPECT_TRUE(holdsUnprivileged([&] {
+    const auto entries = list("namesOnly");
+    return entries && entries->size() == 2 && std::ranges::all_of(*entries, [](const auto& entry) {
+             return !entry.size && !entry.isLink && entry.isDirectory == (entry.location.name() == "sub");
+           });
+  }));
+}
+
 // A machine below a root of its own, without a sandbox.
 class Machine {
  public:
   Machine() {
     root.write("proc/self/mountinfo", "27 1 254:0 /@ / rw - btrfs /dev/vda rw\n");
-    link("proc/self/ns/pid", "pid:[4026531836]");
-    link("proc/self/exe", "/usr/bin/kestrune");
-  }
-  void link(const std::string& name, const std::string& target) const {
-    const fs::path path = root / name;
-    fs::create_directories(path.parent_path());
-    fs::remove(path);
-    fs::create_symlink(target, path);
+    root.link("proc/self/ns/pid", "pid:[4026531836]");
+    root.link("proc/self/exe", "/usr/bin/kestrune");
   }
   bool seesEverything() { return LinuxFolders(environment, root.path()).seesWholeFileSystem(); }
 
@@ -123,7 +168,7 @@ TEST(WholeFileSystemTest, isSeenOnAPlainDesktop) {
   EXPECT_TRUE(machine.seesEverything());
   machine.environment.variables["SNAP"] = "/snap/terminal/12";
   EXPECT_TRUE(machine.seesEverything()) << "started from a Snap, but not in it";
-  fs::remove_all(machine.root / "proc");
+  std::filesystem::remove_all(machine.root / "proc");
   EXPECT_TRUE(machine.seesEverything()) << "no sign of a sandbox";
 }
 
@@ -144,7 +189,7 @@ TEST(WholeFileSystemTest, eachSignOfASandboxHidesIt) {
     if (target.empty()) {
       machine.root.write(file, content);
     } else {
-      machine.link(file, target);
+      machine.root.link(file, target);
     }
     EXPECT_FALSE(machine.seesEverything()) << file;
   }
