@@ -44,6 +44,20 @@ class TemporaryFolder {
   }
   bool has(std::string_view name) const { return std::filesystem::exists(*this / name); }
 
+  // Writes an executable script. Returns its path.
+  std::string script(std::string_view name, std::string_view content) const {
+    write(name, content);
+    std::filesystem::permissions(*this / name, std::filesystem::perms::owner_all);
+    return *this / name;
+  }
+  // Makes a symbolic link with its folders, in place of any file of that name.
+  void link(std::string_view name, const std::string& target) const {
+    const std::filesystem::path file = *this / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::filesystem::remove(file);
+    std::filesystem::create_symlink(target, file);
+  }
+
  private:
   std::string path_;
 };

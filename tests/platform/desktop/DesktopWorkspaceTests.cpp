@@ -1,6 +1,7 @@
 #include <csignal>
 
-#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
 
@@ -35,6 +36,33 @@ TEST(SettingsCommandTest, findsThePanelOfTheDesktop) {
   }
 }
 
+// A file manager on the bus that records what it is asked to show.
+class FileManager final : public QDBusVirtualObject {
+ public:
+  std::vector<std::string> calls;
+
+  QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+    const QString addresses = message.arguments().value(0).toStringList().join(' ');
+    calls.push_back((message.member() + ' ' + addresses).toStdString());
+    return bus.send(message.createReply());
+  }
+};
+
+TEST(FileManagerTest, showsFoldersAndFiles) {
+  test::PrivateBus bus;
+  QDBusConnection connection = bus.connect("file manager");
+  FileManager manager;
+  connection.registerVirtualObject("/org/freedesktop/FileManager1", &manager);
+  connection.registerService("org.freedesktop.FileManager1");
+  DesktopWorkspace workspace;
+  workspace.open(platform::FileLocation("/home/a b"));
+  workspace.reveal(platform::FileLocation("/home/a b/\xFF"));
+  EXPECT_TRUE(test::until([&] { return manager.calls.size() == 2; }));
+  EXPECT_THAT(manager.calls,
+              ElementsAre("ShowFolders file:///home/a%20b", "ShowItems file:///home/a%20b/%FF"));
+}
+
 // The test's own programs stand in for those of the desktop.
 class DesktopWorkspaceTest : public testing::Test {
  protected:
@@ -51,12 +79,11 @@ class DesktopWorkspaceTest : public testing::Test {
   void install(const std::string& name) {
     const std::string part = folder / "note.part";
     // With a shell builtin, since the shell changes its blocked signals when it starts a program.
-    folder.write(name,
-                 "#!/bin/sh\n{ echo \"${0##*/}\"; printf '<%s>' \"$@\"; echo\n"
-                 "while read -r key value; do [ $key = SigBlk: ] && echo $value; done </proc/$$/status\n"
-                 "readlink /proc/self/fd/0; } >" +
-                     part + "\nmv " + part + " " + folder / "note" + "\n");
-    std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
+    folder.script(name,
+                  "#!/bin/sh\n{ echo \"${0##*/}\"; printf '<%s>' \"$@\"; echo\n"
+                  "while read -r key value; do [ $key = SigBlk: ] && echo $value; done </proc/$$/status\n"
+                  "readlink /proc/self/fd/0; } >" +
+                      part + "\nmv " + part + " " + folder / "note" + "\n");
   }
 
   std::vector<std::string> noteLines() {

@@ -1,4 +1,3 @@
-
 #include <gtest/gtest.h>
 
 #include "platform/linux/applications/AppIdentity.h"
@@ -17,11 +16,10 @@ std::string nameIn(std::string_view text, const Strings& locales) {
 
 TEST(DesktopEntry, readsItsOwnGroup) {
   const auto entry = parseDesktopEntry(
-      "# a comment\n\n[Desktop Entry]\r\nType = Application\nName= Fire \\s "
-      "fox\\n\\q\\\\\nGenericName=Browser\n"
-      "Icon=fox\nExec=\"/opt/my fox/fox\" "
-      "%U\nTryExec=fox\nCategories=System;TerminalEmulator;\nNoDisplay=true\n"
-      "#Name=Comment\nno value\n[Desktop Action new]\nName=New Window\nExec=fox --new\nHidden=true\n",
+      "# a comment\n\n[Desktop Entry]\r\nType = Application\nName= Fire \\s fox\\n\\q\\\\\nIcon=fox\n"
+      "GenericName=Browser\nExec=\"/opt/my fox/fox\" %U\nTryExec=fox\nNoDisplay=true\n"
+      "Categories=System;TerminalEmulator;\n#Name=Comment\nno value\n"
+      "[Desktop Action new]\nName=New Window\nExec=fox --new\nHidden=true\n",
       {});
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->name, "Fire   fox\n\\q\\");
@@ -33,7 +31,7 @@ TEST(DesktopEntry, readsItsOwnGroup) {
   EXPECT_FALSE(entry->isHidden);
 }
 
-TEST(DesktopEntry, isAbsentWhereNoApplicationIsDescribed) {
+TEST(DesktopEntry, isAbsentUnlessItDescribesAnApplication) {
   for (const char* text : {"", "[Desktop Entry]", "Type=Application\nName=x", "[Desktop Entry]\nName=x\n",
                            "[Desktop Entry]\nType=Link\nName=x", "[Other]\nType=Application\n"}) {
     EXPECT_FALSE(parseDesktopEntry(text, {})) << text;
@@ -42,10 +40,10 @@ TEST(DesktopEntry, isAbsentWhereNoApplicationIsDescribed) {
   EXPECT_TRUE(hidden && hidden->isHidden);
 }
 
-TEST(DesktopEntry, speaksTheUsersLanguage) {
+TEST(DesktopEntry, prefersTheUsersLanguages) {
   constexpr std::string_view text =
-      "[Desktop "
-      "Entry]\nType=Application\nName[es]=Zorro\nName=Fox\nName[es_MX]=Zorrito\nName[de]=Fuchs\nName[=x\n";
+      "[Desktop Entry]\nType=Application\nName[es]=Zorro\nName=Fox\nName[es_MX]=Zorrito\n"
+      "Name[de]=Fuchs\nName[=x\n";
   EXPECT_EQ(nameIn(text, {}), "Fox");
   EXPECT_EQ(nameIn(text, {"es_ES", "es"}), "Zorro");
   EXPECT_EQ(nameIn(text, {"es_MX", "es"}), "Zorrito");
@@ -56,21 +54,22 @@ std::string idIn(std::string_view path) {
   return unit ? unit->id : "none";
 }
 
-TEST(AppCgroup, namesTheApplicationThatWasLaunched) {
-  const std::string slice = "/user.slice/user-1000.slice/user@1000.service/app.slice/";
-  EXPECT_EQ(idIn(slice + R"(app-gnome-fox\x2desr-2214.scope)"), "fox-esr");
-  EXPECT_EQ(idIn(slice + "app-fox-0123456789abcdef.scope"), "fox");
-  EXPECT_EQ(idIn(slice + "app-org.kde.elisa@0123456789abcdef.service"), "org.kde.elisa");
-  EXPECT_EQ(idIn(slice + "app-KDE-org.kde.elisa.service"), "org.kde.elisa");
-  EXPECT_EQ(idIn(slice + "app-gnome-fox.desktop-2214.scope"), "fox");
-  EXPECT_EQ(idIn(slice + "app-org.kde.konsole-77.scope/main"), "org.kde.konsole")
-      << "a part of its own making";
-  EXPECT_EQ(idIn(slice + "snap.fox.fox-0b0c9d55-1a2b-4c3d-8e9f-00112233aabb.scope"), "fox_fox");
-  EXPECT_EQ(idIn(slice + R"(app-dbus\x2d:1.2\x2dorg.fox.slice/dbus-:1.2-org.gnome.Calculator@0.service)"),
-            "org.gnome.Calculator");
+TEST(AppCgroup, namesTheLaunchedApplication) {
+  for (const auto& [unit, id] :
+       {std::pair(R"(app-gnome-fox\x2desr-2214.scope)", "fox-esr"),
+        {"app-fox-0123456789abcdef.scope", "fox"},
+        {"app-org.kde.elisa@0123456789abcdef.service", "org.kde.elisa"},
+        {"app-KDE-org.kde.elisa.service", "org.kde.elisa"},
+        {"app-gnome-fox.desktop-2214.scope", "fox"},
+        {"app-org.kde.konsole-77.scope/main", "org.kde.konsole"},
+        {"snap.fox.fox-0b0c9d55-1a2b-4c3d-8e9f-00112233aabb.scope", "fox_fox"},
+        {R"(app-dbus\x2d:1.2\x2dorg.fox.slice/dbus-:1.2-org.gnome.Calculator@0.service)",
+         "org.gnome.Calculator"}}) {
+    EXPECT_EQ(idIn("/user.slice/user-1000.slice/user@1000.service/app.slice/" + std::string(unit)), id);
+  }
 }
 
-TEST(AppCgroup, knowsOlderHierarchies) {
+TEST(AppCgroup, readsVersion1Hierarchies) {
   EXPECT_EQ(parseAppCgroup("9:pids:/x\n1:name=systemd:/user.slice/app-flatpak-org.fox-31.scope\n0::/\n"),
             (AppUnit{.id = "org.fox", .kind = AppUnit::Kind::flatpak}));
 }

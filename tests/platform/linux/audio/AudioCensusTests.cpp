@@ -25,27 +25,24 @@ PulseDevice device(std::uint32_t index, const std::string& name) {
   return result;
 }
 
-std::vector<std::uint32_t> idsOf(const AudioCensus& census) {
+template <class Item>
+std::vector<std::uint32_t> idsOf(const std::vector<Item>& items) {
   std::vector<std::uint32_t> ids;
-  ids.reserve(census.devices.size());
-  for (const auto& each : census.devices) ids.push_back(each.id);
+  for (const auto& item : items) ids.push_back(item.id);
   return ids;
 }
 
-TEST(AudioCensus, idsAreNeverZeroAndNeverMeet) {
+TEST(AudioCensus, idsAreUniqueAndNotZero) {
   PulseFacts facts;
   facts.sinks = {device(0, "a"), device(1, "b"), device(0x7FFFFFFE, "c"), device(0x7FFFFFFF, "beyond")};
   facts.sources = {device(0, "d"), device(1, "e"), device(0x7FFFFFFE, "f"), device(0xFFFFFFFE, "beyond")};
-  EXPECT_THAT(idsOf(censusOf(facts)), ElementsAre(1, 3, 0xFFFFFFFD, 2, 4, 0xFFFFFFFE));
+  EXPECT_THAT(idsOf(censusOf(facts).devices), ElementsAre(1, 3, 0xFFFFFFFD, 2, 4, 0xFFFFFFFE));
 
   facts.clients = {{.index = 0}, {.index = 0xFFFFFFFE}, {.index = noPulseIndex}};
-  const auto clients = censusOf(facts).clients;
-  ASSERT_EQ(clients.size(), 2U);
-  EXPECT_EQ(clients[0].id, 1U);
-  EXPECT_EQ(clients[1].id, 0xFFFFFFFFU);
+  EXPECT_THAT(idsOf(censusOf(facts).clients), ElementsAre(1, 0xFFFFFFFF));
 }
 
-TEST(AudioTransport, isWhatTheServerSays) {
+TEST(AudioTransport, followsTheServersFacts) {
   struct Case {
     PulseDevice device;
     AudioTransport transport;
@@ -55,7 +52,7 @@ TEST(AudioTransport, isWhatTheServerSays) {
       {{.bus = "usb"}, AudioTransport::usb},
       {{.name = "alsa_output.pci-0000_00_1f.3.analog-stereo"}, AudioTransport::builtIn},
       {{.name = "alsa_input.usb-Maker_Model-00.mono", .bus = "firewire"}, AudioTransport::unknown},
-      // Displays, by the socket in use.
+      // Displays, by the active port.
       {{.bus = "pci", .isPortHdmi = true}, AudioTransport::hdmi},
       {{.bus = "pci", .portName = "hdmi-output-0"}, AudioTransport::hdmi},
       {{.name = "alsa_output.pci-0000_01_00.1.hdmi-stereo", .bus = "pci"}, AudioTransport::hdmi},
@@ -88,8 +85,7 @@ class PulseClientPidsTest : public testing::Test {
                                      " 0 0 0 0 0 0 0 0 20 0 1 0 100 1000 10 1 1\n");
     root.write(folder + "/status", "Name:\t" + name + "\nNSpid:\t" +
                                        (nested.empty() ? std::to_string(pid) : nested) + "\nNSpgid:\t1\n");
-    fs::remove(root / (folder + "/exe"));
-    if (!executable.empty()) fs::create_symlink(executable, root / (folder + "/exe"));
+    if (!executable.empty()) root.link(folder + "/exe", executable);
   }
   std::int32_t pidOf(std::int32_t claimed, const std::string& binary) {
     pids.clear();
@@ -100,7 +96,7 @@ class PulseClientPidsTest : public testing::Test {
   PulseClientPids pids{root.path()};
 };
 
-TEST_F(PulseClientPidsTest, believesAClaimThatFits) {
+TEST_F(PulseClientPidsTest, believesMatchingClaims) {
   put(50, "Web Content", "/usr/lib/fox/fox");
   put(60, "mixer-with-a-ve", "");
   put(70, "player", "/usr/bin/player (deleted)");
@@ -113,7 +109,7 @@ TEST_F(PulseClientPidsTest, believesAClaimThatFits) {
   for (const int claimed : {0, -3}) EXPECT_EQ(pidOf(claimed, "fox"), 0);
 }
 
-TEST_F(PulseClientPidsTest, findsTheProcessInItsSandbox) {
+TEST_F(PulseClientPidsTest, findsProcessesInSandboxes) {
   put(2, "kthreadd", "", "", "2129984");
   put(900, "fox", "/usr/lib/fox/fox", "900\t3");
   put(901, "hen", "/usr/bin/hen", "901\t2");
@@ -121,10 +117,10 @@ TEST_F(PulseClientPidsTest, findsTheProcessInItsSandbox) {
   EXPECT_EQ(pidOf(2, "fox"), 902);
   EXPECT_EQ(pidOf(2, "hen"), 901);
   EXPECT_EQ(pidOf(4, "fox"), 0);
-  EXPECT_EQ(pidOf(2, ""), 0) << "a thread of the kernel plays nothing";
+  EXPECT_EQ(pidOf(2, ""), 0) << "a kernel thread plays nothing";
 }
 
-TEST_F(PulseClientPidsTest, trustsTheKernelButNoServerBetween) {
+TEST_F(PulseClientPidsTest, trustsThePeerUnlessItIsAProxy) {
   put(50, "fox", "/usr/bin/fox");
   PulseClient client{.index = 1, .claimedPid = 2, .claimedBinary = "fox", .peerPid = 50};
   EXPECT_EQ(pids.pid(client), 50);
@@ -134,14 +130,14 @@ TEST_F(PulseClientPidsTest, trustsTheKernelButNoServerBetween) {
   EXPECT_EQ(pids.pid(client), 0);
 }
 
-TEST_F(PulseClientPidsTest, keepsWhatItFoundWhileTheClientIsThere) {
+TEST_F(PulseClientPidsTest, cachesResultsPerClient) {
   const PulseClient client{.index = 1, .claimedPid = 50, .claimedBinary = "fox"};
   put(50, "fox", "/usr/bin/fox");
   EXPECT_EQ(pids.pid(client), 50);
   fs::remove_all(root / "proc/50");
   pids.retain({client});
   EXPECT_EQ(pids.pid(client), 50);
-  EXPECT_EQ(pids.pid({.index = 1, .claimedPid = 50, .claimedBinary = "hen"}), 0) << "another one";
+  EXPECT_EQ(pids.pid({.index = 1, .claimedPid = 50, .claimedBinary = "hen"}), 0) << "another claim";
   EXPECT_EQ(pids.pid(client), 0);
   put(50, "fox", "/usr/bin/fox");
   pids.retain({});

@@ -31,7 +31,7 @@ class FolderMountTest : public testing::Test {
       EXPECT_EQ(umount2(target->c_str(), MNT_DETACH), 0) << *target;
     }
   }
-  // False: it isn't granted here.
+  // False: the kernel doesn't grant it.
   bool mountAt(const std::string& name, const char* type, const std::string& source, unsigned long flags = 0,
                const std::string& options = {}) {
     tree.directory(name);
@@ -46,7 +46,7 @@ class FolderMountTest : public testing::Test {
   std::vector<std::string> mounted_;
 };
 
-TEST_F(FolderMountTest, theKernelsOwnFileSystemsAreNothing) {
+TEST_F(FolderMountTest, kernelFileSystemsCountAsNothing) {
   for (const auto* path : {"/proc", "/proc/self/fdinfo", "/sys", "/dev/pts"}) {
     EXPECT_EQ(measured(path), FolderMeasure{}) << path;
   }
@@ -56,7 +56,7 @@ TEST_F(FolderMountTest, theKernelsOwnFileSystemsAreNothing) {
   EXPECT_EQ(measured(tree.path()), (FolderMeasure{1, 1}));
 }
 
-TEST_F(FolderMountTest, otherFileSystemsBelowAreTakenIn) {
+TEST_F(FolderMountTest, entersOtherFileSystems) {
   tree.file("file", 1);
   ASSERT_TRUE(mountAt("memory", "tmpfs", "tmpfs"));
   tree.file("memory/sub/file", 10);
@@ -66,7 +66,7 @@ TEST_F(FolderMountTest, otherFileSystemsBelowAreTakenIn) {
   EXPECT_EQ(measured(tree / "memory"), (FolderMeasure{110, 2}));
 }
 
-TEST_F(FolderMountTest, aSumBeyondTheLargestNumberStaysThere) {
+TEST_F(FolderMountTest, sumsSaturate) {
   ASSERT_TRUE(mountAt("memory", "tmpfs", "tmpfs"));
   constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
   for (const auto* name : {"memory/a/file", "memory/b/file", "memory/c/file"}) {
@@ -77,8 +77,8 @@ TEST_F(FolderMountTest, aSumBeyondTheLargestNumberStaysThere) {
   EXPECT_EQ(measured(tree.path()), (FolderMeasure{std::numeric_limits<std::uint64_t>::max(), 3}));
 }
 
-// Each doubles the paths that lead through the tree.
-TEST_F(FolderMountTest, mountsOfOneDirectoryInEachOtherAddNothing) {
+// Each mount doubles the number of paths through the tree.
+TEST_F(FolderMountTest, entersEachBindMountOnce) {
   tree.file("top/file", 1);
   constexpr int doublings = 10;
   for (int i = 0; i < doublings; ++i) tree.directory("top/" + std::to_string(i));
@@ -88,39 +88,23 @@ TEST_F(FolderMountTest, mountsOfOneDirectoryInEachOtherAddNothing) {
   test::DrivenWalk driven;
   auto walk = driven.walk();
   walk.begin(FileLocation(tree / "top"));
-  while (walk.step()) {
-  }
-  EXPECT_EQ(walk.found(), (FolderMeasure{1, 1}));
+  EXPECT_EQ(test::finished(walk), (FolderMeasure{1, 1}));
   EXPECT_EQ(driven.entries, doublings + 1U);
 }
 
-// Nobody answers for this file system, as for one whose server is gone.
-class UnansweredMount {
- public:
-  UnansweredMount() : device_(open("/dev/fuse", O_RDWR | O_CLOEXEC)) {}
-  bool isThere() const { return static_cast<bool>(device_); }
-  std::string options() const {
-    return "fd=" + std::to_string(device_.get()) + ",rootmode=40000,user_id=0,group_id=0";
-  }
-  // Whoever waits is told that the connection is gone.
-  void end() { device_ = UniqueFd(); }
-
- private:
-  UniqueFd device_;
-};
-
-TEST_F(FolderMountTest, aFileSystemThatHangsHoldsUpNothingElse) {
+TEST_F(FolderMountTest, aHungFileSystemDelaysNothingElse) {
   tree.file("fine/file", 5);
-  UnansweredMount unanswered;
-  if (!unanswered.isThere() ||
-      !mountAt("hung", "fuse", "nobody", MS_NODEV | MS_NOSUID, unanswered.options())) {
-    GTEST_SKIP() << "no file system of the test's own";
+  // Nobody answers for this file system, as if its server were gone.
+  UniqueFd server(open("/dev/fuse", O_RDWR | O_CLOEXEC));
+  const std::string options = "fd=" + std::to_string(server.get()) + ",rootmode=40000,user_id=0,group_id=0";
+  if (!server || !mountAt("hung", "fuse", "nobody", MS_NODEV | MS_NOSUID, options)) {
+    GTEST_SKIP() << "the kernel grants no FUSE mount";
   }
   test::ScriptedEnvironment environment;
   LinuxFolders folders(environment);
   const auto listing = folders.contents(FileLocation(tree.path()), true);
   ASSERT_TRUE(listing);
-  EXPECT_EQ(listing->size(), 2U) << "what lies beside it is listed";
+  EXPECT_EQ(listing->size(), 2U);
 
   std::promise<FolderMeasure> hung;
   std::promise<FolderMeasure> fine;
@@ -135,7 +119,7 @@ TEST_F(FolderMountTest, aFileSystemThatHangsHoldsUpNothingElse) {
   auto hungResult = hung.get_future();
   EXPECT_EQ(fine.get_future().get(), (FolderMeasure{5, 1}));
   EXPECT_EQ(hungResult.wait_for(0s), std::future_status::timeout);
-  unanswered.end();
+  server = UniqueFd();
   EXPECT_EQ(hungResult.get(), FolderMeasure{});
 }
 

@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <atomic>
-#include <filesystem>
+#include <condition_variable>
 #include <future>
+#include <map>
 #include <mutex>
 #include <thread>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "platform/linux/folders/FolderTree.h"
 #include "platform/linux/folders/MeasurePool.h"
@@ -16,36 +17,29 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-// What a request for some folders brings, for a thread that waits for it.
+// Collects the measures of one request.
 class Results {
  public:
-  explicit Results(std::size_t count) : measures_(count) {}
-
   Folders::MeasureDone take() {
     return [this](std::size_t index, const FolderMeasure& measure) {
       const std::lock_guard lock(mutex_);
-      EXPECT_FALSE(measures_.at(index)) << "a second time";
-      measures_[index] = measure;
-      if (++done_ == measures_.size()) all_.set_value();
+      EXPECT_TRUE(measures_.emplace(index, measure).second) << "reported twice";
+      changed_.notify_all();
     };
   }
-  std::vector<FolderMeasure> waitForAll() {
-    all_.get_future().wait();
-    const std::lock_guard lock(mutex_);
+  // Returns once there are that many.
+  std::vector<FolderMeasure> waitFor(std::size_t count) {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return measures_.size() >= count; });
     std::vector<FolderMeasure> measures;
-    for (const auto& measure : measures_) measures.push_back(*measure);
+    for (const auto& [index, measure] : measures_) measures.push_back(measure);
     return measures;
-  }
-  std::size_t done() {
-    const std::lock_guard lock(mutex_);
-    return done_;
   }
 
  private:
   std::mutex mutex_;
-  std::vector<std::optional<FolderMeasure>> measures_;
-  std::size_t done_ = 0;
-  std::promise<void> all_;
+  std::condition_variable changed_;
+  std::map<std::size_t, FolderMeasure> measures_;
 };
 
 CancellationFlag neverCancelled() {
@@ -55,32 +49,32 @@ CancellationFlag neverCancelled() {
 class MeasurePoolTest : public testing::Test {
  protected:
   FolderMeasure measure(MeasurePool& pool, const std::string& path) {
-    Results results(1);
+    Results results;
     pool.measure({FileLocation(path)}, neverCancelled(), results.take());
-    return results.waitForAll().front();
+    return results.waitFor(1).front();
   }
 
   test::FolderTree tree;
 };
 
-TEST_F(MeasurePoolTest, measuresManyFoldersOnceEach) {
+TEST_F(MeasurePoolTest, measuresEachFolderOnce) {
   std::vector<FileLocation> folders;
   for (int i = 0; i < 300; ++i) {
     tree.file(std::to_string(i) + "/sub/file", static_cast<std::size_t>(i) + 1);
     folders.emplace_back(tree / std::to_string(i));
   }
   MeasurePool pool({.threads = 4, .maxThreads = 4});
-  Results first(folders.size());
-  Results second(folders.size());
+  Results first;
+  Results second;
   pool.measure(folders, neverCancelled(), first.take());
   pool.measure(folders, neverCancelled(), second.take());
   pool.measure({}, neverCancelled(), [](std::size_t, const FolderMeasure&) { ADD_FAILURE(); });
-  const auto measures = first.waitForAll();
+  const auto measures = first.waitFor(folders.size());
   for (std::size_t i = 0; i < measures.size(); ++i) EXPECT_EQ(measures[i], (FolderMeasure{i + 1, 1}));
-  EXPECT_EQ(second.waitForAll(), measures);
+  EXPECT_EQ(second.waitFor(folders.size()), measures);
 }
 
-TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
+TEST_F(MeasurePoolTest, cancelledRequestsStopEarlyAndReportAll) {
   std::vector<FileLocation> folders;
   for (int i = 0; i < 50; ++i) {
     for (int j = 0; j < 20; ++j) tree.file(std::to_string(i) + "/" + std::to_string(j) + "/file", 1);
@@ -88,20 +82,20 @@ TEST_F(MeasurePoolTest, whatIsCalledOffEndsSoonAndReportsAll) {
   }
   const auto flag = std::make_shared<std::atomic<bool>>(false);
   MeasurePool pool({.threads = 2, .maxThreads = 2});
-  Results results(folders.size());
+  Results results;
   const auto take = results.take();
   std::atomic<int> taken = 0;
   pool.measure(folders, flag, [&](std::size_t index, const FolderMeasure& measure) {
     if (++taken == 10) *flag = true;
     take(index, measure);
   });
-  const auto measures = results.waitForAll();
+  const auto measures = results.waitFor(folders.size());
   EXPECT_GE(std::ranges::count(measures, FolderMeasure{20, 20}), 10);
   EXPECT_EQ(measures[49], FolderMeasure{});
-  EXPECT_EQ(measure(pool, folders[49].path()), (FolderMeasure{20, 20})) << "another request isn't concerned";
+  EXPECT_EQ(measure(pool, folders[49].path()), (FolderMeasure{20, 20})) << "other requests continue";
 }
 
-TEST_F(MeasurePoolTest, entriesMayComeAndGoMeanwhile) {
+TEST_F(MeasurePoolTest, copesWithConcurrentChanges) {
   constexpr std::uint64_t lasting = 200;
   for (std::uint64_t i = 0; i < lasting; ++i)
     tree.file("lasting/" + std::to_string(i % 20) + "/" + std::to_string(i), 1);
@@ -118,36 +112,36 @@ TEST_F(MeasurePoolTest, entriesMayComeAndGoMeanwhile) {
   for (int round = 0; round < 100; ++round) {
     const FolderMeasure found = measure(pool, tree.path());
     EXPECT_GE(found.files, lasting);
-    EXPECT_LE(found.files, lasting + 20) << "the ten directories may be seen before and after a change";
+    EXPECT_LE(found.files, lasting + 20) << "each of ten may be seen before and after a change";
   }
   isOver = true;
   disturber.join();
 }
 
-TEST_F(MeasurePoolTest, aThreadThatIsHeldUpIsReplacedAndMayComeBack) {
+TEST_F(MeasurePoolTest, replacesStalledThreadsUntilTheyRecover) {
   tree.file("a/file", 1);
   tree.file("b/file", 2);
   MeasurePool pool({.threads = 1, .maxThreads = 3, .stallTimeout = 5ms});
   std::promise<void> release;
-  std::promise<void> isHeldUp;
+  std::promise<void> isStalled;
   pool.measure({FileLocation(tree / "a")}, neverCancelled(), [&](std::size_t, const FolderMeasure&) {
-    isHeldUp.set_value();
+    isStalled.set_value();
     release.get_future().wait();
   });
-  isHeldUp.get_future().wait();
+  isStalled.get_future().wait();
   for (int i = 0; i < 3; ++i) EXPECT_EQ(measure(pool, tree / "b"), (FolderMeasure{2, 1}));
   release.set_value();
   for (int i = 0; i < 20; ++i) EXPECT_EQ(measure(pool, tree / "a"), (FolderMeasure{1, 1}));
 }
 
-TEST_F(MeasurePoolTest, mayEndAtAnyTime) {
+TEST_F(MeasurePoolTest, mayBeDestroyedAtAnyTime) {
   for (int i = 0; i < 100; ++i) tree.file(std::to_string(i) + "/sub/file", 1);
   const std::size_t descriptors = test::openDescriptors();
   for (int round = 0; round < 30; ++round) {
-    Results results(1000);
+    Results results;
     MeasurePool pool({.threads = 3, .maxThreads = 3});
     pool.measure(std::vector(1000, FileLocation(tree.path())), neverCancelled(), results.take());
-    while (round % 3 > 0 && results.done() < 2) std::this_thread::yield();
+    if (round % 3 > 0) results.waitFor(2);
   }
   EXPECT_EQ(test::openDescriptors(), descriptors);
 }

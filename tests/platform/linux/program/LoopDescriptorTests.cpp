@@ -17,7 +17,7 @@ class LoopDescriptorTest : public testing::Test {
     pollfd waiting{.fd = descriptor.fd(), .events = POLLIN, .revents = 0};
     return poll(&waiting, 1, milliseconds) == 1;
   }
-  // Runs the loop whenever the descriptor says so, until `done` or ten seconds have passed.
+  // Runs the loop whenever the descriptor is readable, until `done` or ten seconds have passed.
   template <class Done>
   bool runUntil(Done done) {
     const auto end = clock.continuousNow() + 10s;
@@ -32,7 +32,7 @@ class LoopDescriptorTest : public testing::Test {
   MainLoop loop{clock, descriptor};
 };
 
-TEST_F(LoopDescriptorTest, isQuietWhileThereIsNothingToDo) {
+TEST_F(LoopDescriptorTest, isReadableOnlyWhileThereIsWork) {
   loop.run();
   EXPECT_FALSE(isReadable(0));
   loop.post([] {});
@@ -55,7 +55,7 @@ TEST_F(LoopDescriptorTest, wakesForJobsOfOtherThreads) {
   EXPECT_FALSE(isReadable(0));
 }
 
-TEST_F(LoopDescriptorTest, wakesForTimersInTheirOrder) {
+TEST_F(LoopDescriptorTest, wakesForTimersInOrder) {
   std::vector<int> order;
   const auto start = clock.continuousNow();
   loop.after(30ms, [&] { order.push_back(3); });
@@ -66,7 +66,7 @@ TEST_F(LoopDescriptorTest, wakesForTimersInTheirOrder) {
   EXPECT_GE(clock.continuousNow() - start, 30ms);
   EXPECT_FALSE(isReadable(0));
 
-  // A deadline that has passed, also the one of before, fires at once.
+  // A deadline in the past fires at once, also when it is set again.
   descriptor.setDeadline(start);
   EXPECT_TRUE(isReadable(1000));
   descriptor.acknowledge();

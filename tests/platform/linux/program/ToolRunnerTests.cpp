@@ -1,6 +1,5 @@
 #include <cerrno>
 #include <csignal>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -19,7 +18,7 @@ using namespace std::string_literals;
 class ToolRunnerTest : public testing::Test {
  protected:
   ~ToolRunnerTest() override {
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
     EXPECT_EQ(errno, ECHILD);
   }
   static std::optional<std::string> shell(const std::string& script) {
@@ -27,7 +26,7 @@ class ToolRunnerTest : public testing::Test {
   }
 };
 
-TEST_F(ToolRunnerTest, argumentsAndOutputPassAsTheyAre) {
+TEST_F(ToolRunnerTest, passesArgumentsAndOutputUnchanged) {
   EXPECT_EQ(runTool("/usr/bin/printf", {"%s|", "a b", "", "$HOME; `id` *", "\"'\n"}),
             "a b||$HOME; `id` *|\"'\n|");
   EXPECT_EQ(shell("printf 'a\\0b'; exit 3"), "a\0b"s) << "whatever its exit status";
@@ -35,7 +34,7 @@ TEST_F(ToolRunnerTest, argumentsAndOutputPassAsTheyAre) {
   EXPECT_EQ(shell("exec >&-; echo lost >&2"), "");
 }
 
-TEST_F(ToolRunnerTest, aChattyToolIsNotHeldUp) {
+TEST_F(ToolRunnerTest, readsBothPipesAndLimitsTheOutput) {
   const auto output =
       shell("head -c 300000 /dev/zero >&2; head -c 1000 /dev/zero; head -c 300000 /dev/zero >&2");
   ASSERT_TRUE(output);
@@ -45,14 +44,11 @@ TEST_F(ToolRunnerTest, aChattyToolIsNotHeldUp) {
   EXPECT_EQ(flood->size(), 1048576U);
 }
 
-TEST_F(ToolRunnerTest, whatIsNoProgramIsNotStarted) {
+TEST_F(ToolRunnerTest, startsOnlyExecutables) {
   const test::TemporaryFolder folder;
   folder.write("plain", "#!/bin/sh\necho no\n");
-  folder.write("garbage", "no program\n");
-  folder.write("tool", "#!/bin/sh\necho yes\n");
-  for (const auto* name : {"garbage", "tool"}) {
-    std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
-  }
+  folder.script("garbage", "no program\n");
+  folder.script("tool", "#!/bin/sh\necho yes\n");
   EXPECT_TRUE(isExecutableFile(folder / "tool"));
   EXPECT_EQ(runTool(folder / "tool", {}), "yes\n");
   EXPECT_EQ(runTool(folder / "garbage", {}), std::nullopt);
@@ -62,7 +58,7 @@ TEST_F(ToolRunnerTest, whatIsNoProgramIsNotStarted) {
   }
 }
 
-TEST_F(ToolRunnerTest, nothingOfThisProcessIsHandedDown) {
+TEST_F(ToolRunnerTest, childrenInheritNothing) {
   sigset_t blocked{};
   sigset_t before{};
   sigemptyset(&blocked);
@@ -76,18 +72,18 @@ TEST_F(ToolRunnerTest, nothingOfThisProcessIsHandedDown) {
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 
   EXPECT_THAT(status, testing::HasSubstr("SigBlk:\t0000000000000000\n"));
-  // The C library lets two signals of its own be ignored, beyond these.
+  // Leaves out the two that the C library ignores for itself.
   constexpr std::uint64_t ordinarySignals = 0x7fffffff;
   const auto ignored = status.find("SigIgn:\t");
   ASSERT_NE(ignored, std::string::npos);
   EXPECT_EQ(std::stoull(status.substr(ignored + 8), nullptr, 16) & ordinarySignals, 0U);
-  EXPECT_EQ(files, "0\n1\n2\n3\n") << "the last one is its own";
+  EXPECT_EQ(files, "0\n1\n2\n3\n") << "the last one is ls's own";
   EXPECT_EQ(shell("readlink /proc/self/fd/0; cat"), "/dev/null\n");
 }
 
 void ignore(int) {}
 
-TEST_F(ToolRunnerTest, signalsDoNotEndTheWait) {
+TEST_F(ToolRunnerTest, signalsDoNotInterruptTheWait) {
   struct sigaction action {};
   struct sigaction before {};
   action.sa_handler = ignore;

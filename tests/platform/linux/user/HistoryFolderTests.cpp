@@ -1,6 +1,3 @@
-#include <filesystem>
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -16,14 +13,16 @@ using testing::Optional;
 class HistoryFolderTest : public testing::Test {
  protected:
   fs::perms permissions(const std::string& name) const { return fs::status(folder / name).permissions(); }
+  auto files() const { return std::distance(fs::directory_iterator(history), {}); }
 
   test::TemporaryFolder folder;
+  const std::string history = folder / "share/Kestrune/history";
   LinuxHistoryFolder storage{folder / "share"};
 };
 
-TEST_F(HistoryFolderTest, keepsFilesForTheUserAlone) {
+TEST_F(HistoryFolderTest, keepsPrivateFiles) {
   EXPECT_EQ(storage.read("a.json"), std::nullopt);
-  EXPECT_FALSE(folder.has("share")) << "reading makes nothing";
+  EXPECT_FALSE(folder.has("share")) << "reading creates nothing";
   const std::string content("first\0line\n\xFF", 12);
   EXPECT_EQ(storage.write("a.json", content), std::nullopt);
   EXPECT_EQ(storage.read("a.json"), content);
@@ -34,34 +33,33 @@ TEST_F(HistoryFolderTest, keepsFilesForTheUserAlone) {
 
   EXPECT_EQ(storage.write("a.json", "second"), std::nullopt);
   EXPECT_EQ(storage.read("a.json"), "second");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder / "share/Kestrune/history"), {}), 1);
+  EXPECT_EQ(files(), 1);
 }
 
 TEST_F(HistoryFolderTest, readsRegularFilesOnly) {
   ASSERT_EQ(storage.write("real", "content"), std::nullopt);
-  const std::string history = folder / "share/Kestrune/history/";
-  fs::create_directory(history + "folder");
-  ASSERT_EQ(mkfifo((history + "fifo").c_str(), 0600), 0);
-  fs::create_symlink("nowhere", history + "dangling");
-  fs::create_symlink("loop", history + "loop");
-  fs::create_symlink("/dev/zero", history + "endless");
-  fs::create_symlink("real", history + "link");
-  std::ofstream(history + "huge") << "";
-  fs::resize_file(history + "huge", (64ULL << 20U) + 1);
+  fs::create_directory(history + "/folder");
+  ASSERT_EQ(mkfifo((history + "/fifo").c_str(), 0600), 0);
+  for (const auto& [name, target] :
+       {std::pair("dangling", "nowhere"), {"loop", "loop"}, {"endless", "/dev/zero"}, {"link", "real"}}) {
+    fs::create_symlink(target, history + "/" + name);
+  }
+  ASSERT_EQ(storage.write("huge", ""), std::nullopt);
+  fs::resize_file(history + "/huge", (64ULL << 20U) + 1);
   for (const auto* name : {"folder", "fifo", "dangling", "loop", "endless", "huge", "absent", "real/child"}) {
     EXPECT_EQ(storage.read(name), std::nullopt) << name;
   }
   EXPECT_EQ(storage.read("link"), "content");
 }
 
-TEST_F(HistoryFolderTest, saysWhatWentWrong) {
-  folder.write("share/Kestrune/history", "a file in the place of the folder");
+TEST_F(HistoryFolderTest, describesFailures) {
+  folder.write("share/Kestrune/history", "a file in place of the folder");
   EXPECT_THAT(storage.write("a.json", "x"), Optional(std::string("Not a directory")));
   EXPECT_EQ(storage.read("a.json"), std::nullopt);
-  fs::remove(folder / "share/Kestrune/history");
-  fs::create_directories(folder / "share/Kestrune/history/a.json/child");
+  fs::remove(history);
+  fs::create_directories(history + "/a.json/child");
   EXPECT_THAT(storage.write("a.json", "x"), Optional(std::string("Is a directory")));
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder / "share/Kestrune/history"), {}), 1);
+  EXPECT_EQ(files(), 1);
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include <gtest/gtest.h>
 
 #include "platform/linux/applications/DesktopEntry.h"
@@ -9,17 +7,11 @@
 namespace kestrune::platform {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char* entry = "config/autostart/kestrune.desktop";
 
 class LoginItemTest : public testing::Test {
  protected:
-  std::string program(const std::string& name) {
-    folder.write(name, "#!");
-    fs::permissions(folder / name, fs::perms::owner_all);
-    return folder / name;
-  }
+  std::string program(const std::string& name) { return folder.script(name, "#!"); }
   LinuxLoginItem item(const std::string& path) { return {folder / "config", path}; }
   // What the session would run.
   std::vector<std::string> command() {
@@ -37,8 +29,7 @@ TEST_F(LoginItemTest, startsTheProgramQuietlyWhateverItsPath) {
     EXPECT_EQ(login.registerItem(), std::nullopt);
     EXPECT_EQ(command(), (std::vector<std::string>{"env", "KESTRUNE_START=quiet", folder / name}));
     EXPECT_TRUE(login.isEnabled());
-    EXPECT_EQ(login.unregisterItem(), std::nullopt);
-    EXPECT_EQ(login.unregisterItem(), std::nullopt) << "it is gone already";
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(login.unregisterItem(), std::nullopt);
   }
   for (const char* name : {"a=b", "two\nlines"}) EXPECT_TRUE(item(program(name)).registerItem()) << name;
   EXPECT_TRUE(item(folder / "gone").registerItem());
@@ -46,32 +37,31 @@ TEST_F(LoginItemTest, startsTheProgramQuietlyWhateverItsPath) {
   EXPECT_FALSE(folder.has(entry));
 }
 
-TEST_F(LoginItemTest, anEntryThatSaysSoIsOff) {
+TEST_F(LoginItemTest, respectsEntriesSwitchedOff) {
+  auto login = item(program("kestrune"));
   for (const char* line : {"Hidden=true", "Hidden = true\r", "X-GNOME-Autostart-enabled=false"}) {
     const std::string text = "[Desktop Entry]\nType=Application\nExec=/old\n" + std::string(line) + "\n";
     folder.write(entry, text);
-    EXPECT_FALSE(item(program("kestrune")).isEnabled()) << line;
+    EXPECT_FALSE(login.isEnabled()) << line;
     EXPECT_EQ(folder.read(entry), text);
   }
-  EXPECT_EQ(item(program("kestrune")).registerItem(), std::nullopt);
-  EXPECT_TRUE(item(program("kestrune")).isEnabled());
+  EXPECT_EQ(login.registerItem(), std::nullopt);
+  EXPECT_TRUE(login.isEnabled());
 }
 
-TEST_F(LoginItemTest, onlyTheCommandIsBroughtUpToDate) {
-  folder.write("dotfiles/entry",
-               "[Desktop Entry]\nType=Application\nExec=nice /old/kestrune\nX-Delay=10\n"
-               "[Desktop Action a]\nExec=other\n");
-  fs::create_directories(folder / "config/autostart");
-  fs::create_symlink(folder / "dotfiles/entry", folder / entry);
+TEST_F(LoginItemTest, updatesNothingButTheCommand) {
+  const std::string head = "[Desktop Entry]\nType=Application\nExec=";
+  const std::string tail = "\nX-Delay=10\n[Desktop Action a]\nExec=other\n";
+  folder.write("dotfiles/entry", head + "nice /old/kestrune" + tail);
+  folder.link(entry, folder / "dotfiles/entry");
   EXPECT_TRUE(item(folder / "gone").isEnabled());
-  EXPECT_EQ(command().back(), "/old/kestrune") << "nothing to start there";
+  EXPECT_EQ(command().back(), "/old/kestrune") << "there is no program to start";
   const std::string moved = program("kestrune");
   EXPECT_TRUE(item(moved).isEnabled());
-  EXPECT_EQ(command().back(), moved);
-  EXPECT_NE(folder.read(entry).find("\nX-Delay=10\n[Desktop Action a]\nExec=other\n"), std::string::npos);
-  EXPECT_TRUE(fs::is_symlink(folder / entry));
+  EXPECT_EQ(folder.read(entry), head + "env KESTRUNE_START=quiet \"" + moved + '"' + tail);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / entry));
 
-  const std::string own = "[Desktop Entry]\nType=Application\nExec=nice \"" + moved + "\"\n";
+  const std::string own = head + "nice \"" + moved + '"' + tail;
   folder.write(entry, own);
   EXPECT_TRUE(item(moved).isEnabled());
   EXPECT_EQ(folder.read(entry), own) << "it names the program";

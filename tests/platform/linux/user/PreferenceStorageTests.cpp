@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include <gmock/gmock.h>
 
 #include "platform/linux/user/JsonPreferenceStorage.h"
@@ -18,34 +16,31 @@ constexpr const char* fileName = "config/kestrune/preferences.json";
 class PreferenceStorageTest : public testing::Test {
  protected:
   PreferenceMap reloaded() { return JsonPreferenceStorage(folder / fileName).load(); }
-  std::size_t filesBesides() {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder / "config/kestrune"), {})) -
-           1;
-  }
+  auto files() { return std::distance(fs::directory_iterator(folder / "config/kestrune"), {}); }
 
   test::TemporaryFolder folder;
   JsonPreferenceStorage storage{folder / fileName};
 };
 
-TEST_F(PreferenceStorageTest, keepsEveryKindAsItIs) {
+TEST_F(PreferenceStorageTest, keepsValuesAndTypes) {
   EXPECT_THAT(storage.load(), IsEmpty());
-  EXPECT_FALSE(folder.has("config")) << "reading makes nothing";
+  EXPECT_FALSE(folder.has("config")) << "reading creates nothing";
   const PreferenceMap preferences{{"flag", true},    {"whole", std::int64_t{-9007199254740993}},
                                   {"huge", 1e300},   {"text", std::string("caf\u00e9 \"\n")},
                                   {"percent", 80.0}, {"languages", std::vector<std::string>{"es"}}};
   for (const auto& [key, value] : preferences) storage.store(key, value);
   EXPECT_EQ(reloaded(), preferences);
-  EXPECT_EQ(filesBesides(), 0U) << "no temporary file stays";
+  EXPECT_EQ(files(), 1) << "no temporary file is left";
   EXPECT_EQ(fs::status(folder / fileName).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(fs::status(folder / "config/kestrune").permissions(), fs::perms::owner_all);
 
   storage.store("percent", std::numeric_limits<double>::quiet_NaN());
   storage.store("bytes", std::string("\xE9"));
-  EXPECT_EQ(reloaded().at("percent"), PreferenceValue(80.0)) << "JSON knows no such number";
+  EXPECT_EQ(reloaded().at("percent"), PreferenceValue(80.0)) << "JSON has no NaN";
   EXPECT_EQ(reloaded().at("bytes"), PreferenceValue(std::string("\uFFFD")));
 }
 
-TEST_F(PreferenceStorageTest, keepsWhatItDoesNotKnow) {
+TEST_F(PreferenceStorageTest, keepsUnknownValues) {
   folder.write(fileName, R"({"a": {"deep": [1, 2.50, null]}, "mixed": ["x", 1], "n": null,
                             "big": 18446744073709551615, "known": 1})");
   EXPECT_EQ(storage.load(), (PreferenceMap{{"known", std::int64_t{1}}}));
@@ -53,16 +48,15 @@ TEST_F(PreferenceStorageTest, keepsWhatItDoesNotKnow) {
   JsonPreferenceStorage(folder / fileName).store("other", true);
   storage.store("more", false);
   EXPECT_EQ(reloaded(), (PreferenceMap{{"known", 2.0}, {"other", true}, {"more", false}}))
-      << "what another instance stored stays";
+      << "also what another instance has stored";
   const std::string text = folder.read(fileName);
   EXPECT_THAT(text, HasSubstr("18446744073709551615"));
   EXPECT_THAT(text, HasSubstr("\"deep\""));
 }
 
-TEST_F(PreferenceStorageTest, setsADamagedFileAsideAndSaysSoOnce) {
+TEST_F(PreferenceStorageTest, setsDamagedFilesAsideAndReportsOnce) {
   const std::string deep = "{\"a\": " + std::string(200'000, '[') + std::string(200'000, ']') + "}";
   const std::vector<std::string> damages{"{\"a\": tr", "", "[1]", deep, "{\"a\": \"\xE9\"}"};
-  std::string previous;
   for (std::size_t i = 0; i < damages.size(); ++i) {
     folder.write(fileName, damages[i]);
     JsonPreferenceStorage fresh(folder / fileName);
@@ -79,37 +73,34 @@ TEST_F(PreferenceStorageTest, setsADamagedFileAsideAndSaysSoOnce) {
   }
 }
 
-TEST_F(PreferenceStorageTest, neverReplacesWhatItCannotRead) {
-  fs::create_directories(folder / fileName);  // unreadable for everyone, also for the superuser
+TEST_F(PreferenceStorageTest, neverReplacesUnreadableFiles) {
+  fs::create_directories(folder / fileName);  // unreadable even for root
   folder.write(std::string(fileName) + "/inside", "kept");
   EXPECT_THAT(storage.load(), IsEmpty());
   storage.store("key", true);
   EXPECT_THAT(storage.load(), IsEmpty());
   EXPECT_EQ(folder.read(std::string(fileName) + "/inside"), "kept");
-  EXPECT_EQ(filesBesides(), 0U);
+  EXPECT_EQ(files(), 1);
   JsonPreferenceStorage nowhere("");
   nowhere.store("key", true);
   EXPECT_THAT(nowhere.load(), IsEmpty());
 }
 
-TEST_F(PreferenceStorageTest, writesThroughALink) {
-  fs::create_directories(folder / "config/kestrune");
+TEST_F(PreferenceStorageTest, writesThroughLinks) {
   folder.write("dotfiles/real.json", R"({"old": true})");
-  fs::create_symlink("../../dotfiles/link.json", folder / fileName);
-  fs::create_symlink(folder / "dotfiles/real.json", folder / "dotfiles/link.json");
-  storage.store("new", true);
-  EXPECT_TRUE(fs::is_symlink(folder / fileName));
-  EXPECT_TRUE(fs::is_symlink(folder / "dotfiles/link.json"));
-  EXPECT_EQ(parsePreferences(folder.read("dotfiles/real.json")),
-            (PreferenceMap{{"old", true}, {"new", true}}));
-
+  folder.link(fileName, "../../dotfiles/link.json");
+  folder.link("dotfiles/link.json", folder / "dotfiles/real.json");
+  const auto stored = [&](const char* key) {
+    storage.store(key, true);
+    EXPECT_TRUE(fs::is_symlink(folder / fileName) && fs::is_symlink(folder / "dotfiles/link.json"));
+    return parsePreferences(folder.read("dotfiles/real.json"));
+  };
+  EXPECT_EQ(stored("new"), (PreferenceMap{{"old", true}, {"new", true}}));
   fs::remove(folder / "dotfiles/real.json");
-  storage.store("again", true);
-  EXPECT_TRUE(fs::is_symlink(folder / fileName));
-  EXPECT_EQ(parsePreferences(folder.read("dotfiles/real.json")), (PreferenceMap{{"again", true}}));
+  EXPECT_EQ(stored("again"), (PreferenceMap{{"again", true}}));
 }
 
-TEST_F(PreferenceStorageTest, writesNothingWhereNothingChanges) {
+TEST_F(PreferenceStorageTest, unchangedValuesAreNotWritten) {
   storage.store("key", 80.0);
   const auto written = fs::last_write_time(folder / fileName) - std::chrono::hours(1);
   fs::last_write_time(folder / fileName, written);
