@@ -10,9 +10,9 @@ namespace kestrune {
 // One entry of a listed directory.
 struct FolderItem {
   platform::FileLocation url;
-  std::optional<std::uint64_t> sizeBytes;  // of a directory its whole tree; absent: not measured yet
-  std::optional<std::int64_t>
-      childCount;  // files in a directory's tree; of a file 0; absent: not measured yet
+  // A directory's figures cover its whole tree, and are absent until it is measured.
+  std::optional<std::uint64_t> sizeBytes;
+  std::optional<std::int64_t> childCount;  // number of files; 0 for a file
   bool isDirectory = false;
 };
 

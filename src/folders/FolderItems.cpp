@@ -53,8 +53,8 @@ const FolderItem& FolderItems::operator[](std::size_t row) const {
   return *(*blocks_[block])[row - starts_[block]].item;
 }
 
-// An unmeasured directory counts as empty and still has the tie that is its rank. One that turns out to be
-// empty stays where it is; any other arrives behind all of its size, as a stable sort would leave it.
+// An unmeasured directory has size 0, and its tie is still its rank. If it is empty it stays where it is;
+// otherwise it goes behind all entries of its size, where a stable sort would put it.
 void FolderItems::setMeasure(Rank rank, std::uint64_t bytes, std::int64_t files) {
   const Row key{.item = nullptr, .size = 0, .tie = rank};
   const Position position = lowerBound(key);

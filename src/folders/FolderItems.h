@@ -10,12 +10,12 @@
 
 namespace kestrune {
 
-// The entries of a directory, largest first; what isn't measured counts as 0, and ties stay as they were. A
-// copy is a snapshot that shares the entries and costs next to nothing, and a change moves one entry without
-// touching the others or any snapshot: the rows lie in blocks that snapshots share until one is changed.
+// The entries of a directory, largest first. An unmeasured entry counts as 0; equal sizes keep their order. A
+// copy is a cheap snapshot. The rows are stored in blocks, which snapshots share until one is changed, so a
+// change moves one entry without touching the others or any snapshot.
 class FolderItems {
  public:
-  // The place that an entry had when the list was made. It stays with the entry as that moves.
+  // The row of an entry when the list was made. Identifies the entry after it has moved.
   using Rank = std::uint32_t;
 
   class const_iterator {
@@ -42,12 +42,12 @@ class FolderItems {
   };
 
   FolderItems() = default;
-  // From the entries in any order.
+  // Takes the entries in any order.
   explicit FolderItems(std::vector<FolderItem> listed);
 
   std::size_t size() const { return size_; }
   bool empty() const { return size_ == 0; }
-  // The row must be there. The entry stays for as long as the list isn't changed.
+  // The row must exist. The reference is valid until the list changes.
   const FolderItem& operator[](std::size_t row) const;
   const_iterator begin() const { return {*this, 0}; }
   const_iterator end() const { return {*this, blocks_.size()}; }
@@ -55,15 +55,15 @@ class FolderItems {
   std::size_t directoryCount() const { return directoryCount_; }
   std::size_t measuredDirectoryCount() const { return measuredCount_; }
 
-  // Sets the figures of the directory that was listed at this rank, and moves it to its place. A rank that
-  // isn't there, or has its figures, changes nothing.
+  // Sets the figures of the directory with this rank and moves it to its place. Does nothing if there is no
+  // such directory or it has been measured.
   void setMeasure(Rank rank, std::uint64_t bytes, std::int64_t files);
 
  private:
   struct Row {
     std::shared_ptr<const FolderItem> item;
     std::uint64_t size = 0;
-    std::uint32_t tie = 0;  // among equal sizes the lower one is first
+    std::uint32_t tie = 0;  // among equal sizes the lower one comes first
   };
   using Block = std::vector<Row>;
   struct Position {
@@ -83,7 +83,7 @@ class FolderItems {
   std::size_t size_ = 0;
   std::size_t directoryCount_ = 0;
   std::size_t measuredCount_ = 0;
-  std::uint32_t nextTie_ = 0;  // for the next one that arrives behind its equals
+  std::uint32_t nextTie_ = 0;  // for the next entry that moves behind its equals
 };
 
 }  // namespace kestrune

@@ -67,8 +67,7 @@ void FolderProvider::updateBreadcrumbs() {
   breadcrumbs.set(std::move(trail));
 }
 
-// In the lane, so that a device that hangs doesn't take the window with it, and so that the making of a large
-// list doesn't either.
+// Runs in the lane: neither a hung device nor the sorting of a large list may block the window.
 std::optional<FolderProvider::Listing> FolderProvider::list(platform::Folders& folders, const Scan& scan,
                                                             const CancellationFlag& flag) {
   if (flag->load()) return Listing{};
@@ -123,7 +122,7 @@ void FolderProvider::measure(platform::Folders& folders, Listing listing, const 
   folders.measure(std::move(listing.directories), flag, std::move(done));
 }
 
-// False: a newer scan has begun, which the older one must leave alone.
+// False: a newer scan has started, and the list is its own.
 bool FolderProvider::showListing(const std::optional<Listing>& listing, const Scan& scan) {
   if (scan.number != scanNumber_) return false;
   if (listing) items.set(listing->items);

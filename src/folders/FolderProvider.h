@@ -15,9 +15,9 @@
 
 namespace kestrune {
 
-// Shows one directory at a time: first its entries with the files' sizes, then the sizes of the directories
-// in it as they are measured, largest first at any moment. It works on request only. No failure shows but as
-// an empty or a short list. To go to a directory set `currentPath`, then call `updateBreadcrumbs` and `scan`.
+// Shows one directory at a time: first its entries with the sizes of the files, then the sizes of its
+// directories as they are measured, always sorted by size. Works on request only. A failure shows only as an
+// empty or short list. To go to a directory, set `currentPath`, then call `updateBreadcrumbs` and `scan`.
 // Main thread only.
 class FolderProvider : public std::enable_shared_from_this<FolderProvider> {
  public:
@@ -26,23 +26,24 @@ class FolderProvider : public std::enable_shared_from_this<FolderProvider> {
     WorkLane& lane;              // for listings, which may take long
   };
 
-  // Begins at home, and scans nothing. Loop and services must outlive the provider and the lane's work.
+  // Starts at the home directory; scans nothing. Loop and services must outlive the provider and the lane's
+  // work.
   FolderProvider(MainLoop& loop, const Services& services);
-  // Ends the scan.
+  // Cancels the scan.
   ~FolderProvider();
   FolderProvider(const FolderProvider&) = delete;
   FolderProvider& operator=(const FolderProvider&) = delete;
 
-  // Asks anew whether the program sees all files.
+  // Checks again whether the program sees all files.
   void checkFullDiskAccess();
-  // Lists `currentPath` and measures the directories in it, instead of what is under way. One that is called
-  // off ends as soon as its measures have stopped, and then clears `isComputingSizes` whatever a newer one is
-  // at; otherwise it touches nothing any more.
+  // Cancels the scan that is running, lists `currentPath` and measures the directories in it. A cancelled
+  // scan finishes once its measurements have stopped. It then clears `isComputingSizes`, even if a newer scan
+  // is running, and changes nothing else.
   void scan();
-  // Goes to the parent and scans it; at the root nothing happens.
+  // Goes to the parent and scans it. Does nothing at the root.
   void goUp();
-  // Makes `breadcrumbs` the way from home, or from the root, to `currentPath`, of which at most the 8
-  // deepest.
+  // Sets `breadcrumbs` to the path from the home directory, or from the root, to `currentPath`; at most the 8
+  // deepest levels.
   void updateBreadcrumbs();
 
   Published<platform::FileLocation> currentPath;
@@ -55,7 +56,7 @@ class FolderProvider : public std::enable_shared_from_this<FolderProvider> {
   Published<std::optional<Task>> scanTask;
 
   const platform::FileLocation& homeDirectory() const { return home_; }
-  // Of the latest scan; another one for each.
+  // The number of the latest scan; each scan has its own.
   std::uint64_t scanNumber() const { return scanNumber_; }
 
  private:
@@ -66,7 +67,7 @@ class FolderProvider : public std::enable_shared_from_this<FolderProvider> {
   };
   struct Listing {
     FolderItems items;
-    // The directories in it, in its order, and their ranks.
+    // The directories among the items, in the same order, and their ranks.
     std::vector<platform::FileLocation> directories;
     std::vector<FolderItems::Rank> ranks;
   };

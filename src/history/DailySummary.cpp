@@ -30,8 +30,7 @@ double total(const std::vector<HourBucket>& hours, double HourBucket::*bytes) {
   return sum;
 }
 
-// Without its fraction. What no integer can hold, as only a file can say it, becomes the nearest that one
-// can.
+// A value out of range, which only a file can contain, becomes the nearest integer.
 std::int64_t truncated(double value) {
   constexpr double beyond = 9223372036854775808.0;  // 2^63
   if (value >= beyond) return std::numeric_limits<std::int64_t>::max();

@@ -10,14 +10,14 @@
 
 namespace kestrune {
 
-// The running figures of one metric in one hour.
+// The statistics of one metric in one hour.
 struct BucketStat {
   double sum = 0;
   std::int64_t count = 0;
   double peak = 0;
-  Date peakTime = Date::distantPast;  // stays so while no value has exceeded 0
+  Date peakTime = Date::distantPast;  // unchanged until a value exceeds 0
 
-  // Takes a value in. The first of equal peaks keeps its time.
+  // Adds a value. The first of equal peaks keeps its time.
   void fold(double value, Date now);
   double average() const;  // 0 without values
 
@@ -40,10 +40,10 @@ struct HourBucket {
 struct HistoricProcess {
   std::string name;
   double cpuSum = 0;            // percent
-  std::int64_t cpuCount = 0;    // minutes in which it was among the busiest; the divisor of both sums
+  std::int64_t cpuCount = 0;    // how often it was among the busiest; the divisor of both sums
   std::uint64_t memorySum = 0;  // bytes
 
-  double avgCPU() const;  // 0 where it was never counted
+  double avgCPU() const;  // 0 if it was never counted
 
   friend bool operator==(const HistoricProcess&, const HistoricProcess&) = default;
 };
@@ -57,15 +57,16 @@ struct NetworkSSIDStat {
 
 using SSIDTraffic = std::vector<std::pair<std::string, NetworkSSIDStat>>;
 
-// All that is remembered of one day.
+// Everything recorded about one day.
 struct DailySummary {
-  Date date;  // when the day begins
-  // The hours in which the program ran, in that order; one may come twice where the clock was put back.
+  Date date;  // start of the day
+  // The hours in which the program ran, in order of appearance; one can appear twice if the clock was set
+  // back.
   std::vector<HourBucket> hours;
-  // By name, and by network or the kind of connection. The order of the keys carries no meaning.
+  // By process name, and by network or kind of connection. The order of the keys has no meaning.
   std::map<std::string, HistoricProcess> processes;
   std::map<std::string, NetworkSSIDStat> networkSSIDs;
-  // As they were last.
+  // As of the last tick.
   std::uint64_t diskTotalBytes = 0;
   std::uint64_t diskUsedBytes = 0;
   std::uint64_t diskFreeBytes = 0;
@@ -74,23 +75,23 @@ struct DailySummary {
   std::int64_t uptimeMinutes = 0;
   std::int64_t batteryHealthPercent = 0;
 
-  // Worked out at each call. Without hours each of these is 0 or empty. Means are means of the hours' means:
-  // an hour with few values weighs as much as a full one.
+  // Computed at each call; 0 or empty without hours. Averages are averages of the hourly averages: an hour
+  // with few values weighs as much as a full one.
   std::vector<double> hourlyCPUFractions() const;
   double averageCPU() const;
   double peakCPU() const;
   double averageMemoryGB() const;
   double peakMemoryGB() const;
-  // The means of the first and the last entry, without their fractions.
+  // The averages of the first and the last hour, truncated.
   std::int64_t batteryStartPercent() const;
   std::int64_t batteryEndPercent() const;
   double totalNetworkUpBytes() const;
   double totalNetworkDownBytes() const;
   double totalDiskReadBytes() const;
   double totalDiskWriteBytes() const;
-  // At most five, the busiest first.
+  // At most five, busiest first.
   std::vector<HistoricProcess> topProcesses() const;
-  // The one with most traffic first.
+  // Most traffic first.
   SSIDTraffic ssidsByTraffic() const;
 
   friend bool operator==(const DailySummary&, const DailySummary&) = default;

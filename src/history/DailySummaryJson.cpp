@@ -30,7 +30,7 @@ struct Field {
 template <class Type, class Value>
 Field(std::string_view, Value Type::*) -> Field<Type, Value>;
 
-// The members of each type, in the order in which they are written. All of them have to be there.
+// The members of each type, in the order in which they are written. Reading requires all of them.
 template <class Type>
 constexpr auto fields = nullptr;
 
@@ -181,7 +181,7 @@ bool read(JsonReader& json, std::vector<Type>& list) {
 template <Record Type>
 bool read(JsonReader& json, std::map<std::string, Type>& map) {
   map.clear();
-  // The keys mostly come in order.
+  // The keys are usually sorted.
   return json.readObject(
       [&](const std::string& key) { return read(json, map.try_emplace(map.end(), key)->second); });
 }
@@ -190,7 +190,7 @@ template <Record Type>
 bool read(JsonReader& json, Type& record) {
   constexpr auto count = std::tuple_size_v<std::remove_const_t<decltype(fields<Type>)>>;
   unsigned seen = 0;
-  const bool isWell = json.readObject([&](const std::string& key) {
+  const bool isObject = json.readObject([&](const std::string& key) {
     bool isKnown = false;
     bool isGood = true;
     unsigned bit = 1;
@@ -204,7 +204,7 @@ bool read(JsonReader& json, Type& record) {
     });
     return isKnown ? isGood : json.skip();
   });
-  return isWell && seen == (1U << count) - 1;
+  return isObject && seen == (1U << count) - 1;
 }
 
 }  // namespace

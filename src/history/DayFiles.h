@@ -10,23 +10,23 @@
 
 namespace kestrune {
 
-// The day files: one for each day on which the program ran, named after it. Main thread.
+// The files in the history folder: one for each day on which the program ran. Main thread.
 class DayFiles {
  public:
   // Both must outlive it.
   DayFiles(platform::HistoryFolder& storage, platform::Calendar& calendar)
       : storage_(storage), calendar_(calendar) {}
 
-  // "2026-05-09.json" for the day that begins then, in the time zone as it stood when a name was first asked
-  // for.
+  // "2026-05-09.json" for the day that starts then, in the time zone that was set when the first name was
+  // made.
   std::string name(Date midnight) const;
-  // The same without the ending.
+  // The same without the extension.
   std::string dayName(Date midnight) const;
-  // Whether there is a file, damaged or not.
+  // True if there is a file, damaged or not.
   bool exists(Date midnight) const { return storage_.exists(name(midnight)); }
-  // Absent: there is no such file, it can't be read, or it is damaged.
+  // Absent if the file is missing, unreadable or damaged.
   std::optional<DailySummary> read(Date midnight) const;
-  // Replaces the file of the record's own day. Yields what went wrong, in words, or nothing.
+  // Replaces the file of the record's own day. Returns an error message, or nothing.
   std::optional<std::string> write(const DailySummary& summary);
 
  private:

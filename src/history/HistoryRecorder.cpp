@@ -65,7 +65,7 @@ void HistoryRecorder::tick(const Sources& sources) {
   bucket.cpu.fold(sources.cpu->current->usagePercent, now);
   bucket.memoryGB.fold(static_cast<double>(sources.memory->current->usedBytes) * gibibytesPerByte, now);
   bucket.batteryPercent.fold(static_cast<double>(sources.battery->current->percent), now);
-  // Rates are taken as if they had held for the whole minute.
+  // A rate counts as if it had held for the whole minute.
   bucket.networkUpBytes += network.uploadBytesPerSec * secondsPerTick;
   bucket.networkDownBytes += network.downloadBytesPerSec * secondsPerTick;
   addNetwork(network);
@@ -113,7 +113,7 @@ void HistoryRecorder::noteLatest(const Sources& sources, Date now) {
   current.uptimeMinutes = uptime.minutes;
 }
 
-// Counted over the whole day, so that a run that was resumed saves at the same ticks.
+// Counted over the whole day, so that a restarted program keeps the rhythm.
 bool HistoryRecorder::isSaveMoment() const {
   std::int64_t ticks = 0;
   for (const auto& hour : current.hours) ticks = checkedAdd(ticks, hour.cpu.count, "the ticks of a day");

@@ -15,8 +15,8 @@
 
 namespace kestrune {
 
-// Once a minute takes what the samplers show at that moment into the record of the day, and writes that to
-// its file at every tenth such tick and when the day is over. Nothing is ever deleted. Main thread only.
+// Adds the current figures of the samplers to the record of the day once a minute, and saves the record at
+// every tenth tick and when the day is over. Never deletes anything. Main thread only.
 class HistoryRecorder : public std::enable_shared_from_this<HistoryRecorder> {
  public:
   struct Services {
@@ -32,19 +32,19 @@ class HistoryRecorder : public std::enable_shared_from_this<HistoryRecorder> {
     std::shared_ptr<DiskProvider> disk;
   };
 
-  // Goes on with today's file, if there is one that can be read. Loop and services must outlive the recorder.
+  // Continues today's file if it can be read. Loop and services must outlive the recorder.
   HistoryRecorder(MainLoop& loop, const Services& services);
-  // Ends the recording; saves nothing.
+  // Stops recording; saves nothing.
   ~HistoryRecorder();
   HistoryRecorder(const HistoryRecorder&) = delete;
   HistoryRecorder& operator=(const HistoryRecorder&) = delete;
 
   // The first tick comes a minute later.
   void start(const Sources& sources);
-  // Writes a record to the file of its day. A failure is one line on standard output, and nothing else.
+  // Writes a record to the file of its day. A failure is reported in one line on standard output.
   void save(const DailySummary& summary);
 
-  // The day's record, as of the last tick. Its changes notify nobody.
+  // The day's record, as of the last tick. Not observable.
   DailySummary current;
 
  private:

@@ -10,8 +10,8 @@
 namespace kestrune {
 namespace {
 
-constexpr int deepest = 128;
-// 2^63 and 2^64: the first numbers beyond what the integers hold.
+constexpr int maxDepth = 128;
+// 2^63 and 2^64: the first values beyond the range of the integers.
 constexpr double beyondSigned = 9223372036854775808.0;
 constexpr double beyondUnsigned = 18446744073709551616.0;
 
@@ -19,7 +19,7 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// How many digits the text has from `begin` on.
+// The number of digits from `begin` on.
 std::size_t digitsAt(std::string_view text, std::size_t begin) {
   std::size_t end = begin;
   while (end < text.size() && isDigit(text[end])) ++end;
@@ -36,7 +36,7 @@ bool convert(std::string_view digits, Value& value) {
   return result.ec == std::errc() && result.ptr == digits.data() + digits.size();
 }
 
-// With escapes, or with bytes beyond ASCII that have to be checked.
+// A string with escapes, or with bytes beyond ASCII that must be valid UTF-8.
 bool readUnusual(std::string_view quoted, std::string& value) {
   auto json = nlohmann::json::parse(quoted, nullptr, /*allow_exceptions=*/false);
   if (!json.is_string()) return false;
@@ -60,12 +60,12 @@ bool JsonReader::read(std::uint64_t& value) {
 }
 
 template <class Integer>
-bool JsonReader::readInteger(Integer& value, double least, double beyond) {
+bool JsonReader::readInteger(Integer& value, double min, double beyond) {
   const Number number = takeNumber();
   if (number.text.empty()) return false;
   if (!number.hasFractionOrExponent) return convert(number.text, value);
   double real = 0;
-  if (!convert(number.text, real) || std::trunc(real) != real || real < least || real >= beyond) return false;
+  if (!convert(number.text, real) || std::trunc(real) != real || real < min || real >= beyond) return false;
   value = static_cast<Integer>(real);
   return true;
 }
@@ -88,7 +88,7 @@ bool JsonReader::read(std::string& value) {
   return true;
 }
 
-// As JSON has them: no sign but the minus, no leading zeros, digits on both sides of the point.
+// A number in JSON has no plus sign, no leading zeros, and digits on both sides of the point.
 JsonReader::Number JsonReader::takeNumber() {
   skipBlanks();
   std::size_t end = isAnyOf(rest_, 0, "-") ? 1 : 0;
@@ -115,7 +115,7 @@ JsonReader::Number JsonReader::takeNumber() {
 }
 
 bool JsonReader::skipBelow(int depth) {
-  if (depth > deepest) return false;
+  if (depth > maxDepth) return false;
   skipBlanks();
   if (rest_.empty()) return false;
   switch (rest_.front()) {
@@ -144,7 +144,7 @@ bool JsonReader::isAtEnd() {
 }
 
 void JsonReader::skipBlanks() {
-  if (!rest_.empty() && rest_.front() > ' ') return;  // mostly
+  if (!rest_.empty() && rest_.front() > ' ') return;  // the usual case
   rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
 }
 

@@ -8,23 +8,23 @@
 
 namespace kestrune {
 
-// Reads JSON from front to back, straight into the variables of whoever knows what has to come: no tree is
-// built, which makes it several times as fast. Each operation takes one whole value. False: there is no such
-// value, and nothing more can be read. The text must outlive the reader.
+// Reads JSON from front to back, straight into the caller's variables. It builds no tree, which makes it
+// several times faster. Each operation consumes one whole value. False: the next value is not of the expected
+// kind, and nothing more can be read. The text must outlive the reader.
 class JsonReader {
  public:
   explicit JsonReader(std::string_view text) : rest_(text) {}
 
-  // Fails where the number is too large, or so small that only 0 would be left of it.
+  // Fails if the number overflows, or underflows to 0.
   bool read(double& value);
-  // Only whole numbers that fit. 5.0 and 5e0 are whole.
+  // Only whole numbers in range. 5.0 and 5e0 are whole.
   bool read(std::int64_t& value);
   bool read(std::uint64_t& value);
   bool read(std::string& value);
   // Any value, nested up to 128 deep.
   bool skip() { return skipBelow(0); }
 
-  // Calls `readMember(key)` for each member, which has to take its value and tell whether it could.
+  // Calls `readMember(key)` for each member. It must consume the value and return whether it could.
   template <class ReadMember>
   bool readObject(ReadMember readMember) {
     if (!take('{')) return false;
@@ -36,7 +36,7 @@ class JsonReader {
     return take('}');
   }
 
-  // Calls `readItem()` for each item, which has to take it and tell whether it could.
+  // Calls `readItem()` for each item. It must consume the item and return whether it could.
   template <class ReadItem>
   bool readArray(ReadItem readItem) {
     if (!take('[')) return false;
@@ -47,16 +47,16 @@ class JsonReader {
     return take(']');
   }
 
-  // Whether nothing but blanks is left.
+  // True if only whitespace is left.
   bool isAtEnd();
 
  private:
   struct Number {
-    std::string_view text;  // empty: there is none
+    std::string_view text;  // empty: no number
     bool hasFractionOrExponent = false;
   };
   template <class Integer>
-  bool readInteger(Integer& value, double least, double beyond);
+  bool readInteger(Integer& value, double min, double beyond);
   Number takeNumber();
   bool skipBelow(int depth);
   void skipBlanks();

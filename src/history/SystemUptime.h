@@ -13,7 +13,7 @@ struct SystemUptime {
   std::int64_t minutes = 0;  // beyond the hours
 };
 
-// How long the machine has been running. A start in the future counts as now, an unknown one as 1970.
+// How long the machine has been running. A boot time in the future counts as now, an unknown one as 1970.
 SystemUptime systemUptime(platform::SystemFacts& facts, Date now);
 
 }  // namespace kestrune

@@ -12,27 +12,28 @@
 
 namespace kestrune {
 
-// Takes a census of the sound service, off the main thread, again and again. Its failures are published as
-// emptiness. Main thread only.
+// Polls the sound service off the main thread. A failed reading is published as an empty snapshot. Main
+// thread only.
 class AudioProvider : public std::enable_shared_from_this<AudioProvider> {
  public:
   struct Services {
-    platform::AudioService& audio;  // used in the lane only, as is `applications`
+    // Both are used in the lane only.
+    platform::AudioService& audio;
     platform::Applications& applications;
     WorkLane& lane;
   };
 
   // Reads nothing. Loop and services must outlive the provider and the lane's work.
   AudioProvider(MainLoop& loop, const Services& services);
-  // Ends the polling.
+  // Stops polling.
   ~AudioProvider();
   AudioProvider(const AudioProvider&) = delete;
   AudioProvider& operator=(const AudioProvider&) = delete;
 
-  // Begins the loop, which reads first and then sleeps for the interval; readings never overlap.
+  // Starts the loop, which reads and then sleeps for the interval. Readings never overlap.
   void start(Duration interval);
 
-  Published<AudioSnapshot> current;  // empty until the first reading is there
+  Published<AudioSnapshot> current;  // empty until the first reading
   Published<HistoryRing<AudioSnapshot>> history{HistoryRing<AudioSnapshot>(60)};
   bool paused = false;  // the polling loop skips its readings while set
 

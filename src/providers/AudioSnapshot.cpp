@@ -21,7 +21,7 @@ enum class Direction { output, input };
 
 constexpr const char* unnamedProcess = "System Audio Process";
 constexpr int asciiCaseBit = 0x20;
-constexpr std::size_t processNameBytes = 16;  // as many as are read of a process's name
+constexpr std::size_t maxProcessNameBytes = 16;
 
 const AudioScope& scopeOf(const AudioDevice& device, Direction direction) {
   return direction == Direction::input ? device.input : device.output;
@@ -99,7 +99,7 @@ std::string stem(std::string_view path) {
 std::string processName(std::int32_t pid, platform::Applications& applications) {
   if (pid < 1) return unnamedProcess;
   const std::string bytes = applications.processName(pid);
-  const std::string name = repairedUtf8(std::string_view(bytes).substr(0, processNameBytes));
+  const std::string name = repairedUtf8(std::string_view(bytes).substr(0, maxProcessNameBytes));
   return name.empty() ? unnamedProcess : name;
 }
 

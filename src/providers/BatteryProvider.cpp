@@ -7,21 +7,21 @@ namespace kestrune {
 namespace {
 
 constexpr std::int64_t minutesPerHour = 60;
-constexpr std::int64_t leastGoodPercent = 80;
-constexpr std::int64_t leastFairPercent = 50;
-constexpr std::int64_t almostFullPercent = 99;  // what counts as full while charging lies above
+constexpr std::int64_t minGoodPercent = 80;
+constexpr std::int64_t minFairPercent = 50;
+constexpr std::int64_t almostFullPercent = 99;  // above it, a charging battery counts as full
 constexpr double temperatureUnitsPerDegree = 100.0;
 
 BatteryCondition conditionOf(std::int64_t healthPercent) {
-  if (healthPercent >= leastGoodPercent) return BatteryCondition::good;
-  return healthPercent >= leastFairPercent ? BatteryCondition::fair : BatteryCondition::poor;
+  if (healthPercent >= minGoodPercent) return BatteryCondition::good;
+  return healthPercent >= minFairPercent ? BatteryCondition::fair : BatteryCondition::poor;
 }
 
 bool isFull(const BatterySnapshot& battery) {
   return battery.isFullyCharged || (battery.isCharging && battery.percent > almostFullPercent);
 }
 
-// What was measured, if it is a figure at all, else what is reported.
+// The measured value if it is positive, otherwise the reported one.
 std::int64_t capacity(std::optional<std::int64_t> measured, std::optional<std::int64_t> reported) {
   return measured.value_or(0) >= 1 ? *measured : reported.value_or(0);
 }

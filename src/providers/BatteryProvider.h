@@ -21,10 +21,10 @@ struct BatterySnapshot {
   std::int64_t percent = 0;  // of the charge, 0 to 100
   bool isCharging = false;
   bool isFullyCharged = false;
-  // Until full while charging, else until empty; absent while that is being estimated.
+  // Until full while charging, otherwise until empty; absent while it is being estimated.
   std::optional<std::int64_t> timeRemainingMinutes;
   std::int64_t cycleCount = 0;
-  std::int64_t healthPercent = 0;  // the full capacity as a share of the designed one, at most 100
+  std::int64_t healthPercent = 0;  // full capacity relative to design capacity, at most 100
   BatteryCondition condition = BatteryCondition::good;
   std::int64_t voltageMV = 0;
   std::int64_t amperageMa = 0;  // negative while discharging
@@ -32,12 +32,12 @@ struct BatterySnapshot {
   std::int64_t designCapacityMah = 0;
   std::optional<double> temperatureCelsius;
 
-  // What is shown until real data replaces it, and stays on a machine without a battery.
+  // Shown until real data replaces it; stays on a machine without a battery.
   static BatterySnapshot preview();
 
   // "4h 12m", "45m", or the key of a text: "Fully Charged", "Calculating…".
   std::string timeRemainingText() const;
-  // Whether that is a time.
+  // True if the text above is a time, not a key.
   bool tellsTime() const;
 };
 
@@ -46,12 +46,12 @@ class BatteryProvider : public std::enable_shared_from_this<BatteryProvider> {
  public:
   // Reads nothing. Loop and sources must outlive the provider.
   BatteryProvider(MainLoop& loop, platform::PowerSources& sources);
-  // Ends the polling.
+  // Stops polling.
   ~BatteryProvider();
   BatteryProvider(const BatteryProvider&) = delete;
   BatteryProvider& operator=(const BatteryProvider&) = delete;
 
-  // Ticks once at once, then once per interval.
+  // Ticks immediately, then once per interval.
   void start(Duration interval);
   void tick();
 

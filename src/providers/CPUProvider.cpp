@@ -31,7 +31,7 @@ std::int32_t subtract(std::int32_t a, std::int32_t b) {
   return checkedSubtract(a, b, "the difference of processor ticks");
 }
 
-// `total` is at least 1. Counters that ran backwards are caught by the clamp alone.
+// `total` is at least 1. The clamp covers counters that ran backwards.
 double percent(std::int32_t busy, std::int32_t total) {
   return std::clamp(static_cast<double>(busy) / static_cast<double>(total) * 100, 0.0, 100.0);
 }
@@ -94,7 +94,7 @@ CPUProvider::Load CPUProvider::sample() {
     const std::int32_t deltaTotal = subtract(total, prevTotal_);
     if (deltaTotal >= 1) load.usage = percent(deltaBusy, deltaTotal);
     load.cores.assign(coreBusy.size(), 0);
-    // A processor that is new since the last read stays at 0 this once.
+    // A processor that appeared since the last read stays at 0 for this tick.
     const std::size_t known = std::min(coreBusy.size(), prevCoreBusy_.size());
     for (std::size_t i = 0; i < known; ++i) {
       const std::int32_t deltaCoreBusy = subtract(coreBusy[i], prevCoreBusy_[i]);
@@ -114,8 +114,8 @@ void CPUProvider::startScanIfDue() {
   if (++pollsSinceLastScan_ < ticksPerScan || isScanning_) return;
   pollsSinceLastScan_ = 0;
   isScanning_ = true;
-  // The scan takes the old ticks along instead of a copy: nobody reads them until it brings the new ones, and
-  // so they are freed off the main thread.
+  // The scan takes the old ticks instead of a copy: nothing reads them until it delivers the new ones, and
+  // this way they are freed off the main thread.
   scan(loop_, weak_from_this(), scans_, std::exchange(prevProcTicks_, {}));
 }
 

@@ -18,29 +18,30 @@ namespace kestrune {
 
 // Fixed facts about the chip.
 struct ChipInfo {
-  std::string name;  // the processor's brand, or the machine's model where that is empty
+  std::string name;  // the processor's brand, or the machine's model if that is empty
   std::int32_t physicalCores = 0;
-  std::int32_t perfCores = 0;  // 0, like effCores, on a chip whose cores are all of one kind
+  // Both are 0 if all cores are of one kind.
+  std::int32_t perfCores = 0;
   std::int32_t effCores = 0;
 
-  // "4E + 6P" where the chip has both kinds, else the number of physical cores.
+  // "4E + 6P" if the chip has both kinds, otherwise the number of physical cores.
   std::string coreDescription() const;
 };
 
-// Samples the load of the machine and of each processor once per interval, keeps what the charts read, and at
-// every third tick has the processes looked at, off the main thread. A failed read repeats the last figures.
+// Samples the load of the machine and of each processor once per interval, keeps the history for the charts,
+// and at every third tick scans the processes off the main thread. A failed read repeats the last figures.
 // Main thread only.
 class CPUProvider : public std::enable_shared_from_this<CPUProvider> {
  public:
   // Reads the chip's facts; takes no sample. Loop, clock and services must outlive the provider.
   CPUProvider(MainLoop& loop, platform::Processors& processors, platform::Chip& chip,
               std::shared_ptr<ProcessScanCache> scans);
-  // Ends the polling.
+  // Stops polling.
   ~CPUProvider();
   CPUProvider(const CPUProvider&) = delete;
   CPUProvider& operator=(const CPUProvider&) = delete;
 
-  // Ticks once at once, then once per interval.
+  // Ticks immediately, then once per interval.
   void start(Duration interval);
   void tick();
 
@@ -71,7 +72,7 @@ class CPUProvider : public std::enable_shared_from_this<CPUProvider> {
   std::vector<std::int32_t> prevCoreTotal_;
   bool prevReady_ = false;
   ProcessTicks prevProcTicks_;
-  int menuBarUpdateCount_ = 2;  // so that the very first tick reaches the threshold of 3
+  int menuBarUpdateCount_ = 2;  // so that the first tick already updates the menu bar
   bool isScanning_ = false;
   int pollsSinceLastScan_ = 0;
 };

@@ -29,7 +29,7 @@ std::optional<std::string> addressOf(const InterfaceList& list, const std::strin
   return found == list.addresses.end() ? std::nullopt : std::optional(found->address);
 }
 
-// A wired port that has ever received a byte counts, whatever its link says now.
+// A wired port counts as active once it has received a byte, even if its link is down now.
 std::optional<std::string> activeWiredInterface(const InterfaceList& list, const InterfaceNaming& naming,
                                                 const std::set<std::string>& wifiNames) {
   for (const auto& link : list.links) {
@@ -49,7 +49,7 @@ std::optional<std::string> kindOf(const std::string& name, const InterfaceNaming
   return std::nullopt;
 }
 
-// All interfaces of a known kind that have ever moved a byte, by name. Of several addresses the last counts.
+// All interfaces of a known kind with any traffic, sorted by name, each with the last of its addresses.
 std::vector<InterfaceInfo> interfaceTable(const InterfaceList& list, const InterfaceNaming& naming,
                                           const std::set<std::string>& wifiNames) {
   std::map<std::string, std::string> addresses;

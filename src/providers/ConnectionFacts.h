@@ -21,16 +21,16 @@ struct InterfaceInfo {
   friend bool operator==(const InterfaceInfo&, const InterfaceInfo&) = default;
 };
 
-// Through what the machine is connected. Texts are UTF-8.
+// How the machine is connected. Texts are UTF-8.
 struct ConnectionFacts {
   std::string label;  // "Wi-Fi", "Ethernet" or "Not connected"
   std::optional<std::string> ssid;
-  bool needsLocation = false;            // the name is withheld for want of a permission
-  std::optional<std::string> ipAddress;  // dotted IPv4 of the interface that connects
+  bool needsLocation = false;            // the name is withheld for lack of permission
+  std::optional<std::string> ipAddress;  // dotted IPv4 address of the connecting interface
   std::vector<InterfaceInfo> interfaces;
 };
 
-// What the main thread knows when a look at the connection begins.
+// What the main thread knows when a refresh of the connection starts.
 struct ConnectionQuestion {
   std::string wifiName;
   bool stationMode = false;

@@ -17,29 +17,29 @@ namespace kestrune {
 struct DiskSnapshot {
   double readBytesPerSec = 0;   // of all drives together
   double writeBytesPerSec = 0;  // of all drives together
-  // Of the volume that holds "/".
+  // The volume mounted at "/".
   std::string volumeName;
   std::uint64_t volumeTotalBytes = 0;
-  std::uint64_t volumeUsedBytes = 0;  // total less free, at least 0
+  std::uint64_t volumeUsedBytes = 0;  // total minus free, at least 0
   std::uint64_t volumeFreeBytes = 0;
 
-  // What is shown until real data replaces it, and stands for volume figures that were never read.
+  // Shown until real data replaces it. Volume figures that can't be read keep these values.
   static DiskSnapshot demonstration();
 };
 
-// Turns the byte counters of all drives into rates once per interval, and reads the root volume. A failed
-// read leaves the last figures as they are. Main thread only.
+// Computes rates from the byte counters of all drives once per interval, and reads the root volume. A failed
+// read keeps the last figures. Main thread only.
 class DiskProvider : public std::enable_shared_from_this<DiskProvider> {
  public:
   // Reads nothing. Loop and services must outlive the provider.
   DiskProvider(MainLoop& loop, platform::BlockStorage& storage, platform::Volumes& volumes);
-  // Ends the polling.
+  // Stops polling.
   ~DiskProvider();
   DiskProvider(const DiskProvider&) = delete;
   DiskProvider& operator=(const DiskProvider&) = delete;
 
-  // Notes the counters at once and publishes nothing; ticks once per interval, so that the first rate is one
-  // over a whole interval.
+  // Reads the counters immediately and publishes nothing, then ticks once per interval: the first rate covers
+  // a whole interval.
   void start(Duration interval);
   void tick();
 

@@ -8,7 +8,7 @@
 
 namespace kestrune {
 
-// A value with the wall-clock instant of the tick that made it.
+// A value with the wall-clock time of the tick that produced it.
 template <class Payload>
 struct Sample {
   Date date;
@@ -23,7 +23,7 @@ class HistoryRing {
   // Reserves the whole storage at once. The capacity is above 0.
   explicit HistoryRing(std::size_t capacity) : capacity_(capacity) { buffer_.reserve(capacity); }
 
-  // A copy may grow on, so it reserves as the original does; a vector's own copy would not.
+  // Reserves the whole storage for the copy too, which copying the vector alone would not do.
   HistoryRing(const HistoryRing& other) : HistoryRing(other.capacity_) {
     buffer_ = other.buffer_;
     head_ = other.head_;
@@ -46,8 +46,8 @@ class HistoryRing {
   std::size_t size() const { return buffer_.size(); }
   std::size_t capacity() const { return capacity_; }
 
-  // Element `index` in time order, the oldest is 0. Constant time: a view over a full ring needs no copy of
-  // it.
+  // Element `index` in time order, starting with the oldest. Constant time, so that views needn't copy the
+  // ring.
   const Sample<Payload>& operator[](std::size_t index) const {
     return buffer_[(head_ + index) % buffer_.size()];
   }
@@ -68,13 +68,9 @@ class HistoryRing {
     return result;
   }
 
-  // The elements as they lie in storage, and where the oldest of a full ring is.
-  const std::vector<Sample<Payload>>& buffer() const { return buffer_; }
-  std::size_t head() const { return head_; }
-
  private:
   std::vector<Sample<Payload>> buffer_;
-  std::size_t head_ = 0;
+  std::size_t head_ = 0;  // where the oldest element of a full ring is stored
   std::size_t capacity_;
 };
 

@@ -6,16 +6,16 @@
 
 namespace kestrune {
 
-// What the name of an interface tells. The names that `naming` adds are those of the platform.
+// What the name of an interface reveals. `naming` adds the names that the platform uses.
 
-// Whether the bytes of the interface count towards the rates. Loopback, tunnels, bridges and the like don't:
-// what goes through them goes through a physical port too, or never leaves the machine.
+// True if the interface's bytes count towards the rates. Loopback, tunnels and bridges don't count: their
+// traffic also passes through a physical port, or never leaves the machine.
 bool isCounted(const platform::LinkEntry& link, const platform::InterfaceNaming& naming);
 
 bool isWiredName(std::string_view name, const platform::InterfaceNaming& naming);
 bool isVpnName(std::string_view name, const platform::InterfaceNaming& naming);
 
-// As what doesn't count, but VPNs are let in.
+// True for names that are left out of the table of interfaces: uncounted ones, except VPNs.
 bool isLeftOutOfTable(std::string_view name);
 
 }  // namespace kestrune

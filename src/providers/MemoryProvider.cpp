@@ -16,7 +16,7 @@ using MemoryPressure = MemorySnapshot::MemoryPressure;
 constexpr int ticksPerScan = 3;
 constexpr double warningRatio = 0.75;
 constexpr double criticalRatio = 0.9;
-constexpr std::uint64_t leastListedBytes = 1048576;  // what is listed lies above
+constexpr std::uint64_t minListedBytes = 1048576;  // only larger processes are listed
 constexpr std::size_t listedProcesses = 10;
 
 std::uint64_t add(std::uint64_t a, std::uint64_t b) {
@@ -30,7 +30,7 @@ double ratio(std::uint64_t part, std::uint64_t whole) {
 std::vector<MemorySnapshot::ProcessInfo> largestProcesses(const std::vector<ProcessEntry>& entries) {
   std::vector<const ProcessEntry*> rows;
   for (const ProcessEntry& entry : entries) {
-    if (entry.memoryBytes > leastListedBytes) rows.push_back(&entry);
+    if (entry.memoryBytes > minListedBytes) rows.push_back(&entry);
   }
   std::ranges::stable_sort(rows, std::ranges::greater{}, &ProcessEntry::memoryBytes);
   if (rows.size() > listedProcesses) rows.resize(listedProcesses);

@@ -15,7 +15,7 @@
 namespace kestrune {
 
 struct MemorySnapshot {
-  // The share of the memory that is used: from 75 percent on a warning, from 90 percent on critical.
+  // By the share of memory in use: warning from 75 percent, critical from 90 percent.
   enum class MemoryPressure { nominal, warning, critical };
 
   struct ProcessInfo {
@@ -24,7 +24,7 @@ struct MemorySnapshot {
     std::uint64_t memoryBytes = 0;
   };
 
-  std::uint64_t usedBytes = 0;   // wired, app and compressed together
+  std::uint64_t usedBytes = 0;   // wired, app and compressed memory together
   std::uint64_t totalBytes = 0;  // physical memory; 0: unknown
   MemoryPressure pressure = MemoryPressure::nominal;
   std::uint64_t appBytes = 0;
@@ -32,30 +32,30 @@ struct MemorySnapshot {
   std::uint64_t compressedBytes = 0;
   std::uint64_t swapUsedBytes = 0;
   std::uint64_t swapTotalBytes = 0;
-  std::vector<ProcessInfo> topProcesses;  // at most 10 of more than 1 MiB, largest first
+  std::vector<ProcessInfo> topProcesses;  // at most 10, each above 1 MiB, largest first
 
-  // What is shown until real data replaces it.
+  // Shown until real data replaces it.
   static MemorySnapshot demonstration();
 };
 
-// The text that stands for a level outside the program: "nominal", "warning" or "critical".
+// The name of a level in messages: "nominal", "warning" or "critical".
 const char* rawValue(MemorySnapshot::MemoryPressure pressure);
 
-// The level of so many used bytes; nominal where the total is 0.
+// Nominal if the total is 0.
 MemorySnapshot::MemoryPressure memoryPressure(std::uint64_t usedBytes, std::uint64_t totalBytes);
 
-// Samples the memory once per interval, and at every third tick has the largest processes listed, off the
-// main thread. A failed read leaves the last figures as they are. Main thread only.
+// Samples the memory once per interval, and at every third tick lists the largest processes off the main
+// thread. A failed read keeps the last figures. Main thread only.
 class MemoryProvider : public std::enable_shared_from_this<MemoryProvider> {
  public:
   // Takes no sample. Loop and memory must outlive the provider.
   MemoryProvider(MainLoop& loop, platform::Memory& memory, std::shared_ptr<ProcessScanCache> scans);
-  // Ends the polling.
+  // Stops polling.
   ~MemoryProvider();
   MemoryProvider(const MemoryProvider&) = delete;
   MemoryProvider& operator=(const MemoryProvider&) = delete;
 
-  // Ticks once at once, then once per interval.
+  // Ticks immediately, then once per interval.
   void start(Duration interval);
   void tick();
 

@@ -55,7 +55,8 @@ void NetworkProvider::watchLocation() {
   locationWatcher_.onAuthorized = [&loop = loop_, weak = weak_from_this()] {
     reloadAfterAuthorization(loop, weak);
   };
-  // The watcher stays behind when the provider goes, which may be after the services have gone.
+  // The watcher stays set after the provider is destroyed: by then the services may be gone, so the
+  // destructor can't remove it.
   services_.location.setWatcher([weak = weak_from_this(), &location = services_.location] {
     if (const auto strong = weak.lock()) {
       strong->locationWatcher_.locationManagerDidChangeAuthorization(location.status());

@@ -22,17 +22,17 @@ struct NetworkSnapshot {
   double uploadBytesPerSec = 0;    // of all counted interfaces together
   double downloadBytesPerSec = 0;  // of all counted interfaces together
   std::optional<std::string> ssid;
-  // "Wi-Fi", "Ethernet", "Not connected", or "Detecting…" until that is known; never the name of a device.
+  // "Wi-Fi", "Ethernet", "Not connected", or "Detecting…" until it is known; never the name of a device.
   std::string interfaceName;
   bool needsLocation = false;
-  std::optional<std::string> ipAddress;  // dotted IPv4 of the interface that connects
+  std::optional<std::string> ipAddress;  // dotted IPv4 address of the connecting interface
   std::vector<InterfaceInfo> interfaces;
 
-  // What is shown until real data replaces it.
+  // Shown until real data replaces it.
   static NetworkSnapshot empty();
 };
 
-// Tells whoever asked when the user lets the program know where it is.
+// Calls `onAuthorized` when the user grants the location permission.
 class LocationWatcher {
  public:
   std::function<void()> onAuthorized;
@@ -40,8 +40,8 @@ class LocationWatcher {
   void locationManagerDidChangeAuthorization(platform::LocationAuthorization status) const;
 };
 
-// Turns the byte counters of the interfaces into rates once per interval, and looks at the connection every
-// 15 s, off the main thread. A failed read leaves the last figures as they are. Main thread only.
+// Computes rates from the byte counters of the interfaces once per interval, and refreshes the connection
+// every 15 s off the main thread. A failed read keeps the last figures. Main thread only.
 class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
  public:
   struct Services {
@@ -49,23 +49,23 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
     platform::NetworkInterfaces& interfaces;
     platform::WiFi& wifi;
     platform::LocationPermission& location;
-    WorkLane& lane;  // for the looks at the connection, which may take long
+    WorkLane& lane;  // for refreshes of the connection, which may take long
   };
 
   // Reads nothing. Loop and services must outlive the provider and the lane's work.
   NetworkProvider(MainLoop& loop, const Services& services);
-  // Ends the polling.
+  // Stops polling.
   ~NetworkProvider();
   NetworkProvider(const NetworkProvider&) = delete;
   NetworkProvider& operator=(const NetworkProvider&) = delete;
 
-  // Asks for permission, notes the counters, begins a look at the connection, and then ticks once per
-  // interval. Publishes no rate at once, so that the first one is over a whole interval.
+  // Asks for permission, reads the counters, starts a refresh of the connection, and then ticks once per
+  // interval: the first rate covers a whole interval.
   void start(Duration interval);
   void tick();
-  // Begins a look at the connection, also while another one is under way. The later to finish counts.
+  // Starts a refresh of the connection, even while another one is running. The last one to finish counts.
   void refreshConnection();
-  // As `refreshConnection`, and counts as the first look ever.
+  // Like `refreshConnection`, but forgets when the connection was last refreshed.
   void reloadConnection();
 
   Published<NetworkSnapshot> current{NetworkSnapshot::empty()};
@@ -90,7 +90,7 @@ class NetworkProvider : public std::enable_shared_from_this<NetworkProvider> {
   Task task_;
   CounterPair bytes_;  // sent and received, of all counted interfaces, at the last successful reading
   ConnectionFacts cached_;
-  Date connectionRefreshed_ = Date::distantPast;  // when the last look finished
+  Date connectionRefreshed_ = Date::distantPast;  // when the last refresh finished
   bool isRefreshing_ = false;
   LocationWatcher locationWatcher_;
 };

@@ -28,8 +28,8 @@ ProcessScanCache::ProcessScanCache(const Clock& clock, std::shared_ptr<platform:
 
 const std::vector<ProcessEntry>& ProcessScanCache::entries() {
   const double age = clock_.now() - lastScanDate_;
-  // A wall clock that was set back makes the age negative; without a walk the list would stay as it is until
-  // the clock has caught up.
+  // The age is negative after the wall clock was set back. Without a new walk the list would freeze until the
+  // clock catches up.
   const bool isFresh = age >= 0 && age < staleness;
   if (!isFresh) {
     cachedEntries_ = walk();

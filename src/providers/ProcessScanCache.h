@@ -21,22 +21,21 @@ struct ProcessEntry {
   std::uint64_t tickSys = 0;      // cumulative nanoseconds
 };
 
-// The one walker of the process table. It remembers the last walk for 2 seconds, so that several callers cost
-// one walk. Everything it does happens in its lane, which runs one thing at a time; it has no lock of its
-// own.
+// The only reader of the process table. Keeps the last walk for 2 seconds, so that several callers share it.
+// Works only in its lane, which runs one thing at a time, and therefore needs no lock.
 class ProcessScanCache {
  public:
-  static constexpr double staleness = 2.0;  // seconds that a walk stays good
+  static constexpr double staleness = 2.0;  // seconds until a walk is repeated
 
-  // Clock and lane must outlive the cache. It doesn't own the lane, since the lane's own work may hold it
-  // last.
+  // Clock and lane must outlive the cache. It doesn't own the lane: work queued there may hold the last
+  // reference to the cache.
   ProcessScanCache(const Clock& clock, std::shared_ptr<platform::ProcessTable> table, WorkLane& lane);
 
-  // Where `entries` may be called.
+  // The lane in which `entries` may be called.
   WorkLane& lane() const { return lane_; }
 
-  // The processes in the order of the kernel, from the last walk if that ended less than `staleness` ago by
-  // the wall clock, else from a new one. Empty if the table can't be read. Valid until the next call. In the
+  // The processes in the kernel's order: from the last walk if that ended less than `staleness` ago by the
+  // wall clock, otherwise from a new one. Empty if the table can't be read. Valid until the next call. In the
   // lane only.
   const std::vector<ProcessEntry>& entries();
 
