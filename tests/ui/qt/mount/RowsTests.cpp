@@ -47,14 +47,14 @@ struct ListStage {
   void press(Qt::Key key) { QTest::keyClick(&pane, key); }
 };
 
-TEST(Rows, OnlyWhatIsSeenIsMade) {
+TEST(Rows, existOnlyWhileTheyCanBeSeen) {
   ListStage list;
   EXPECT_EQ(list.pane.height(), 2000000);
   EXPECT_TRUE(list.shows("0"));
   EXPECT_LT(list.numbers.made, 20U);
 
   list.bar.setValue(1000000);
-  QApplication::processEvents();
+  settle();
   EXPECT_TRUE(list.shows("50000"));
   EXPECT_FALSE(list.shows("0"));
   EXPECT_LT(list.pane.existingRows(), 20U);
@@ -68,26 +68,53 @@ TEST(Rows, OnlyWhatIsSeenIsMade) {
 
   list.numbers.count.set(3);
   list.stage.nextFrame();
-  QApplication::processEvents();
+  settle();
   EXPECT_EQ(list.pane.existingRows(), 3U);
   EXPECT_TRUE(list.shows("9"));
 }
 
-TEST(Rows, TheKeyboardGoesFromRowToRow) {
+TEST(Rows, followTheKeyboard) {
   ListStage list;
   list.pane.setFocus(Qt::TabFocusReason);
-  list.press(Qt::Key_Down);
-  list.press(Qt::Key_Down);
-  list.press(Qt::Key_Return);
-  EXPECT_EQ(list.numbers.tapped, std::vector<std::size_t>{2});
-  EXPECT_TRUE(list.stage.surface("2")->isMarked());
-  list.press(Qt::Key_End);
-  list.press(Qt::Key_Space);
-  EXPECT_EQ(list.numbers.tapped.back(), 99999U);
-  EXPECT_TRUE(list.shows("99999"));
+  const std::pair<Qt::Key, std::size_t> presses[] = {
+      {Qt::Key_Down, 1},     {Qt::Key_Down, 2},       {Qt::Key_Up, 1},  {Qt::Key_PageDown, 10},
+      {Qt::Key_PageUp, 1},   {Qt::Key_PageUp, 0},     {Qt::Key_Up, 0},  {Qt::Key_End, 99999},
+      {Qt::Key_Down, 99999}, {Qt::Key_PageUp, 99990}, {Qt::Key_Home, 0}};
+  for (const auto& [key, expected] : presses) {
+    list.press(key);
+    settle();
+    list.press(Qt::Key_Return);
+    ASSERT_FALSE(list.numbers.tapped.empty());
+    EXPECT_EQ(list.numbers.tapped.back(), expected) << "after key " << key;
+    Surface* current = list.stage.surface(QString::number(expected));
+    ASSERT_NE(current, nullptr) << "scrolled into view";
+    EXPECT_TRUE(current->isMarked());
+    EXPECT_EQ(current->focusPolicy(), Qt::NoFocus);
+  }
   list.press(Qt::Key_Backspace);
   EXPECT_EQ(list.numbers.wentBack, 1);
-  EXPECT_EQ(list.stage.surface("99999")->focusPolicy(), Qt::NoFocus);
+}
+
+TEST(Rows, showFocusThatCameByKeyboardOnly) {
+  ListStage list;
+  const auto isMarked = [&] { return list.stage.surface("0")->isMarked(); };
+  list.pane.setFocus(Qt::MouseFocusReason);
+  EXPECT_FALSE(isMarked());
+  list.pane.clearFocus();
+  list.pane.setFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(isMarked());
+  list.pane.clearFocus();
+  EXPECT_FALSE(isMarked());
+}
+
+TEST(Rows, areAsWideAsTheList) {
+  ListStage list;
+  for (const int width : {300, 500, 250}) {
+    list.stage.resize(width, 200);
+    const auto* row = list.stage.surface("1")->parentWidget();
+    EXPECT_EQ(row->geometry(), QRect(0, 20, width, 20));
+    EXPECT_EQ(list.pane.width(), width);
+  }
 }
 
 }  // namespace

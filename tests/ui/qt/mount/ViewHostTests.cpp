@@ -3,7 +3,6 @@
 
 #include "ui/qt/MountSupport.h"
 #include "ui/qt/mount/Breathing.h"
-#include "ui/qt/mount/ViewHost.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -13,7 +12,7 @@ View row(
   return hstack(0, VerticalAlignment::center, views(verbatim(name))).onTap(std::move(action)).withKey(name);
 }
 
-TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
+TEST(ViewHost, evaluatesOnlyReadersOfAChangeOncePerFrame) {
   Published<int> outer{0};
   Published<int> inner{0};
   int outerRuns = 0;
@@ -47,7 +46,7 @@ TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
   EXPECT_EQ(leaves[1]->accessibleName(), "3");
 }
 
-TEST(ViewHost, HiddenEvaluatesNothingAndCatchesUpWhenShown) {
+TEST(ViewHost, evaluatesNothingWhileHiddenAndCatchesUpWhenShown) {
   Published<int> value{0};
   int runs = 0;
   Stage stage(scene([&] {
@@ -61,12 +60,12 @@ TEST(ViewHost, HiddenEvaluatesNothingAndCatchesUpWhenShown) {
   }
   EXPECT_EQ(runs, 1);
   stage.host.show();
-  QApplication::processEvents();
+  settle();
   EXPECT_EQ(runs, 2);
   EXPECT_EQ(stage.shown<Leaf>().first()->accessibleName(), "5");
 }
 
-TEST(ViewHost, FocusFollowsAMovedRowAndTabOrderFollowsTheViews) {
+TEST(ViewHost, keepsFocusOnAMovedRowAndTabOrderInTheOrderOfTheViews) {
   Published<std::vector<std::string>> names{{"a", "b", "c"}};
   Stage stage(scene([&] {
     std::vector<View> rows;
@@ -93,7 +92,7 @@ TEST(ViewHost, FocusFollowsAMovedRowAndTabOrderFollowsTheViews) {
   EXPECT_EQ(stage.shown<Surface>().size(), 1);
 }
 
-TEST(ViewHost, CallbacksAreTheLastOnesGivenAndMayRemoveTheirOwnView) {
+TEST(ViewHost, callsTheLatestCallbackWhichMayRemoveItsOwnView) {
   Published<int> generation{0};
   std::vector<int> pressed;
   Stage stage(scene([&] {
@@ -114,7 +113,7 @@ TEST(ViewHost, CallbacksAreTheLastOnesGivenAndMayRemoveTheirOwnView) {
   EXPECT_EQ(stage.surface("go"), nullptr);
 }
 
-TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
+TEST(ViewHost, keepsAComponentsStateWhileItStays) {
   struct Counter final : Component {
     Published<int> presses{0};
     View body() override {
@@ -139,7 +138,7 @@ TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
   EXPECT_NE(stage.surface("0"), nullptr);
 }
 
-TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
+TEST(ViewHost, showsElementsRowsAndButtonsToAssistiveTools) {
   installSurfaceAccessibility();
   int taps = 0;
   View gauge = hstack(0, VerticalAlignment::center, views(verbatim("C1"), verbatim("42%")))
@@ -159,12 +158,12 @@ TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
   EXPECT_EQ(taps, 1);
 }
 
-TEST(ViewHost, EveryWindowFollowsAChangeOfTheFont) {
+TEST(ViewHost, everyWindowFollowsAChangeOfTheFont) {
   Stage stage(verbatim("text"));
   ViewHost other(stage.test.loop, stage.theme, verbatim("text"));
   other.resize(stage.host.size());
   other.show();
-  QApplication::processEvents();
+  settle();
   const auto widths = [&] {
     return std::pair(stage.host.findChild<Leaf*>()->width(), other.findChild<Leaf*>()->width());
   };
@@ -173,15 +172,15 @@ TEST(ViewHost, EveryWindowFollowsAChangeOfTheFont) {
   QFont larger = font;
   larger.setStretch(200);
   QApplication::setFont(larger);
-  QApplication::processEvents();
+  settle();
   EXPECT_GT(widths().first, before.first);
   EXPECT_GT(widths().second, before.second);
   QApplication::setFont(font);
-  QApplication::processEvents();
+  settle();
   EXPECT_EQ(widths(), before);
 }
 
-TEST(Breathing, MovesOnlyWhileItIsSeen) {
+TEST(Breathing, movesOnlyWhileItIsSeen) {
   Breathing all;
   double opacity = 0;
   auto breath = std::make_unique<Breath>(all, Pulse{.from = 0.2, .to = 1, .seconds = 0.5},
@@ -198,7 +197,7 @@ TEST(Breathing, MovesOnlyWhileItIsSeen) {
   EXPECT_FALSE(all.isRunning());
   all.setActive(true);
   breath.reset();
-  EXPECT_FALSE(all.isRunning()) << "nothing is left that breathes";
+  EXPECT_FALSE(all.isRunning()) << "no breath is left";
 }
 
 }  // namespace
