@@ -27,6 +27,11 @@ inline View scene(std::function<View()> make) {
   return component<Scene>([make = std::move(make)] { return std::make_shared<Scene>(make); });
 }
 
+template <class... Each>
+View page(Each&&... each) {
+  return vstack(0, HorizontalAlignment::leading, views(std::forward<Each>(each)...));
+}
+
 // A window over the test clock.
 class Stage {
  public:

@@ -67,7 +67,7 @@ TEST(Stack, canMakeItsChildrenEvenlyTall) {
   EXPECT_EQ(tree.node().measure(anyHeight), (Size{20, 32}));
   tree.node().place({0, 0, 20, 32}, anyHeight);
   EXPECT_EQ(tree.at(1).node().frame(), (Rect{10, 0, 10, 32}));
-  EXPECT_EQ(tree.at(1, 0).node().frame(), (Rect{10, 0, 10, 16}));
+  EXPECT_EQ(tree.at(1).at(0).node().frame(), (Rect{10, 0, 10, 16}));
 }
 
 TEST(Stack, leavesNoSpaceForEmptyViews) {
@@ -102,8 +102,8 @@ TEST(Stack, alignsFirstBaselines) {
 TEST(Divider, isAHairlineAcrossTheInnermostStack) {
   LayoutTree tree(row(5, views(symbol("a"), divider().padding(1), column(0, views(divider(), symbol("b"))))));
   tree.placed(200, 40);
-  EXPECT_EQ(tree.at(1, 0).frame(), (Rect{26, 1, 1, 38}));
-  EXPECT_EQ(tree.at(2, 0).frame(), (Rect{33, 10, 167, 1}));
+  EXPECT_EQ(tree.at(1).at(0).frame(), (Rect{26, 1, 1, 38}));
+  EXPECT_EQ(tree.at(2).at(0).frame(), (Rect{33, 10, 167, 1}));
 }
 
 TEST(Frame, takesTheOfferWithinItsLimits) {
@@ -331,7 +331,7 @@ TEST(Memory, measuresAgainOnlyWhatChanged) {
   EXPECT_FALSE(tree.at(298).node().needsLayout());
   tree.placed(400, 6000);
   EXPECT_FALSE(tree.node().needsLayout());
-  EXPECT_EQ(tree.at(299, 2).frame().width, 40);
+  EXPECT_EQ(tree.at(299).at(2).frame().width, 40);
   EXPECT_GE(measurements, 1);
   EXPECT_LE(measurements, 8);
 }

@@ -17,7 +17,11 @@ namespace kestrune::ui::test {
 // baseline at 12; symbols are 20 by 20. Components are evaluated once.
 class LayoutTree {
  public:
-  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) { show(view); }
+  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) {
+    const bool measures = view.as<TextContent>() != nullptr || view.as<SymbolContent>() != nullptr;
+    if (measures) node_.setMeasure([this](Proposal proposal) { return measured(proposal); });
+    show(view);
+  }
 
   // Keeps the nodes of children that stay of the same kind.
   void show(const View& view) {
@@ -25,7 +29,9 @@ class LayoutTree {
     if (view_.as<ComponentContent>() != nullptr)
       view_.children = {view_.as<ComponentContent>()->make()->body()};
     node_.setContent(view_.content);
-    showLeaf();
+    const auto* text = view_.as<TextContent>();
+    const std::size_t letters = text != nullptr ? text->string.size() : 0;
+    if (letters != std::exchange(letters_, letters)) node_.invalidate();
     for (std::size_t i = 0; i < view_.children.size(); ++i) {
       const View& next = view_.children[i];
       if (i < children_.size() && sameKind(children_[i]->view_, next)) {
@@ -46,15 +52,7 @@ class LayoutTree {
   LayoutNode& node() { return node_; }
   const View& view() const { return view_; }
   const std::vector<std::unique_ptr<LayoutTree>>& children() const { return children_; }
-  // The view reached by going down to these children.
-  template <class... Indices>
-  LayoutTree& at(std::size_t index, Indices... below) {
-    if constexpr (sizeof...(below) == 0) {
-      return *children_.at(index);
-    } else {
-      return children_.at(index)->at(static_cast<std::size_t>(below)...);
-    }
-  }
+  LayoutTree& at(std::size_t child) { return *children_.at(child); }
   // Empty for a view that is left out.
   Rect frame() const { return node_.isLeftOut() ? Rect{} : node_.frame(); }
   std::vector<Rect> childFrames() const {
@@ -79,39 +77,18 @@ class LayoutTree {
   }
 
  private:
-  void showLeaf() {
-    const auto* text = view_.as<TextContent>();
-    const std::size_t letters = text != nullptr ? text->string.size() : 0;
-    const bool isNew = !hasMeasure_;
-    hasMeasure_ = true;
-    if (text != nullptr) {
-      if (!isNew && letters != std::exchange(letters_, letters)) node_.invalidate();
-      letters_ = letters;
-      if (isNew) node_.setMeasure([this](Proposal proposal) { return measuredText(proposal); });
-    } else if (isNew && view_.as<SymbolContent>() != nullptr) {
-      node_.setMeasure([this](Proposal) {
-        count();
-        return LeafMetrics{{20, 20}, {}};
-      });
-    }
-  }
-
-  LeafMetrics measuredText(Proposal proposal) const {
-    count();
+  LeafMetrics measured(Proposal proposal) const {
+    if (counter_ != nullptr) ++*counter_;
+    if (view_.as<SymbolContent>() != nullptr) return {{20, 20}, {}};
     const auto letters = static_cast<double>(letters_);
     const double columns = std::max(1.0, std::floor(proposal.width.value_or(unlimited) / 10));
     return {{std::min(letters, columns) * 10, std::max(1.0, std::ceil(letters / columns)) * 16}, 12};
-  }
-
-  void count() const {
-    if (counter_ != nullptr) ++*counter_;
   }
 
   int* counter_;
   View view_;
   LayoutNode node_;
   std::size_t letters_ = 0;
-  bool hasMeasure_ = false;
   std::vector<std::unique_ptr<LayoutTree>> children_;
 };
 

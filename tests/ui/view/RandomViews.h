@@ -39,54 +39,33 @@ class RandomViews {
   }
   View leaf() {
     const double fraction = below(10) / 10.0;
-    switch (below(9)) {
-      case 0:
-        return {};
-      case 1:
-        return symbol("cpu");
-      case 2:
-        return spacer(length());
-      case 3:
-        return divider();
-      case 4:
-        return lineChart({{{0, 0.5, 1, fraction}, ColorRole::accent}}, 1.5);
-      case 5:
-        return View(BarContent{fraction, ColorRole::quaternary, ColorRole::accent, 3, 0});
-      case 6:
-        return segmentedPicker({verbatimText("a"), verbatimText("b")}, below(2), [](int) {});
-      default:
-        return verbatim("text " + std::to_string(below(1000)));
-    }
+    const int kind = below(10);
+    if (kind == 0) return {};
+    if (kind == 1) return symbol("cpu");
+    if (kind == 2) return spacer(length());
+    if (kind == 3) return divider();
+    if (kind == 4) return lineChart({{{0, 0.5, 1, fraction}, ColorRole::accent}}, 1.5);
+    if (kind == 5) return View(BarContent{fraction, ColorRole::quaternary, ColorRole::accent, 3, 0});
+    if (kind == 6) return segmentedPicker({verbatimText("a"), verbatimText("b")}, below(2), [](int) {});
+    if (kind == 7) return slider(key("s"), {.value = fraction});
+    return verbatim("text " + std::to_string(below(1000)));
   }
   View branch(int depth) {
-    switch (below(14)) {
-      case 0:
-        return any(depth).padding(Insets{length(), 1, 2, length()});
-      case 1:
-        return any(depth).frame(extent(), extent(), alignment());
-      case 2:
-        return any(depth).background({.fill = ColorRole::controlBackground, .cornerRadius = 4});
-      case 3:
-        return button(any(depth), [] {});
-      case 4:
-        return menu(any(depth), {{.title = verbatimText("item"), .symbol = {}, .action = {}}});
-      case 5:
-        return scroll(any(depth)).size(150, 80);
-      case 6:
-        return zstack(alignment(), children(depth));
-      case 7:
-        return columns(1 + below(3), length(), children(depth), {1, 2, 1});
-      case 8:
-        return firstFit(children(depth));
-      case 9:
-        return adaptiveGrid(length(), length(), children(depth));
-      case 10:
-        return hstack(8, VerticalAlignment::firstTextBaseline, children(depth)).help(verbatimText("help"));
-      case 11:
-        return hstack(length(), alignment().vertical, children(depth));
-      default:
-        return vstack(length(), alignment().horizontal, children(depth));
-    }
+    const int kind = below(14);
+    if (kind == 0) return any(depth).padding(Insets{length(), 1, 2, length()});
+    if (kind == 1) return any(depth).frame(extent(), extent(), alignment());
+    if (kind == 2) return any(depth).background({.fill = ColorRole::controlBackground, .cornerRadius = 4});
+    if (kind == 3) return button(any(depth), [] {});
+    if (kind == 4) return menu(any(depth), {{.title = verbatimText("item"), .symbol = {}, .action = {}}});
+    if (kind == 5) return scroll(any(depth)).size(150, 80);
+    if (kind == 6) return zstack(alignment(), children(depth));
+    if (kind == 7) return columns(1 + below(3), length(), children(depth), {1, 2, 1});
+    if (kind == 8) return firstFit(children(depth));
+    if (kind == 9) return adaptiveGrid(length(), length(), children(depth));
+    if (kind == 10)
+      return hstack(8, VerticalAlignment::firstTextBaseline, children(depth)).help(verbatimText("help"));
+    if (kind == 11) return hstack(length(), alignment().vertical, children(depth));
+    return vstack(length(), alignment().horizontal, children(depth));
   }
   std::vector<View> children(int depth) {
     std::vector<View> views;

@@ -31,8 +31,7 @@ struct Numbers {
                 });
               },
           .onBack = [this] { ++wentBack; }};
-      return scroll(
-          vstack(0, HorizontalAlignment::leading, views(verbatim("above"), rows(std::move(content)))));
+      return scroll(page(verbatim("above"), rows(std::move(content))));
     });
   }
 };

@@ -23,8 +23,7 @@ TEST(ViewHost, evaluatesOnlyReadersOfAChangeOncePerFrame) {
       ++innerRuns;
       return verbatim(std::to_string(inner.get()));
     });
-    return vstack(0, HorizontalAlignment::leading,
-                  views(verbatim(std::to_string(outer.get())), std::move(innerScene)));
+    return page(verbatim(std::to_string(outer.get())), std::move(innerScene));
   }));
   const auto leaves = stage.shown<Leaf>();
   ASSERT_EQ(leaves.size(), 2);
@@ -97,11 +96,11 @@ TEST(ViewHost, callsTheLatestCallbackWhichMayRemoveItsOwnView) {
   std::vector<int> pressed;
   Stage stage(scene([&] {
     const int now = generation.get();
-    if (now == 2) return vstack(0, HorizontalAlignment::leading, {});
-    return vstack(0, HorizontalAlignment::leading, views(button(verbatim("go"), [&, now] {
-                    pressed.push_back(now);
-                    generation.set(now + 1);
-                  })));
+    if (now == 2) return page();
+    return page(button(verbatim("go"), [&, now] {
+      pressed.push_back(now);
+      generation.set(now + 1);
+    }));
   }));
   for (int i = 0; i < 2; ++i) {
     Surface* go = stage.surface("go");
@@ -124,8 +123,7 @@ TEST(ViewHost, keepsAComponentsStateWhileItStays) {
   Published<int> other{0};
   Stage stage(scene([&] {
     View counter = shows.get() ? component<Counter>([] { return std::make_shared<Counter>(); }) : View();
-    return vstack(0, HorizontalAlignment::leading,
-                  views(verbatim("other " + std::to_string(other.get())), std::move(counter)));
+    return page(verbatim("other " + std::to_string(other.get())), std::move(counter));
   }));
   QTest::mouseClick(stage.surface("0"), Qt::LeftButton);
   other.set(1);
@@ -143,8 +141,7 @@ TEST(ViewHost, showsElementsRowsAndButtonsToAssistiveTools) {
   int taps = 0;
   View gauge = hstack(0, VerticalAlignment::center, views(verbatim("C1"), verbatim("42%")))
                    .accessibilityElement(verbatimText("core, 42 percent"));
-  Stage stage(vstack(0, HorizontalAlignment::leading,
-                     views(std::move(gauge), row("Memory", [&] { ++taps; }).selected(true))));
+  Stage stage(page(std::move(gauge), row("Memory", [&] { ++taps; }).selected(true)));
 
   QAccessibleInterface* element = QAccessible::queryAccessibleInterface(stage.surface("core, 42 percent"));
   ASSERT_NE(element, nullptr);

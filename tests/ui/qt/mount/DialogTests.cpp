@@ -1,4 +1,3 @@
-#include <QAccessible>
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
@@ -7,70 +6,25 @@
 #include <gtest/gtest.h>
 
 #include "ui/qt/MountSupport.h"
-#include "ui/qt/leaves/LeafAccessibility.h"
-#include "ui/qt/leaves/SliderLeaf.h"
-#include "ui/qt/leaves/SwitchLeaf.h"
 
 namespace kestrune::ui::qt {
 namespace {
-
-TEST(Switch, followsTheProgramAndReportsTheUser) {
-  Published<bool> isOn{false};
-  int changes = 0;
-  Stage stage(scene([&] {
-    return toggle(verbatimText("Alerts"), isOn.get(), [&](bool now) {
-      ++changes;
-      isOn.set(now);
-    });
-  }));
-  SwitchLeaf& leaf = *stage.shown<SwitchLeaf>().first();
-  QTest::mouseClick(&leaf, Qt::LeftButton);
-  stage.nextFrame();
-  EXPECT_TRUE(isOn.get() && leaf.isOn());
-  isOn.set(false);
-  stage.nextFrame();
-  EXPECT_FALSE(leaf.isOn());
-  EXPECT_EQ(changes, 1);
-}
-
-TEST(Slider, movesInStepsWithinItsLimits) {
-  installLeafAccessibility();
-  std::vector<double> chosen;
-  Stage stage(scene([&] {
-    return slider(verbatimText("Threshold"),
-                  {.value = 82, .least = 50, .most = 99, .step = 5, .onChange = [&](double value) {
-                     chosen.push_back(value);
-                   }});
-  }));
-  SliderLeaf& leaf = *stage.shown<SliderLeaf>().first();
-  QTest::keyClick(&leaf, Qt::Key_Right);
-  QTest::keyClick(&leaf, Qt::Key_End);
-  QTest::keyClick(&leaf, Qt::Key_Right);
-  QTest::mouseClick(&leaf, Qt::LeftButton, {}, QPoint(0, leaf.height() / 2));
-  EXPECT_EQ(chosen, (std::vector<double>{85, 95, 50}));
-  QAccessibleValueInterface* value = QAccessible::queryAccessibleInterface(&leaf)->valueInterface();
-  EXPECT_EQ(value->maximumValue().toDouble(), 95);
-  value->setCurrentValue(71);
-  EXPECT_EQ(chosen.back(), 70);
-}
 
 TEST(Dialogs, closingAQuestionMeansCancel) {
   Published<bool> asks{false};
   std::vector<std::string> answers;
   Stage stage(scene([&] {
-    if (!asks.get()) return vstack(0, HorizontalAlignment::leading, views(verbatim("page")));
+    if (!asks.get()) return page(verbatim("page"));
     const auto answer = [&](std::string what) {
       return [&, what = std::move(what)] {
         answers.push_back(what);
         asks.set(false);
       };
     };
-    AlertContent question{
-        .title = verbatimText("Sure?"),
-        .message = verbatimText("Really."),
-        .choices = {{.title = verbatimText("Do"), .action = answer("do")},
-                    {.title = verbatimText("Don't"), .isCancel = true, .action = answer("cancel")}}};
-    return vstack(0, HorizontalAlignment::leading, views(verbatim("page"), View(std::move(question))));
+    AlertContent question{verbatimText("Sure?"), verbatimText("Really."), {}};
+    question.choices = {{.title = verbatimText("Do"), .action = answer("do")},
+                        {.title = verbatimText("Don't"), .isCancel = true, .action = answer("cancel")}};
+    return page(verbatim("page"), View(std::move(question)));
   }));
   const auto ask = [&] {
     asks.set(true);
@@ -91,13 +45,10 @@ TEST(Dialogs, anExportWritesTheWholeFileOrLeavesTheOldOne) {
   const QTemporaryDir folder;
   Published<bool> exports{false};
   Stage stage(scene([&] {
-    if (!exports.get()) return vstack(0, HorizontalAlignment::leading, views(verbatim("page")));
-    FileExportContent file{.fileName = "days.csv",
-                           .fileKind = verbatimText("Table"),
-                           .extension = "csv",
-                           .content = "a,b\n\xC3\xB1",
-                           .onEnd = [&] { exports.set(false); }};
-    return vstack(0, HorizontalAlignment::leading, views(verbatim("page"), View(std::move(file))));
+    if (!exports.get()) return page(verbatim("page"));
+    FileExportContent file{"days.csv", verbatimText("Table"), "csv", "a,b\n\xC3\xB1", {}};
+    file.onEnd = [&] { exports.set(false); };
+    return page(verbatim("page"), View(std::move(file)));
   }));
   const auto finish = [&](const QString& directory, int result) {
     exports.set(true);
@@ -129,7 +80,7 @@ TEST(Menus, offerTheItemsAndChooseThemAsTheyAreNow) {
               }};
     };
     const std::vector<MenuItem> items{item("a"), {.title = {}, .isSeparator = true}, item("b & c")};
-    return vstack(0, HorizontalAlignment::leading, views(menu(verbatim("more"), items)));
+    return page(menu(verbatim("more"), items));
   }));
   const auto open = [&] { return stage.host.findChild<QMenu*>(); };
   QTest::mouseClick(stage.surface("more"), Qt::LeftButton);
