@@ -203,6 +203,7 @@ TEST(Alignment, placesTheFirstChild) {
       {symbol("s").frame(exactly(100), exactly(50), topLeading), {0, 0, 20, 20}},
       {symbol("s").frame(exactly(100), exactly(50), bottomTrailing), {80, 30, 20, 20}},
       {chart().frame(exactly(100), between(10, 40)), {0, 5, 100, 40}},
+      {chart().frame(between(120, {}), {}), {0, 0, 120, 50}},
       {symbol("s").width(10), {40, 15, 20, 20}},  // too large: reaches past both sides
   };
   for (const auto& [view, frame] : cases) {

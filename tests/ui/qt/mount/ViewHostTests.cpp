@@ -52,6 +52,7 @@ TEST(ViewHost, evaluatesNothingWhileHiddenAndCatchesUpWhenShown) {
     ++runs;
     return verbatim(std::to_string(value.get()));
   }));
+  value.set(9);  // its frame is still to come
   stage.host.hide();
   for (int i = 1; i <= 5; ++i) {
     value.set(i);
@@ -153,6 +154,14 @@ TEST(ViewHost, showsElementsRowsAndButtonsToAssistiveTools) {
   EXPECT_TRUE(memory->state().selected);
   memory->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_EQ(taps, 1);
+}
+
+TEST(ViewHost, showsHelpAsToolTipAndNamesBareSymbolsByIt) {
+  Stage stage(page(verbatim("leaf").help(verbatimText("<b>")),
+                   button(symbol("cpu"), [] {}).help(verbatimText("Processor"))));
+  EXPECT_EQ(stage.shown<Leaf>().first()->toolTip(), "<span>&lt;b&gt;</span>");
+  ASSERT_NE(stage.surface("Processor"), nullptr);
+  EXPECT_EQ(stage.surface("Processor")->toolTip(), "Processor");
 }
 
 TEST(ViewHost, everyWindowFollowsAChangeOfTheFont) {
