@@ -155,8 +155,8 @@ struct SwitchContent {
 // A number between two limits, in steps from the lower limit. As wide as it is offered.
 struct SliderContent {
   double value = 0;
-  double least = 0;
-  double most = 1;
+  double min = 0;
+  double max = 1;
   double step = 1;
   std::function<void(double value)> onChange;
 };

@@ -33,7 +33,7 @@ TEST(Slider, movesInStepsWithinItsLimits) {
   std::vector<double> chosen;
   Stage stage(scene([&] {
     return slider(verbatimText("Threshold"),
-                  {.value = 82, .least = 50, .most = 99, .step = 5, .onChange = [&](double value) {
+                  {.value = 82, .min = 50, .max = 99, .step = 5, .onChange = [&](double value) {
                      chosen.push_back(value);
                    }});
   }));
