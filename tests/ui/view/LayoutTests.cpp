@@ -161,7 +161,7 @@ TEST(Sizes, areTheIdealOnesWithoutAnOfferAndElseFitIt) {
       {"width", s().width(5), {5, 20}, {5, 20}},
       {"height", s().height(5), {20, 5}, {20, 5}},
       {"size", s().size(3, 4), {3, 4}, {3, 4}},
-      {"least width", s().minWidth(30), {30, 20}, {30, 20}},
+      {"minimum width", s().minWidth(30), {30, 20}, {30, 20}},
       {"filled width", s().fillWidth(), {20, 20}, {100, 20}},
       {"filled height", s().fillHeight(), {20, 20}, {20, 50}},
       {"stack in depth", zstack({}, views(s(), text("abc"))), {30, 20}, {30, 20}},
