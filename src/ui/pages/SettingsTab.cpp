@@ -249,8 +249,8 @@ std::vector<View> SettingsTab::ruleRows() const {
     return hstack(
         innerSpacing, centered,
         views(slider(key("CPU high usage"), {.value = percentage,
-                                             .least = 50,
-                                             .most = 99,
+                                             .min = 50,
+                                             .max = 99,
                                              .step = 5,
                                              .onChange = [threshold = settings.cpuThreshold](
                                                              double value) { threshold.set(value); }})

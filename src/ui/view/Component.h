@@ -4,9 +4,9 @@ namespace kestrune::ui {
 
 struct View;
 
-// A part of the interface with state of its own: made when it comes on screen, dropped when it leaves. Its
-// body is evaluated again when a published property that the last evaluation read has changed; what lies
-// around it is not.
+// A part of the interface with state of its own: created when it appears on screen, destroyed when it leaves.
+// Its body is evaluated again when a published property that the last evaluation read has changed; the views
+// around it are not.
 class Component {
  public:
   Component() = default;

@@ -21,13 +21,13 @@ struct View;
 struct TextContent {
   std::string string;
   bool isKey = true;
-  // 0: as many lines as the width asks for; 1: elided at the end, with the whole text as tooltip.
+  // 0: as many lines as the width requires; 1: elided at the end, with the whole text as tooltip.
   int lineLimit = 0;
-  std::vector<std::string> arguments;  // of a key: what stands in the place of each "%@"
+  std::vector<std::string> arguments;  // of a key: the values for each "%@"
   friend bool operator==(const TextContent&, const TextContent&) = default;
 };
 
-// A symbol by its name in the symbol table, as large as the font in force.
+// A symbol by its name in the symbol table, as large as the current font.
 struct SymbolContent {
   std::string name;
   friend bool operator==(const SymbolContent&, const SymbolContent&) = default;
@@ -39,8 +39,8 @@ struct ImageContent {
   friend bool operator==(const ImageContent&, const ImageContent&) = default;
 };
 
-// An application's icon: a name in the desktop's icon theme, or the path of a picture. Where there is none,
-// the symbol stands for it, as large as the font in force.
+// An application's icon: a name in the desktop's icon theme, or the path of a picture. If there is none, the
+// fallback symbol is shown, as large as the current font.
 struct IconContent {
   std::string name;
   std::string fallbackSymbol;
@@ -57,12 +57,12 @@ struct DividerContent {
   friend bool operator==(const DividerContent&, const DividerContent&) = default;
 };
 
-// What a chart says of one of its points, put together without blanks; nothing: it says nothing.
+// Returns the text for one point of a chart, in parts that are joined without blanks; empty for no text.
 using ReadOut = std::function<std::vector<TextContent>(std::size_t point)>;
 
-// Lines over a common width: point i of n lies at x = i·w/(n−1), its height from the bottom edge to the top
-// edge; at either the whole thickness of the line shows. A line of fewer than two points is not drawn. Later
-// lines lie in front. Fills the space it is given.
+// Lines over a common width: point i of n is at x = i·w/(n−1), its height between the bottom and the top
+// edge; at either edge the whole thickness of the line shows. A line of fewer than two points is not drawn.
+// Later lines are drawn in front. Fills the space it is given.
 struct LineChartContent {
   struct Line {
     std::vector<double> heights;  // 0 bottom to 1 top
@@ -71,9 +71,9 @@ struct LineChartContent {
   };
   std::vector<Line> lines;
   double lineWidth = 1.5;
-  // Said of the point where the pointer rests. The points of all lines that are drawn are told by it.
+  // Text for the point under the pointer; covers every line drawn.
   ReadOut readOut;
-  // Whether both look the same.
+  // True if both look the same.
   friend bool operator==(const LineChartContent& one, const LineChartContent& other) {
     return one.lines == other.lines && one.lineWidth == other.lineWidth;
   }
@@ -86,7 +86,7 @@ struct BarContent {
   Color track;
   Color fill;
   double cornerRadius = 0;
-  double animationSeconds = 0;  // ease-in-out at a change of the fraction
+  double animationSeconds = 0;  // ease-in-out when the fraction changes
   friend bool operator==(const BarContent&, const BarContent&) = default;
 };
 
@@ -105,7 +105,7 @@ struct DayChartContent {
   enum class Mark : std::uint8_t {
     area,  // from 0 to the figure
     line,
-    bars,  // on top of those of the series before
+    bars,  // stacked on the bars of the series before
   };
   struct Series {
     Mark mark = Mark::line;
@@ -113,12 +113,12 @@ struct DayChartContent {
     Color color;
     friend bool operator==(const Series&, const Series&) = default;
   };
-  std::vector<TextContent> days;  // what the axis says, one for each day
-  std::vector<Series> series;     // the later ones in front
-  double scaleUnit = 1;           // the scale's lines lie at round multiples of this, and no closer
+  std::vector<TextContent> days;  // the axis labels, one for each day
+  std::vector<Series> series;     // later series in front
+  double scaleUnit = 1;           // the scale's lines are at round multiples of this, and no closer
   std::function<std::string(double)> scaleText;
-  ReadOut readOut;  // said of the day where the pointer rests
-  // Whether both look the same.
+  ReadOut readOut;  // text for the day under the pointer
+  // True if both look the same.
   friend bool operator==(const DayChartContent& one, const DayChartContent& other) {
     return one.days == other.days && one.series == other.series && one.scaleUnit == other.scaleUnit;
   }
@@ -131,7 +131,7 @@ struct ButtonContent {
 
 struct MenuItem {
   TextContent title;
-  std::string symbol;  // possibly none
+  std::string symbol;  // empty for none
   bool isSeparator = false;
   std::function<void()> action;
 };
@@ -152,16 +152,16 @@ struct SwitchContent {
   std::function<void(bool isOn)> onChange;
 };
 
-// A number between two limits, in steps from the lower one. As wide as it is offered.
+// A number between two limits, in steps from the lower limit. As wide as it is offered.
 struct SliderContent {
   double value = 0;
-  double least = 0;
-  double most = 1;
+  double min = 0;
+  double max = 1;
   double step = 1;
   std::function<void(double value)> onChange;
 };
 
-// While it stands in the tree, a question is open over the window. It takes no space.
+// A question that is open over the window for as long as this is in the tree. Takes no space.
 struct AlertContent {
   struct Choice {
     TextContent title;
@@ -174,13 +174,13 @@ struct AlertContent {
   std::vector<Choice> choices;
 };
 
-// While it stands in the tree, the desktop's dialog asks where to write a file. It takes no space.
+// The desktop's dialog for writing a file, open for as long as this is in the tree. Takes no space.
 struct FileExportContent {
-  std::string fileName;   // as it is proposed, with its extension
-  TextContent fileKind;   // what such files are called
+  std::string fileName;   // the proposed name, with its extension
+  TextContent fileKind;   // what the dialog calls such files
   std::string extension;  // "csv"
   std::string content;
-  std::function<void()> onEnd;  // whatever has come of it
+  std::function<void()> onEnd;  // called whether or not the file was written
 };
 
 struct HStackContent {
@@ -209,16 +209,16 @@ struct AdaptiveGridContent {
   friend bool operator==(const AdaptiveGridContent&, const AdaptiveGridContent&) = default;
 };
 
-// So many columns of equal width, filled row by row; the cells of a row are offered the height of its
-// tallest.
+// A fixed number of columns of equal width, filled row by row; the cells of a row are offered the height of
+// the tallest.
 struct ColumnsContent {
   int columns = 1;
   double spacing = 0;
-  std::vector<int> spans;  // over how many columns each child reaches; 1 where it doesn't say
+  std::vector<int> spans;  // number of columns that each child spans; 1 if missing
   friend bool operator==(const ColumnsContent&, const ColumnsContent&) = default;
 };
 
-// Arrangements of the same thing: the first child whose ideal width fits is shown, else the last.
+// Alternative arrangements: shows the first child whose ideal width fits, or else the last.
 struct FirstFitContent {
   friend bool operator==(const FirstFitContent&, const FirstFitContent&) = default;
 };
@@ -229,7 +229,7 @@ struct PaddingContent {
   friend bool operator==(const PaddingContent&, const PaddingContent&) = default;
 };
 
-// One child, in a box of a wanted size, aligned in it.
+// One child, aligned in a box of the given size.
 struct FrameContent {
   Extent width;
   Extent height;
@@ -249,18 +249,18 @@ struct BackgroundContent {
   friend bool operator==(const BackgroundContent&, const BackgroundContent&) = default;
 };
 
-// One child, scrolled vertically, as wide as the space it is given. Keeps its position over updates.
+// One child, scrolled vertically, as wide as the space it is given. The position survives updates.
 struct ScrollContent {
   friend bool operator==(const ScrollContent&, const ScrollContent&) = default;
 };
 
-// Rows of one height below each other, made as they come into sight; for long lists in a scroll view. To the
-// keyboard the whole is one stop, and a row is tapped where it stands.
+// Rows of one height below each other, made as they scroll into view; for long lists in a scroll view. To the
+// keyboard the list is one stop: rows are tapped without taking the focus.
 struct RowsContent {
   std::size_t count = 0;
   double rowHeight = 1;                        // whole pixels
-  std::function<View(std::size_t index)> row;  // the same kind of view for each
-  std::function<void()> onBack;                // at the backspace key
+  std::function<View(std::size_t index)> row;  // the same kind of view for every row
+  std::function<void()> onBack;                // the backspace key
 };
 
 // Two children: a sidebar whose width the user can drag, and the detail beside it.
@@ -270,8 +270,8 @@ struct SplitContent {
   friend bool operator==(const SplitContent&, const SplitContent&) = default;
 };
 
-// A component, made when it is mounted. `update` hands it what its surroundings give it, at each evaluation
-// of theirs.
+// A component, made when it is mounted. `update` hands it its input, whenever the view around it is
+// evaluated.
 struct ComponentContent {
   std::type_index type;
   std::function<std::shared_ptr<Component>()> make;

@@ -32,7 +32,7 @@ std::vector<std::optional<std::size_t>> matchChildren(const std::vector<const Vi
       ++place;
     } else if (const auto found = keyed.find(after[i].key); found != keyed.end()) {
       old = found->second;
-      keyed.erase(found);  // a key that stands twice continues once
+      keyed.erase(found);  // a duplicate key continues once
     }
     if (old && sameKind(*before[*old], after[i])) matches[i] = old;
   }

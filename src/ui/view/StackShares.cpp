@@ -6,7 +6,7 @@
 namespace kestrune::ui {
 namespace {
 
-// A child that stands in line for its share.
+// A child that is waiting for its share.
 struct Candidate {
   std::size_t child = 0;
   std::size_t place = 0;  // in the stack, empty children aside
@@ -63,9 +63,9 @@ std::vector<Candidate> inOrder(const Children& children, const std::vector<std::
 
 }  // namespace
 
-// Each child is offered an equal share of what is left; what it leaves of it goes to the children after it.
-// So the children that can adapt least come first. Spacers take only what nothing else wants, beyond their
-// minimum.
+// Each child is offered an equal share of what is left; the part that it doesn't use goes to the children
+// after it. So the children that can adapt least come first. Spacers take only what nothing else wants,
+// beyond their minimum.
 std::vector<PlacedChild> shareOut(const Children& children, const Proposal& offered, Axis along,
                                   double spacing) {
   const std::vector<std::size_t> present = withoutEmpty(children);

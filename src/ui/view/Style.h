@@ -8,7 +8,7 @@ namespace kestrune::ui {
 
 // Lengths are in device-independent pixels throughout.
 
-// What a colour stands for. What it looks like follows the desktop's palette, light or dark.
+// The meaning of a colour. Its look follows the desktop's palette, light or dark.
 enum class ColorRole : std::uint8_t {
   clear,
   primary,  // text
@@ -16,7 +16,7 @@ enum class ColorRole : std::uint8_t {
   tertiary,
   quaternary,
   accent,
-  window,             // behind everything
+  window,             // behind everything else
   controlBackground,  // the surface of a card
   orange,
   red,
@@ -81,8 +81,8 @@ struct Insets {
 
 inline constexpr double unlimited = std::numeric_limits<double>::infinity();
 
-// The size that a frame wants of one dimension. `fixed` overrules the others. With a minimum or a maximum the
-// frame takes what it is offered within them; `unlimited` as maximum fills the space.
+// The size of a frame in one dimension. `fixed` overrides the others. With a minimum or a maximum the frame
+// takes what it is offered within these limits; `unlimited` as the maximum fills the space.
 struct Extent {
   std::optional<double> fixed;
   std::optional<double> min;

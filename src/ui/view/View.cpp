@@ -110,8 +110,8 @@ View View::fillHeight(VerticalAlignment alignment) && {
                                 {HorizontalAlignment::leading, alignment});
 }
 
-View View::minWidth(double least, HorizontalAlignment alignment) && {
-  return std::move(*this).frame({.fixed = {}, .min = least, .max = {}}, {},
+View View::minWidth(double min, HorizontalAlignment alignment) && {
+  return std::move(*this).frame({.fixed = {}, .min = min, .max = {}}, {},
                                 {alignment, VerticalAlignment::center});
 }
 

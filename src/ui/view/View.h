@@ -18,8 +18,8 @@
 // evaluation and compared with the one before; only differences reach the screen.
 namespace kestrune::ui {
 
-// The view breathes: its opacity goes from `from` to `to` and back, ease-in-out, for ever, from its
-// appearance on.
+// The view breathes: from its appearance on, its opacity goes from `from` to `to` and back, ease-in-out,
+// forever.
 struct Pulse {
   double from = 1;
   double to = 1;
@@ -37,7 +37,7 @@ struct Traits {
   bool isAccessibilityElement = false;  // one element for assistive tools; its children are hidden from them
   bool isSelected = false;              // announced with a row that can be tapped
   bool isDisabled = false;
-  std::function<void()> onTap;  // makes the view reachable by keyboard, and pressable
+  std::function<void()> onTap;  // makes the view pressable, and reachable by keyboard
   std::function<void(bool inside)> onHover;
   std::vector<MenuItem> contextMenu;
   std::optional<Pulse> pulse;
@@ -47,9 +47,9 @@ struct Traits {
 struct View {
   Content content;
   std::vector<View> children;
-  std::string key;  // identity among its siblings, where position doesn't tell
+  std::string key;  // identity among its siblings, where the position doesn't suffice
 
-  // In force for the view and all below it, unless one of those says otherwise. Opacities multiply.
+  // Apply to the view and all below it that don't set their own. Opacities multiply.
   std::optional<Font> font;
   std::optional<Color> foreground;
   double opacity = 1;
@@ -68,16 +68,16 @@ struct View {
     return std::get_if<C>(&content);
   }
 
-  // ---- modifiers: each yields the changed view, so that they can be chained ----
+  // Modifiers return the changed view, so that they can be chained.
 
   View withFont(double size, FontWeight weight = FontWeight::regular) &&;
   View withMonospacedDigits(double size, FontWeight weight = FontWeight::regular) &&;
   View withForeground(Color color) &&;
   View withOpacity(double factor) &&;
   View withKey(std::string identity) &&;
-  View withLineLimit(int lines) &&;      // of a text
-  View evenlyTall() &&;                  // of a horizontal stack
-  View withReadOut(ReadOut readOut) &&;  // of a chart
+  View withLineLimit(int lines) &&;      // a text only
+  View evenlyTall() &&;                  // a horizontal stack only
+  View withReadOut(ReadOut readOut) &&;  // a line chart only
 
   View padding(double allEdges) &&;
   View padding(Insets insets) &&;
@@ -89,7 +89,7 @@ struct View {
   View size(double width, double height) &&;
   View fillWidth(HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
   View fillHeight(VerticalAlignment alignment = VerticalAlignment::top) &&;
-  View minWidth(double least, HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
+  View minWidth(double min, HorizontalAlignment alignment = HorizontalAlignment::leading) &&;
   View background(BackgroundContent surface) &&;
 
   View help(TextContent text) &&;
@@ -139,7 +139,7 @@ View split(double sidebarMinWidth, double sidebarIdealWidth, View sidebar, View 
 // A symbol and a title beside it.
 View label(std::string key, std::string symbolName);
 
-// A component of type C, made with `make` and kept for as long as a view of its type stands at this place.
+// A component of type C, created by `make` and kept for as long as a view of its type stays at this place.
 template <class C>
 View component(std::function<std::shared_ptr<C>()> make, std::function<void(C&)> update = {}) {
   ComponentContent content{std::type_index(typeid(C)), [make = std::move(make)] { return make(); }, {}};

@@ -7,7 +7,7 @@
 
 namespace kestrune::ui {
 
-// The children of a stack, each moved into place (an initializer list would copy them). Takes whatever
+// The children of a stack, each moved into place (an initializer list would copy them). Takes anything that
 // converts to a view.
 template <class... Each>
 std::vector<View> views(Each&&... each) {

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <QApplication>
 #include <QCursor>
 #include <QTest>
 
 #include "runtime/Published.h"
 #include "support/TestClock.h"
-#include "support/Views.h"
 #include "texts/Catalogue.h"
+#include "ui/qt/LeafSupport.h"
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"
+#include "ui/view/ViewList.h"
 
 namespace kestrune::ui::qt {
 
-using test::views;
-
-// A component whose body is whatever a test says.
+// A component with a body that the test makes.
 class Scene final : public Component {
  public:
   explicit Scene(std::function<View()> make) : make_(std::move(make)) {}
@@ -29,6 +27,11 @@ inline View scene(std::function<View()> make) {
   return component<Scene>([make = std::move(make)] { return std::make_shared<Scene>(make); });
 }
 
+template <class... Each>
+View page(Each&&... each) {
+  return vstack(0, HorizontalAlignment::leading, views(std::forward<Each>(each)...));
+}
+
 // A window over the test clock.
 class Stage {
  public:
@@ -37,7 +40,7 @@ class Stage {
     host.move(20, 20);
     host.resize(size);
     host.show();
-    QApplication::processEvents();
+    settle();
   }
 
   test::TestLoop test;
@@ -45,11 +48,16 @@ class Stage {
   Theme theme{catalogue};
   ViewHost host;
 
-  // Lets what has changed come to screen.
+  // Lets changes reach the screen.
   void nextFrame() {
     test.advance(Scheduler::frame);
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QApplication::processEvents();
+    settle();
+  }
+
+  void resize(int width, int height) {
+    host.resize(width, height);
+    settle();
   }
 
   template <class Widget>

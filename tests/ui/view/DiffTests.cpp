@@ -20,26 +20,26 @@ View keyed(std::string key) {
   return text("row").withKey(std::move(key));
 }
 
-TEST(Matching, FollowsKeysWhereverTheyMove) {
+TEST(Matching, followsKeysWhereverTheyMove) {
   EXPECT_THAT(matched(views(keyed("a"), keyed("b"), keyed("c")),
                       views(keyed("c"), keyed("a"), keyed("d"), keyed("b"))),
               ElementsAre(2, 0, isNew, 1));
 }
 
-TEST(Matching, FollowsThePlaceAmongViewsWithoutAKey) {
+TEST(Matching, followsThePlaceAmongViewsWithoutAKey) {
   const auto before = views(text("x"), keyed("a"), symbol("s"), text("y"));
   EXPECT_THAT(matched(before, views(keyed("a"), text("other"), symbol("t"))), ElementsAre(1, 0, 2));
-  // An empty view holds the place of the one that isn't there.
+  // An empty view holds the place of an absent one.
   EXPECT_THAT(matched(before, views(View{}, keyed("a"), symbol("t"), text("y"))),
               ElementsAre(isNew, 1, 2, 3));
 }
 
-TEST(Matching, ContinuesAViewOnceAtMost) {
+TEST(Matching, continuesAViewOnceAtMost) {
   EXPECT_THAT(matched(views(keyed("a"), keyed("a")), views(keyed("a"), keyed("a"))), ElementsAre(0, isNew));
   EXPECT_THAT(matched(views(keyed("a")), views(keyed("a"), keyed("a"))), ElementsAre(0, isNew));
 }
 
-TEST(Matching, NeverTurnsOneKindIntoAnother) {
+TEST(Matching, neverTurnsOneKindIntoAnother) {
   EXPECT_THAT(matched(views(text("x"), keyed("a")), views(symbol("s"), symbol("t").withKey("a"))),
               ElementsAre(isNew, isNew));
   EXPECT_THAT(matched(views(keyed("a")), views(text("no key"))), ElementsAre(isNew));
@@ -54,7 +54,7 @@ class One : public Component {
 };
 class Other final : public One {};
 
-TEST(Matching, TellsComponentsByTheirType) {
+TEST(Matching, tellsComponentsByTheirType) {
   const auto one = [] { return component<One>([] { return std::make_shared<One>(); }); };
   const auto other = [] { return component<Other>([] { return std::make_shared<Other>(); }); };
   EXPECT_THAT(matched(views(one(), other()), views(one(), one())), ElementsAre(0, isNew));

@@ -35,17 +35,19 @@ View componentOf() {
   return component<C>([] { return std::make_shared<C>(); });
 }
 
-TEST(Stack, GivesWhatRigidChildrenLeaveToTheFlexibleOnes) {
+TEST(Stack, givesFlexibleChildrenWhatRigidOnesLeave) {
   LayoutTree tree(row(10, views(chart(), text("abcd"), chart(), symbol("s"))));
   EXPECT_THAT(tree.placed(200, 40).childFrames(), ElementsAre(Rect{0, 0, 55, 40}, Rect{65, 12, 40, 16},
                                                               Rect{115, 0, 55, 40}, Rect{180, 10, 20, 20}));
+  LayoutTree wide(row(0, views(chart(), chart().width(80))));
+  EXPECT_THAT(wide.placed(100, 10).childFrames(), ElementsAre(Rect{0, 0, 20, 10}, Rect{20, 0, 80, 10}));
 }
 
-TEST(Stack, GivesSpacersOnlyWhatNothingElseWants) {
+TEST(Stack, givesSpacersOnlyWhatNothingElseWants) {
   LayoutTree tree(row(0, views(text("abcdefghijkl"), spacer(), text("abc"))));
   EXPECT_THAT(tree.placed(170, 16).childFrames(),
               ElementsAre(Rect{0, 0, 120, 16}, Rect{120, 8, 20, 0}, Rect{140, 0, 30, 16}));
-  // Where it becomes too narrow the spacer keeps its least length and the text wraps.
+  // In too narrow a row the spacer keeps its minimum and the text wraps.
   EXPECT_THAT(tree.placed(110, 32).childFrames(),
               ElementsAre(Rect{0, 0, 70, 32}, Rect{70, 16, 10, 0}, Rect{80, 8, 30, 16}));
 
@@ -54,21 +56,21 @@ TEST(Stack, GivesSpacersOnlyWhatNothingElseWants) {
               ElementsAre(Rect{0, 10, 35, 0}, Rect{40, 0, 20, 20}, Rect{65, 10, 35, 0}));
 }
 
-TEST(Stack, MakesRoomFirstForTheLargerOfTwoFlexibleChildren) {
+TEST(Stack, servesTheLargerOfTwoFlexibleChildrenFirst) {
   LayoutTree tree(row(0, views(chart(), chart().frame(between(200, unlimited), {}))));
   EXPECT_THAT(tree.placed(300, 10).childFrames(), ElementsAre(Rect{0, 0, 100, 10}, Rect{100, 0, 200, 10}));
 }
 
-TEST(Stack, MakesItsChildrenEvenlyTallWhereAsked) {
+TEST(Stack, canMakeItsChildrenEvenlyTall) {
   LayoutTree tree(row(0, views(column(0, views(text("a"), text("b"))), text("c").fillHeight())).evenlyTall());
   const Proposal anyHeight{20, {}};
   EXPECT_EQ(tree.node().measure(anyHeight), (Size{20, 32}));
   tree.node().place({0, 0, 20, 32}, anyHeight);
   EXPECT_EQ(tree.at(1).node().frame(), (Rect{10, 0, 10, 32}));
-  EXPECT_EQ(tree.at(1, 0).node().frame(), (Rect{10, 0, 10, 16}));
+  EXPECT_EQ(tree.at(1).at(0).node().frame(), (Rect{10, 0, 10, 16}));
 }
 
-TEST(Stack, LeavesNoSpaceForEmptyViews) {
+TEST(Stack, leavesNoSpaceForEmptyViews) {
   const auto hidden = [](View view) {
     return column(10, views(text("a"), std::move(view), View{}, text("b")));
   };
@@ -82,29 +84,29 @@ TEST(Stack, LeavesNoSpaceForEmptyViews) {
   EXPECT_EQ(LayoutTree(column(10, {})).node().measure({100, 100}), Size{});
 }
 
-TEST(Stack, ReachesPastItsEndWhereChildrenNeedMore) {
+TEST(Stack, overflowsWhenItsChildrenNeedMore) {
   LayoutTree tree(row(0, views(symbol("a"), symbol("b"), chart())));
   EXPECT_THAT(tree.placed(30, 20).childFrames(),
               ElementsAre(Rect{0, 0, 20, 20}, Rect{20, 0, 20, 20}, Rect{40, 0, 0, 20}));
 }
 
-TEST(Stack, AlignsFirstBaselines) {
+TEST(Stack, alignsFirstBaselines) {
   const auto large = column(0, views(text("a"), text("b"))).padding(Insets{10, 0, 0, 0});
   LayoutTree tree(hstack(0, VerticalAlignment::firstTextBaseline, views(text("a"), large, symbol("s"))));
   EXPECT_THAT(tree.placed(100, 42).at(0).frame(), (Rect{30, 10, 10, 16}));
   EXPECT_THAT(tree.at(1).frame(), (Rect{40, 0, 10, 42}));
-  EXPECT_THAT(tree.at(2).frame(), (Rect{50, 2, 20, 20}));  // no text: stands on the line
+  EXPECT_THAT(tree.at(2).frame(), (Rect{50, 2, 20, 20}));  // without text: stands on the line
   EXPECT_EQ(tree.node().measure({}), (Size{40, 42}));
 }
 
-TEST(Divider, IsAHairlineAcrossTheInnermostStack) {
+TEST(Divider, isAHairlineAcrossTheInnermostStack) {
   LayoutTree tree(row(5, views(symbol("a"), divider().padding(1), column(0, views(divider(), symbol("b"))))));
   tree.placed(200, 40);
-  EXPECT_EQ(tree.at(1, 0).frame(), (Rect{26, 1, 1, 38}));
-  EXPECT_EQ(tree.at(2, 0).frame(), (Rect{33, 10, 167, 1}));
+  EXPECT_EQ(tree.at(1).at(0).frame(), (Rect{26, 1, 1, 38}));
+  EXPECT_EQ(tree.at(2).at(0).frame(), (Rect{33, 10, 167, 1}));
 }
 
-TEST(Frame, TakesItsSizeFromTheOfferWithinItsLimits) {
+TEST(Frame, takesTheOfferWithinItsLimits) {
   struct Case {
     Extent width;
     std::optional<double> offered;
@@ -133,20 +135,83 @@ TEST(Frame, TakesItsSizeFromTheOfferWithinItsLimits) {
   }
 }
 
-TEST(Frame, AlignsItsChildAndOffersItWhatItTakes) {
-  const auto framed = [](Alignment alignment) {
-    return symbol("s").frame(exactly(101), exactly(40), alignment);
+TEST(Sizes, areTheIdealOnesWithoutAnOfferAndElseFitIt) {
+  struct Case {
+    const char* name;
+    View view;
+    Size ideal;
+    Size offered;  // 100 by 50
   };
-  const auto child = [](const View& view) { return LayoutTree(view).placed(101, 40).at(0).frame(); };
-  EXPECT_EQ(child(framed(topLeading)), (Rect{0, 0, 20, 20}));
-  EXPECT_EQ(child(framed({HorizontalAlignment::trailing, VerticalAlignment::bottom})),
-            (Rect{81, 20, 20, 20}));
-  EXPECT_EQ(child(chart().frame(exactly(101), between(10, 40))), (Rect{0, 0, 101, 40}));
-  // A child that is too large stands over on both sides.
-  EXPECT_EQ(LayoutTree(symbol("s").width(10)).placed(10, 20).at(0).frame(), (Rect{-5, 0, 20, 20}));
+  const auto s = [] { return symbol("s"); };
+  const Case cases[] = {
+      {"symbol", s(), {20, 20}, {20, 20}},
+      {"image", image("i"), {10, 10}, {100, 50}},
+      {"icon", icon("a", "s"), {24, 24}, {100, 50}},
+      {"chart", chart(), {10, 10}, {100, 50}},
+      {"spacer", spacer(7), {0, 7}, {0, 50}},
+      {"divider", divider(), {10, 1}, {100, 1}},
+      {"scroll", scroll(text("a")), {0, 0}, {100, 50}},
+      {"alert", View(AlertContent{}), {0, 0}, {0, 0}},
+      {"button", button(s(), [] {}), {20, 20}, {20, 20}},
+      {"component", componentOf<Word>(), {40, 16}, {40, 16}},
+      {"label", label("abc", "s"), {56, 20}, {56, 20}},
+      {"padding", chart().padding(Insets{1, 2, 3, 4}), {16, 14}, {100, 50}},
+      {"horizontal padding", s().paddingHorizontal(3), {26, 20}, {26, 20}},
+      {"vertical padding", s().paddingVertical(3), {20, 26}, {20, 26}},
+      {"width", s().width(5), {5, 20}, {5, 20}},
+      {"height", s().height(5), {20, 5}, {20, 5}},
+      {"size", s().size(3, 4), {3, 4}, {3, 4}},
+      {"minimum width", s().minWidth(30), {30, 20}, {30, 20}},
+      {"filled width", s().fillWidth(), {20, 20}, {100, 20}},
+      {"filled height", s().fillHeight(), {20, 20}, {20, 50}},
+      {"stack in depth", zstack({}, views(s(), text("abc"))), {30, 20}, {30, 20}},
+      {"columns", columns(2, 10, views(s(), text("abc"))), {70, 20}, {100, 20}},
+      {"grid", adaptiveGrid(40, 10, views(s(), s())), {40, 50}, {100, 20}},
+      {"first fit", firstFit(views(text("abcd"), s())), {40, 16}, {40, 16}},
+  };
+  for (const Case& each : cases) {
+    LayoutTree tree(each.view);
+    EXPECT_EQ(tree.node().measure({}), each.ideal) << each.name;
+    EXPECT_EQ(tree.node().measure({100, 50}), each.offered) << each.name;
+  }
 }
 
-TEST(Grid, FillsAsManyColumnsAsFit) {
+TEST(Alignment, placesTheFirstChild) {
+  const auto in = [](HorizontalAlignment alignment) {
+    return vstack(0, alignment, views(symbol("s"), chart()));
+  };
+  const auto beside = [](VerticalAlignment alignment) {
+    return hstack(0, alignment, views(symbol("s"), chart()));
+  };
+  const Alignment bottomTrailing{HorizontalAlignment::trailing, VerticalAlignment::bottom};
+  const std::pair<View, Rect> cases[] = {
+      {in(HorizontalAlignment::leading), {0, 0, 20, 20}},
+      {in(HorizontalAlignment::center), {40, 0, 20, 20}},
+      {in(HorizontalAlignment::trailing), {80, 0, 20, 20}},
+      {beside(VerticalAlignment::top), {0, 0, 20, 20}},
+      {beside(VerticalAlignment::center), {0, 15, 20, 20}},
+      {beside(VerticalAlignment::bottom), {0, 30, 20, 20}},
+      {zstack(topLeading, views(symbol("s"), chart())), {0, 0, 20, 20}},
+      {zstack(bottomTrailing, views(symbol("s"), chart())), {80, 30, 20, 20}},
+      {chart().padding(Insets{1, 2, 3, 4}), {2, 1, 94, 46}},
+      {symbol("s").fillWidth(), {0, 15, 20, 20}},
+      {symbol("s").fillWidth(HorizontalAlignment::trailing), {80, 15, 20, 20}},
+      {symbol("s").fillHeight(), {40, 0, 20, 20}},
+      {symbol("s").fillHeight(VerticalAlignment::bottom), {40, 30, 20, 20}},
+      {symbol("s").width(40), {40, 15, 20, 20}},
+      {symbol("s").minWidth(40, HorizontalAlignment::trailing), {50, 15, 20, 20}},
+      {symbol("s").frame(exactly(100), exactly(50), topLeading), {0, 0, 20, 20}},
+      {symbol("s").frame(exactly(100), exactly(50), bottomTrailing), {80, 30, 20, 20}},
+      {chart().frame(exactly(100), between(10, 40)), {0, 5, 100, 40}},
+      {chart().frame(between(120, {}), {}), {0, 0, 120, 50}},
+      {symbol("s").width(10), {40, 15, 20, 20}},  // too large: reaches past both sides
+  };
+  for (const auto& [view, frame] : cases) {
+    EXPECT_EQ(LayoutTree(view).placed(100, 50).at(0).frame(), frame) << testing::PrintToString(frame);
+  }
+}
+
+TEST(Grid, fillsAsManyColumnsAsFit) {
   LayoutTree tree(adaptiveGrid(40, 10, views(text("abcdefgh"), symbol("a"), symbol("b"), chart())));
   // Two columns of 45: the first text needs two lines.
   EXPECT_THAT(tree.placed(100, 62).childFrames(), ElementsAre(Rect{0, 0, 40, 32}, Rect{55, 0, 20, 20},
@@ -156,7 +221,7 @@ TEST(Grid, FillsAsManyColumnsAsFit) {
   EXPECT_EQ(LayoutTree(adaptiveGrid(0, 0, {})).node().measure({100, 100}), (Size{100, 0}));
 }
 
-TEST(Grid, ColumnsAreEvenAndRowsAsTallAsTheirTallestCell) {
+TEST(Grid, hasEvenColumnsAndRowsAsTallAsTheirTallestCell) {
   LayoutTree tree(
       columns(3, 10, views(symbol("a"), text("abcdefgh"), chart(), chart(), symbol("b")), {1, 1, 1, 2}));
   EXPECT_THAT(tree.placed(170, 62).childFrames(),
@@ -164,26 +229,26 @@ TEST(Grid, ColumnsAreEvenAndRowsAsTallAsTheirTallestCell) {
                           Rect{0, 42, 110, 20}, Rect{120, 42, 20, 20}));
 }
 
-TEST(FirstFit, ShowsTheFirstArrangementThatIsNotTooWide) {
+TEST(FirstFit, showsTheFirstArrangementThatIsNotTooWide) {
   LayoutTree tree(firstFit(views(text("abcdefgh"), text("abcd"), symbol("s"))));
   const auto shown = [&](double width) {
     tree.placed(width, 100);
     std::vector<int> places;
     for (std::size_t i = 0; i < 3; ++i) {
-      if (!tree.child(i).isLeftOut()) places.push_back(static_cast<int>(i));
+      if (!tree.at(i).node().isLeftOut()) places.push_back(static_cast<int>(i));
     }
     return places;
   };
   EXPECT_THAT(shown(80), ElementsAre(0));
   EXPECT_THAT(shown(79), ElementsAre(1));
-  EXPECT_THAT(shown(10), ElementsAre(2)) << "the last where nothing fits";
+  EXPECT_THAT(shown(10), ElementsAre(2)) << "the last if nothing fits";
 }
 
-TEST(Placing, RoundsEdgesSoThatNeighboursMeet) {
+TEST(Placing, roundsEdgesSoThatNeighboursMeet) {
   LayoutTree tree(row(0, views(chart(), chart(), chart())));
   EXPECT_THAT(tree.placed(100, 9.6).childFrames(),
               ElementsAre(Rect{0, 0, 33, 10}, Rect{33, 0, 34, 10}, Rect{67, 0, 33, 10}));
-  // A text that is whole pixels wide keeps its width wherever it stands.
+  // A width in whole pixels survives at any position.
   for (int eighths = -16; eighths < 16; ++eighths) {
     const double offset = eighths / 8.0;
     LayoutTree moved(text("abc"));
@@ -192,7 +257,7 @@ TEST(Placing, RoundsEdgesSoThatNeighboursMeet) {
   }
 }
 
-TEST(Placing, CentresTheRootOrKeepsItsStartInSight) {
+TEST(Placing, centresTheRootOrKeepsItsStartInView) {
   LayoutTree tree(column(0, views(text("abcd"), text("ab"))));
   tree.node().place({10, 20, 100, 100});
   EXPECT_EQ(tree.frame(), (Rect{40, 54, 40, 32}));
@@ -202,8 +267,8 @@ TEST(Placing, CentresTheRootOrKeepsItsStartInSight) {
   EXPECT_EQ(tree.at(1).frame(), (Rect{0, 32, 20, 16}));
 }
 
-// A scrolled page is as high as it wants to be at its width; its parts then stand as they were measured.
-TEST(Placing, KeepsToTheProposalThatTheSizeWasMeasuredWith) {
+// A scrolled page is as high as it wants to be at its width; its parts keep the sizes that were measured.
+TEST(Placing, keepsToTheProposalThatTheSizeWasMeasuredWith) {
   const auto filling = [](const char* string) {
     return text(string).frame({}, between({}, unlimited), topLeading);
   };
@@ -215,7 +280,7 @@ TEST(Placing, KeepsToTheProposalThatTheSizeWasMeasuredWith) {
   EXPECT_THAT(tree.childFrames(), ElementsAre(Rect{0, 0, 20, 48}, Rect{0, 48, 10, 16}));
 }
 
-TEST(Node, LeavesTheTreeWhenItGoes) {
+TEST(Node, leavesTheTreeWhenDestroyed) {
   LayoutNode root;
   root.setContent(VStackContent{});
   auto first = std::make_unique<LayoutNode>();
@@ -238,7 +303,7 @@ View nest(int levels) {
   return std::move(stack).background({});
 }
 
-TEST(Memory, KeepsDeepTreesFromBeingMeasuredOverAndOver) {
+TEST(Memory, keepsDeepTreesFromBeingMeasuredRepeatedly) {
   int measurements = 0;
   LayoutTree shallow(nest(6), &measurements);
   shallow.placed(800, 600);
@@ -250,7 +315,7 @@ TEST(Memory, KeepsDeepTreesFromBeingMeasuredOverAndOver) {
   EXPECT_LT(forTwelve, 3 * forSix);
 }
 
-TEST(Memory, MeasuresAgainOnlyWhatChanged) {
+TEST(Memory, measuresAgainOnlyWhatChanged) {
   const auto table = [](const std::string& last) {
     std::vector<View> rows(300, row(2, views(text("name"), spacer(), text("12"))));
     rows.back().children.back() = text(last);
@@ -267,7 +332,7 @@ TEST(Memory, MeasuresAgainOnlyWhatChanged) {
   EXPECT_FALSE(tree.at(298).node().needsLayout());
   tree.placed(400, 6000);
   EXPECT_FALSE(tree.node().needsLayout());
-  EXPECT_EQ(tree.at(299, 2).frame().width, 40);
+  EXPECT_EQ(tree.at(299).at(2).frame().width, 40);
   EXPECT_GE(measurements, 1);
   EXPECT_LE(measurements, 8);
 }

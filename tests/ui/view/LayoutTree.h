@@ -7,41 +7,41 @@
 #include <utility>
 #include <vector>
 
-#include "support/Views.h"
 #include "ui/view/Diff.h"
 #include "ui/view/LayoutNode.h"
+#include "ui/view/ViewList.h"
 
 namespace kestrune::ui::test {
 
-using kestrune::test::views;
-
-// Keeps a layout node for each view, as a mount does. Letters are 10 wide and lines 16 high, with the
+// Keeps a layout node for each view, as mounted views do. Letters are 10 wide and lines 16 high, with the
 // baseline at 12; symbols are 20 by 20. Components are evaluated once.
 class LayoutTree {
  public:
-  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) { show(view); }
+  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) {
+    const bool measures = view.as<TextContent>() != nullptr || view.as<SymbolContent>() != nullptr;
+    if (measures) node_.setMeasure([this](Proposal proposal) { return measured(proposal); });
+    show(view);
+  }
 
-  // Changes step by step what was shown into `view`, keeping the nodes of views that continue.
+  // Keeps the nodes of children that stay of the same kind.
   void show(const View& view) {
     view_ = view;
     if (view_.as<ComponentContent>() != nullptr)
       view_.children = {view_.as<ComponentContent>()->make()->body()};
     node_.setContent(view_.content);
-    showLeaf();
-    std::vector<const View*> before;
-    before.reserve(children_.size());
-    for (const auto& child : children_) before.push_back(&child->view_);
-    const auto matches = matchChildren(before, view_.children);
-    std::vector<std::unique_ptr<LayoutTree>> after;
-    for (std::size_t i = 0; i < matches.size(); ++i) {
-      if (const auto old = matches[i]) {
-        after.push_back(std::move(children_[*old]));
-        after.back()->show(view_.children[i]);
+    const auto* text = view_.as<TextContent>();
+    const std::size_t letters = text != nullptr ? text->string.size() : 0;
+    if (letters != std::exchange(letters_, letters)) node_.invalidate();
+    for (std::size_t i = 0; i < view_.children.size(); ++i) {
+      const View& next = view_.children[i];
+      if (i < children_.size() && sameKind(children_[i]->view_, next)) {
+        children_[i]->show(next);
       } else {
-        after.push_back(std::make_unique<LayoutTree>(view_.children[i], counter_));
+        children_.resize(i);
+        children_.push_back(std::make_unique<LayoutTree>(next, counter_));
       }
     }
-    children_ = std::move(after);
+    children_.resize(view_.children.size());
     if (view_.as<ScrollContent>() != nullptr || view_.as<SplitContent>() != nullptr) return;
     std::vector<LayoutNode*> nodes;
     nodes.reserve(children_.size());
@@ -52,16 +52,8 @@ class LayoutTree {
   LayoutNode& node() { return node_; }
   const View& view() const { return view_; }
   const std::vector<std::unique_ptr<LayoutTree>>& children() const { return children_; }
-  // The view reached by going down to these children.
-  template <class... Indices>
-  LayoutTree& at(std::size_t index, Indices... below) {
-    if constexpr (sizeof...(below) == 0) {
-      return *children_.at(index);
-    } else {
-      return children_.at(index)->at(static_cast<std::size_t>(below)...);
-    }
-  }
-  // Nothing for what found no place.
+  LayoutTree& at(std::size_t child) { return *children_.at(child); }
+  // Empty for a view that is left out.
   Rect frame() const { return node_.isLeftOut() ? Rect{} : node_.frame(); }
   std::vector<Rect> childFrames() const {
     std::vector<Rect> frames;
@@ -79,47 +71,24 @@ class LayoutTree {
     return frames;
   }
 
-  const LayoutNode& child(std::size_t index) const { return children_[index]->node_; }
-
   LayoutTree& placed(double width, double height) {
     node_.place({0, 0, width, height});
     return *this;
   }
 
  private:
-  void showLeaf() {
-    const auto* text = view_.as<TextContent>();
-    const std::size_t letters = text != nullptr ? text->string.size() : 0;
-    const bool isNew = !hasMeasure_;
-    hasMeasure_ = true;
-    if (text != nullptr) {
-      if (!isNew && letters != std::exchange(letters_, letters)) node_.invalidate();
-      letters_ = letters;
-      if (isNew) node_.setMeasure([this](Proposal proposal) { return measuredText(proposal); });
-    } else if (isNew && view_.as<SymbolContent>() != nullptr) {
-      node_.setMeasure([this](Proposal) {
-        count();
-        return LeafMetrics{{20, 20}, {}};
-      });
-    }
-  }
-
-  LeafMetrics measuredText(Proposal proposal) const {
-    count();
+  LeafMetrics measured(Proposal proposal) const {
+    if (counter_ != nullptr) ++*counter_;
+    if (view_.as<SymbolContent>() != nullptr) return {{20, 20}, {}};
     const auto letters = static_cast<double>(letters_);
     const double columns = std::max(1.0, std::floor(proposal.width.value_or(unlimited) / 10));
     return {{std::min(letters, columns) * 10, std::max(1.0, std::ceil(letters / columns)) * 16}, 12};
-  }
-
-  void count() const {
-    if (counter_ != nullptr) ++*counter_;
   }
 
   int* counter_;
   View view_;
   LayoutNode node_;
   std::size_t letters_ = 0;
-  bool hasMeasure_ = false;
   std::vector<std::unique_ptr<LayoutTree>> children_;
 };
 

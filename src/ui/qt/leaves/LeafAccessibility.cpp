@@ -111,7 +111,7 @@ class AccessibleSlider final : public QAccessibleWidget, public QAccessibleValue
   }
   QVariant currentValue() const override { return leaf_->content().value; }
   void setCurrentValue(const QVariant& value) override { leaf_->choose(value.toDouble()); }
-  QVariant minimumValue() const override { return leaf_->content().least; }
+  QVariant minimumValue() const override { return leaf_->content().min; }
   QVariant maximumValue() const override { return leaf_->lastStep(); }
   QVariant minimumStepSize() const override { return leaf_->content().step; }
 

@@ -24,8 +24,7 @@ SliderLeaf::SliderLeaf(Theme& theme, QWidget* parent) : ControlLeaf(theme, paren
 bool SliderLeaf::show(const Content& content, const LeafStyle& style) {
   adopt(style);
   const auto& next = std::get<SliderContent>(content);
-  const bool hasMoved =
-      next.value != content_.value || next.least != content_.least || next.most != content_.most;
+  const bool hasMoved = next.value != content_.value || next.min != content_.min || next.max != content_.max;
   content_ = next;
   if (hasMoved) {
     update();
@@ -41,13 +40,13 @@ LeafMetrics SliderLeaf::measure(Proposal proposal) {
 }
 
 double SliderLeaf::lastStep() const {
-  return content_.least + std::floor((content_.most - content_.least) / content_.step) * content_.step;
+  return content_.min + std::floor((content_.max - content_.min) / content_.step) * content_.step;
 }
 
 void SliderLeaf::choose(double value) {
   if (!isEnabled()) return;
-  const double steps = std::round((value - content_.least) / content_.step);
-  const double chosen = std::clamp(content_.least + steps * content_.step, content_.least, lastStep());
+  const double steps = std::round((value - content_.min) / content_.step);
+  const double chosen = std::clamp(content_.min + steps * content_.step, content_.min, lastStep());
   if (chosen == content_.value) return;
   content_.value = chosen;
   update();
@@ -56,15 +55,15 @@ void SliderLeaf::choose(double value) {
 }
 
 double SliderLeaf::knobPlace() const {
-  const double range = content_.most - content_.least;
-  const double share = range > 0 ? std::clamp((content_.value - content_.least) / range, 0.0, 1.0) : 0;
+  const double range = content_.max - content_.min;
+  const double share = range > 0 ? std::clamp((content_.value - content_.min) / range, 0.0, 1.0) : 0;
   return knobSide / 2 + share * (width() - knobSide);
 }
 
 void SliderLeaf::chooseAt(double x) {
   const double room = std::max(width() - knobSide, 1.0);
   const double share = std::clamp((x - knobSide / 2) / room, 0.0, 1.0);
-  choose(content_.least + share * (content_.most - content_.least));
+  choose(content_.min + share * (content_.max - content_.min));
 }
 
 void SliderLeaf::press(QPointF place) {
@@ -87,10 +86,10 @@ void SliderLeaf::keyPressEvent(QKeyEvent* event) {
       target += content_.step;
       break;
     case Qt::Key_Home:
-      target = content_.least;
+      target = content_.min;
       break;
     case Qt::Key_End:
-      target = content_.most;
+      target = content_.max;
       break;
     default:
       event->ignore();

@@ -16,7 +16,7 @@ namespace {
 
 using Current = std::function<const Content*()>;
 
-// Does what the choice stands for now.
+// Runs the action that the choice has now.
 void choose(const Current& current, std::size_t index) {
   const Content* content = current();
   const auto* alert = content == nullptr ? nullptr : std::get_if<AlertContent>(content);
@@ -56,7 +56,7 @@ QDialog* openAlert(const AlertContent& alert, const Current& current, const Them
   return box;
 }
 
-// Writes the whole file or nothing: one that was there stays until all of the new one is on the disk.
+// Writes the whole file or nothing: an existing file stays until all of the new one is on disk.
 void writeFile(const QString& path, const std::string& content) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return;

@@ -10,9 +10,9 @@ namespace kestrune::ui::qt {
 
 class Theme;
 
-// Opens the dialog that an alert or a file export stands for, over the window of `parent`; null for other
-// views. `current` yields the view as it is by the time that the user answers, or null once it has gone. The
-// dialog deletes itself when it closes. Main thread.
+// Opens the dialog for an alert or a file export over the window of `parent`; returns null for other views.
+// `current` returns the content at the time that the user answers, or null if the view is gone. The dialog
+// deletes itself when it closes. Main thread.
 QDialog* openDialog(const Content& content, std::function<const Content*()> current, const Theme& theme,
                     QWidget& parent);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/mount/Dialogs.h"
 #include "ui/qt/mount/LeafFactory.h"
@@ -208,7 +207,7 @@ Surface::Behaviour MountedView::surfaceBehaviour() {
     behaviour.accessibleName = context_.theme.text(*traits.accessibilityLabel);
   } else if (behaviour.hidesChildren) {
     behaviour.accessibleName = joinedTexts(*view_, context_.theme);
-    // A control that shows a symbol alone is called what its tooltip says.
+    // A control that shows only a symbol is named by its tooltip.
     if (behaviour.accessibleName.isEmpty()) behaviour.accessibleName = behaviour.toolTip;
   }
   return behaviour;

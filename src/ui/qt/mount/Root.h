@@ -21,7 +21,7 @@ struct MountContext {
   Theme& theme;
   Scheduler& scheduler;
   Breathing& breathing;
-  std::vector<Root*> roots;  // the window's areas that are laid out on their own
+  std::vector<Root*> roots;  // all areas of the window that are laid out on their own
 };
 
 // An area that is laid out on its own: the content of a window or of a scroll view, a pane of a split view, a

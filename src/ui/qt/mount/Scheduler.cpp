@@ -37,7 +37,7 @@ void Scheduler::setActive(bool active) {
 void Scheduler::flush() {
   if (changed_.empty()) return;
   while (!changed_.empty()) {
-    // Outer ones first: they may hand new input to inner ones, or drop them.
+    // Outer components first: they may hand new input to inner ones, or remove them.
     const auto outermost = std::ranges::min_element(changed_, {}, &Evaluated::depth);
     Evaluated& component = **outermost;
     changed_.erase(outermost);

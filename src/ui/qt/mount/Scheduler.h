@@ -16,25 +16,25 @@ class Evaluated {
   virtual void evaluate() = 0;
 };
 
-// Decides when what has changed is evaluated again: all that changes within one frame together, and nothing
-// while the window can't be seen. Main thread only.
+// Decides when changed components are evaluated again: all changes within one frame together, and none while
+// the window can't be seen. Main thread only.
 class Scheduler {
  public:
   static constexpr Duration frame = std::chrono::milliseconds(16);
 
-  // `finish` runs after the evaluations of one frame, to lay out what they changed.
+  // `finish` runs after the evaluations of a frame, to lay out what they changed.
   Scheduler(MainLoop& loop, std::function<void()> finish);
   ~Scheduler();
   Scheduler(const Scheduler&) = delete;
   Scheduler& operator=(const Scheduler&) = delete;
 
   void markChanged(Evaluated& component);
-  // The component was evaluated by its surroundings, or is gone.
+  // Call when the component was evaluated from outside, or is destroyed.
   void forget(const Evaluated& component);
-  // Becoming active evaluates at once what has changed meanwhile.
+  // Becoming active evaluates at once what changed in the meantime.
   void setActive(bool active);
   bool isActive() const { return active_; }
-  // Evaluates now what has changed.
+  // Evaluates all changed components now.
   void flush();
 
  private:

@@ -69,8 +69,7 @@ void Surface::setBehaviour(Behaviour behaviour) {
 }
 
 void Surface::tap() {
-  // The action may replace it.
-  const auto action = behaviour_.onTap;
+  const auto action = behaviour_.onTap;  // the call may replace it
   if (action && isEnabled()) action();
 }
 
@@ -167,7 +166,7 @@ void Surface::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const QRectF bounds = QRectF(rect()).marginsRemoved(outset_);
   const double radius = surface.cornerRadius;
-  // What a child has moved away from lies well within the edges mostly, and needs none of their shapes.
+  // What a child uncovers is mostly well within the edges, and needs none of their shapes.
   const double edge = std::max(radius, surface.borderWidth);
   const QRectF within = bounds.adjusted(edge, edge, -edge, -edge);
   const auto isWithin = [&within](const QRect& part) { return within.contains(QRectF(part)); };
@@ -238,7 +237,7 @@ void Surface::paintPieces(QPainter& painter, const QRegion& damage) {
   const std::array<int, 4> ys{0, corner, height() - corner, height()};
   const std::array<double, 4> source{0, sourceCorner, sourceSide - sourceCorner, sourceSide};
   const QColor fill = theme_.color(look_.background.fill, look_.opacity);
-  // Part by part, as a clip of one rectangle costs nothing and one of many is slow.
+  // Part by part: clipping to one rectangle costs nothing, to many it is slow.
   for (const QRect& part : damage) {
     painter.setClipRect(part);
     for (std::size_t row = 0; row < 3; ++row) {

@@ -14,8 +14,8 @@ namespace kestrune::ui::qt {
 
 class Theme;
 
-// A widget that stands for a view with children which needs one: it has a background, can be tapped, follows
-// the pointer, has a tooltip, or speaks for its children to assistive tools. Its children are placed on it.
+// The widget of a view with children that has a background, can be tapped, follows the pointer, has a tooltip
+// or represents its children to assistive tools. The children's widgets are placed on it.
 class Surface : public QWidget {
  public:
   enum class Role : std::uint8_t { group, row, button, menu };
@@ -43,11 +43,11 @@ class Surface : public QWidget {
   void setBehaviour(Behaviour behaviour);
   const Behaviour& behaviour() const { return behaviour_; }
 
-  // How far the widget reaches past the view's bounds, for a shadow.
+  // How far the widget extends past the view's bounds, for a shadow.
   QMargins outset() const { return outset_; }
   void tap();
   void openContextMenu(QPoint onScreen) const;
-  // Shown as the one that the keyboard is at, without having the focus.
+  // Shows the focus ring without having the focus.
   void setMarked(bool isMarked);
   bool isMarked() const { return showsFocus_; }
 
@@ -65,26 +65,27 @@ class Surface : public QWidget {
   void setInside(bool inside);
   void moveFocus(bool forward);
   void paintFeedback(QPainter& painter, const QRectF& bounds, double radius) const;
-  int cornerSide() const;  // of a corner with all that reaches into it
-  // Larger than its corners, and these are whole pixels.
+  // Side of the square that holds a corner with its border and shadow.
+  int cornerSide() const;
+  // True if the surface is larger than its corners, and these are whole pixels.
   bool canBePieced() const;
-  // The surface itself, drawn by paths.
+  // Draws the surface by paths.
   void paintLook(QPainter& painter, const QRectF& bounds) const;
-  // The same by pieces of a small picture of it, whatever the size: all but the corners is stretched.
+  // Draws the same from a small picture of the surface, of which all but the corners is stretched.
   void paintPieces(QPainter& painter, const QRegion& damage);
 
   Theme& theme_;
   Look look_;
   Behaviour behaviour_;
   QMargins outset_;
-  QPixmap picture_;  // of the smallest surface that looks so
+  QPixmap picture_;  // of the smallest surface with this look
   unsigned pictureGeneration_ = 0;
   bool isInside_ = false;
   bool isPressed_ = false;
   bool showsFocus_ = false;
 };
 
-// Makes assistive tools see surfaces as what they stand for. Once, before the first surface is asked about.
+// Makes surfaces accessible in their roles. Call once, before an assistive tool asks for the first surface.
 void installSurfaceAccessibility();
 
 }  // namespace kestrune::ui::qt

@@ -20,7 +20,7 @@ QAccessible::Role roleOf(const Surface& surface) {
     case Surface::Role::group:
       break;
   }
-  // An element that speaks for a picture or a gauge is read with its name; a mere group only groups.
+  // An element that represents a picture or a gauge is read by its name; a plain group isn't.
   return surface.behaviour().hidesChildren ? QAccessible::StaticText : QAccessible::Grouping;
 }
 
@@ -29,7 +29,7 @@ class AccessibleSurface final : public QAccessibleWidget {
   explicit AccessibleSurface(Surface* surface)
       : QAccessibleWidget(surface, roleOf(*surface)), surface_(surface) {}
 
-  // The menu that it has opened comes last; as a window of its own it would be in no one's list.
+  // An open menu comes last; being a window of its own it would be in nobody's list.
   int childCount() const override { return ownChildCount() + (openMenu() == nullptr ? 0 : 1); }
   QAccessibleInterface* child(int index) const override {
     if (index < ownChildCount()) return QAccessibleWidget::child(index);

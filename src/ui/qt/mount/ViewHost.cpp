@@ -38,7 +38,7 @@ ViewHost::ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent, Siz
 ViewHost::~ViewHost() {
   setContent(nullptr);
   mounted_.reset();
-  // Panes may still wait to be deleted; they go before what they share.
+  // Panes may be waiting to be deleted; they must go before what they share.
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 
@@ -70,7 +70,7 @@ bool ViewHost::event(QEvent* event) {
     case QEvent::PaletteChange:
     case QEvent::FontChange:
     case QEvent::StyleChange:
-      theme.refresh();  // the first of all windows to hear of it does that for all
+      theme.refresh();  // refreshed once, by whichever window gets the event first
       if (mounted_ && std::exchange(styledFor_, theme.generation()) != theme.generation()) {
         mounted_->restyle(surroundings());
         layOutAll();

@@ -10,7 +10,7 @@
 
 namespace kestrune::ui::qt {
 
-// What the views of one window share. It goes after the host itself, whose end still needs it.
+// What the views of one window share. A private base so that it outlives the host's members.
 class HostContext {
  protected:
   HostContext(MainLoop& loop, Theme& theme);
@@ -29,9 +29,9 @@ class ViewHost final : private HostContext, public Root {
   ViewHost(MainLoop& loop, Theme& theme, View view, QWidget* parent = nullptr, Sizing sizing = Sizing::fill);
   ~ViewHost() override;
 
-  // Takes another value for the whole view.
+  // Replaces the whole view.
   void setView(View view);
-  // Brings the screen up to date now with what has changed, instead of within a frame.
+  // Brings the screen up to date now instead of within a frame.
   void flush();
   const MountedView& mounted() const { return *mounted_; }
 
@@ -44,7 +44,7 @@ class ViewHost final : private HostContext, public Root {
 
   std::unique_ptr<const View> view_;
   std::unique_ptr<MountedView> mounted_;
-  unsigned styledFor_;  // the theme's generation that is on screen
+  unsigned styledFor_;  // the generation of the theme that is on screen
   QPointer<QWindow> watchedWindow_;
 };
 

@@ -3,7 +3,6 @@
 
 #include "ui/qt/MountSupport.h"
 #include "ui/qt/mount/Breathing.h"
-#include "ui/qt/mount/ViewHost.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -13,7 +12,7 @@ View row(
   return hstack(0, VerticalAlignment::center, views(verbatim(name))).onTap(std::move(action)).withKey(name);
 }
 
-TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
+TEST(ViewHost, evaluatesOnlyReadersOfAChangeOncePerFrame) {
   Published<int> outer{0};
   Published<int> inner{0};
   int outerRuns = 0;
@@ -24,8 +23,7 @@ TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
       ++innerRuns;
       return verbatim(std::to_string(inner.get()));
     });
-    return vstack(0, HorizontalAlignment::leading,
-                  views(verbatim(std::to_string(outer.get())), std::move(innerScene)));
+    return page(verbatim(std::to_string(outer.get())), std::move(innerScene));
   }));
   const auto leaves = stage.shown<Leaf>();
   ASSERT_EQ(leaves.size(), 2);
@@ -47,13 +45,14 @@ TEST(ViewHost, EvaluatesOnlyWhatHasReadAChangeAndOncePerFrame) {
   EXPECT_EQ(leaves[1]->accessibleName(), "3");
 }
 
-TEST(ViewHost, HiddenEvaluatesNothingAndCatchesUpWhenShown) {
+TEST(ViewHost, evaluatesNothingWhileHiddenAndCatchesUpWhenShown) {
   Published<int> value{0};
   int runs = 0;
   Stage stage(scene([&] {
     ++runs;
     return verbatim(std::to_string(value.get()));
   }));
+  value.set(9);  // its frame is still to come
   stage.host.hide();
   for (int i = 1; i <= 5; ++i) {
     value.set(i);
@@ -61,12 +60,12 @@ TEST(ViewHost, HiddenEvaluatesNothingAndCatchesUpWhenShown) {
   }
   EXPECT_EQ(runs, 1);
   stage.host.show();
-  QApplication::processEvents();
+  settle();
   EXPECT_EQ(runs, 2);
   EXPECT_EQ(stage.shown<Leaf>().first()->accessibleName(), "5");
 }
 
-TEST(ViewHost, FocusFollowsAMovedRowAndTabOrderFollowsTheViews) {
+TEST(ViewHost, keepsFocusOnAMovedRowAndTabOrderInTheOrderOfTheViews) {
   Published<std::vector<std::string>> names{{"a", "b", "c"}};
   Stage stage(scene([&] {
     std::vector<View> rows;
@@ -93,16 +92,16 @@ TEST(ViewHost, FocusFollowsAMovedRowAndTabOrderFollowsTheViews) {
   EXPECT_EQ(stage.shown<Surface>().size(), 1);
 }
 
-TEST(ViewHost, CallbacksAreTheLastOnesGivenAndMayRemoveTheirOwnView) {
+TEST(ViewHost, callsTheLatestCallbackWhichMayRemoveItsOwnView) {
   Published<int> generation{0};
   std::vector<int> pressed;
   Stage stage(scene([&] {
     const int now = generation.get();
-    if (now == 2) return vstack(0, HorizontalAlignment::leading, {});
-    return vstack(0, HorizontalAlignment::leading, views(button(verbatim("go"), [&, now] {
-                    pressed.push_back(now);
-                    generation.set(now + 1);
-                  })));
+    if (now == 2) return page();
+    return page(button(verbatim("go"), [&, now] {
+      pressed.push_back(now);
+      generation.set(now + 1);
+    }));
   }));
   for (int i = 0; i < 2; ++i) {
     Surface* go = stage.surface("go");
@@ -114,7 +113,7 @@ TEST(ViewHost, CallbacksAreTheLastOnesGivenAndMayRemoveTheirOwnView) {
   EXPECT_EQ(stage.surface("go"), nullptr);
 }
 
-TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
+TEST(ViewHost, keepsAComponentsStateWhileItStays) {
   struct Counter final : Component {
     Published<int> presses{0};
     View body() override {
@@ -125,8 +124,7 @@ TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
   Published<int> other{0};
   Stage stage(scene([&] {
     View counter = shows.get() ? component<Counter>([] { return std::make_shared<Counter>(); }) : View();
-    return vstack(0, HorizontalAlignment::leading,
-                  views(verbatim("other " + std::to_string(other.get())), std::move(counter)));
+    return page(verbatim("other " + std::to_string(other.get())), std::move(counter));
   }));
   QTest::mouseClick(stage.surface("0"), Qt::LeftButton);
   other.set(1);
@@ -139,13 +137,12 @@ TEST(ViewHost, AComponentKeepsItsStateWhileItStaysAndLosesItWhenItGoes) {
   EXPECT_NE(stage.surface("0"), nullptr);
 }
 
-TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
+TEST(ViewHost, showsElementsRowsAndButtonsToAssistiveTools) {
   installSurfaceAccessibility();
   int taps = 0;
   View gauge = hstack(0, VerticalAlignment::center, views(verbatim("C1"), verbatim("42%")))
                    .accessibilityElement(verbatimText("core, 42 percent"));
-  Stage stage(vstack(0, HorizontalAlignment::leading,
-                     views(std::move(gauge), row("Memory", [&] { ++taps; }).selected(true))));
+  Stage stage(page(std::move(gauge), row("Memory", [&] { ++taps; }).selected(true)));
 
   QAccessibleInterface* element = QAccessible::queryAccessibleInterface(stage.surface("core, 42 percent"));
   ASSERT_NE(element, nullptr);
@@ -159,12 +156,20 @@ TEST(ViewHost, AssistiveToolsSeeElementsRowsAndButtons) {
   EXPECT_EQ(taps, 1);
 }
 
-TEST(ViewHost, EveryWindowFollowsAChangeOfTheFont) {
+TEST(ViewHost, showsHelpAsToolTipAndNamesBareSymbolsByIt) {
+  Stage stage(page(verbatim("leaf").help(verbatimText("<b>")),
+                   button(symbol("cpu"), [] {}).help(verbatimText("Processor"))));
+  EXPECT_EQ(stage.shown<Leaf>().first()->toolTip(), "<span>&lt;b&gt;</span>");
+  ASSERT_NE(stage.surface("Processor"), nullptr);
+  EXPECT_EQ(stage.surface("Processor")->toolTip(), "Processor");
+}
+
+TEST(ViewHost, everyWindowFollowsAChangeOfTheFont) {
   Stage stage(verbatim("text"));
   ViewHost other(stage.test.loop, stage.theme, verbatim("text"));
   other.resize(stage.host.size());
   other.show();
-  QApplication::processEvents();
+  settle();
   const auto widths = [&] {
     return std::pair(stage.host.findChild<Leaf*>()->width(), other.findChild<Leaf*>()->width());
   };
@@ -173,15 +178,15 @@ TEST(ViewHost, EveryWindowFollowsAChangeOfTheFont) {
   QFont larger = font;
   larger.setStretch(200);
   QApplication::setFont(larger);
-  QApplication::processEvents();
+  settle();
   EXPECT_GT(widths().first, before.first);
   EXPECT_GT(widths().second, before.second);
   QApplication::setFont(font);
-  QApplication::processEvents();
+  settle();
   EXPECT_EQ(widths(), before);
 }
 
-TEST(Breathing, MovesOnlyWhileItIsSeen) {
+TEST(Breathing, movesOnlyWhileItIsSeen) {
   Breathing all;
   double opacity = 0;
   auto breath = std::make_unique<Breath>(all, Pulse{.from = 0.2, .to = 1, .seconds = 0.5},
@@ -198,7 +203,7 @@ TEST(Breathing, MovesOnlyWhileItIsSeen) {
   EXPECT_FALSE(all.isRunning());
   all.setActive(true);
   breath.reset();
-  EXPECT_FALSE(all.isRunning()) << "nothing is left that breathes";
+  EXPECT_FALSE(all.isRunning()) << "no breath is left";
 }
 
 }  // namespace
