@@ -3,8 +3,9 @@
 #include <memory>
 
 #include <QApplication>
+#include <QCursor>
 #include <QImage>
-#include <QWidget>
+#include <QTest>
 
 #include "texts/Catalogue.h"
 #include "ui/qt/mount/LeafFactory.h"
@@ -12,50 +13,68 @@
 
 namespace kestrune::ui::qt {
 
-// The plain style, changed.
-template <class Change>
-LeafStyle styled(Change change) {
-  LeafStyle style;
-  change(style);
-  return style;
-}
+inline constexpr Color blue = Color::rgb(0, 0, 1);
+inline constexpr Color gray = Color::rgb(0.5, 0.5, 0.5);
 
-// Lets what is to be painted be painted.
+// Lets pending events, such as paints, be processed.
 inline void settle() {
   QApplication::processEvents();
 }
 
-// One leaf at a time on a window of its own.
+// Moves the pointer over a widget on screen.
+inline void hover(const QWidget& widget, QPoint place) {
+  QCursor::setPos(widget.mapToGlobal(place));
+  settle();
+}
+
+// A window with one widget at a time: a leaf, or another that draws with the theme.
 class LeafStage {
  public:
-  Leaf& put(const Content& content, int width, int height, const LeafStyle& style = {}) {
-    leaf_.reset(makeLeaf(content, theme, &window_));
-    leaf_->show(content, style);
-    leaf_->setGeometry(0, 0, width, height);
-    leaf_->QWidget::show();
-    return *leaf_;
-  }
+  class Window : public QWidget {
+   public:
+    // Presses that the widget didn't handle.
+    int presses = 0;
 
+   protected:
+    void mousePressEvent(QMouseEvent*) override { ++presses; }
+  };
+
+  Leaf& put(const Content& content, QSize size, const LeafStyle& style = {}) {
+    auto* leaf = makeLeaf(content, theme, &window);
+    leaf->show(content, style);
+    put(*leaf, size);
+    return *leaf;
+  }
+  void put(QWidget& widget, QSize size) {
+    widget_.reset(&widget);
+    widget.resize(size);
+    widget.show();
+  }
+  // Away from the pointer, so that nothing is hovered by chance.
   void showWindow() {
-    window_.resize(400, 200);
-    window_.show();
+    QCursor::setPos(0, 0);
+    window.setGeometry(20, 20, 400, 200);
+    window.show();
     settle();
   }
-
-  // What the leaf draws over white.
-  QImage picture() const {
-    QImage image(leaf_->size(), QImage::Format_RGB32);
-    image.fill(Qt::white);
-    leaf_->render(&image, {}, {}, QWidget::RenderFlags());
+  // What the widget draws over a colour, with animations at their ends.
+  QImage picture(const QColor& behind = Qt::white) {
+    theme.animations().advance(AnimationDriver::now() + 9);
+    return frame(behind);
+  }
+  QImage frame(const QColor& behind = Qt::white) const {
+    QImage image(widget_->size(), QImage::Format_RGB32);
+    image.fill(behind);
+    widget_->render(&image, {}, {}, QWidget::RenderFlags());
     return image;
   }
 
-  std::unique_ptr<const Catalogue> catalogue = std::make_unique<const Catalogue>();
-  Theme theme{*catalogue};
+  const Catalogue catalogue{};
+  Theme theme{catalogue};
+  Window window;
 
  private:
-  QWidget window_;
-  std::unique_ptr<Leaf> leaf_;
+  std::unique_ptr<QWidget> widget_;
 };
 
 // Counts how often a widget is painted.

@@ -1,31 +1,113 @@
-#include <QMouseEvent>
 #include <QProxyStyle>
-#include <QTemporaryDir>
 #include <QToolTip>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "ui/qt/LeafSupport.h"
 
 namespace kestrune::ui::qt {
 namespace {
 
-constexpr Color blue = Color::rgb(0, 0, 1);
-constexpr Color gray = Color::rgb(0.5, 0.5, 0.5);
+using Mark = DayChartContent::Mark;
+using Heights = std::vector<double>;
+
+constexpr Color red = Color::rgb(1, 0, 0);
+constexpr Color white = Color::rgb(1, 1, 1);
+constexpr auto none = std::nullopt;
+const double nan = std::nan("");
 
 BarContent bar(double fraction) {
-  return {.fraction = fraction, .track = gray, .fill = blue, .cornerRadius = 3, .animationSeconds = 0.4};
+  return {.fraction = fraction, .track = gray, .fill = blue, .animationSeconds = 0.4};
+}
+RingContent ring(double fraction) {
+  return {.fraction = fraction, .lineWidth = 8, .track = gray, .arc = blue};
+}
+LineChartContent lines(Heights first, Heights second = {}, Heights third = {}) {
+  return {{{std::move(first), blue}, {std::move(second), red}, {std::move(third), gray}}, 4};
+}
+// Without words, 6 pixels above the plot, 16 below and 6 at the right are left to the scale.
+DayChartContent days(std::vector<DayChartContent::Series> series) {
+  DayChartContent chart{.series = std::move(series), .scaleUnit = 25};
+  chart.days.resize(chart.series[0].figures.size(), verbatimText(""));
+  chart.scaleText = [](double) { return std::string(); };
+  return chart;
+}
+SegmentedPickerContent picker(int selected) {
+  return {{verbatimText(""), verbatimText(""), verbatimText("")}, selected, {}};
 }
 
-bool isBlue(const QColor& color) {
-  return color.blue() > 200 && color.red() < 60;
+bool isNear(const QColor& one, const QColor& other) {
+  return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+             std::abs(one.blue() - other.blue()) <=
+         6;
 }
 
-int filledPixels(const LeafStage& stage) {
-  const QImage image = stage.picture();
-  int count = 0;
-  for (int x = 0; x < image.width(); ++x) count += isBlue(image.pixelColor(x, image.height() / 2)) ? 1 : 0;
-  return count;
+// The row ('x') or column ('y') of pixels at `at`, as lengths of runs of one colour; '?' is a mixture.
+std::string runs(LeafStage& stage, char direction, int at) {
+  const auto faint = [](double opacity) { return Color(ColorRole::primary, opacity); };
+  const std::map<char, Color> names{
+      {'b', blue},        {'g', gray},        {'r', red},         {'w', white},      {'a', ColorRole::accent},
+      {'i', faint(0.08)}, {'j', faint(0.12)}, {'k', faint(0.14)}, {'l', faint(0.18)}};
+  const QTransform turned(0, 1, 1, 0, 0, 0);
+  const QImage image = direction == 'x' ? stage.picture() : stage.picture().transformed(turned);
+  std::string text;
+  for (int x = 0, length = 0; x < image.width(); ++x) {
+    const auto nameOf = [&](int i) {
+      const auto named = std::ranges::find_if(names, [&](const auto& name) {
+        const QColor color = stage.theme.color(name.second);
+        return isNear(image.pixelColor(i, at), mixed(Qt::white, QColor(color.rgb()), color.alphaF()));
+      });
+      return named == names.end() ? '?' : named->first;
+    };
+    ++length;
+    if (x + 1 < image.width() && nameOf(x) == nameOf(x + 1)) continue;
+    text += std::to_string(std::exchange(length, 0)) + nameOf(x) + ' ';
+  }
+  return text;
+}
+
+TEST(LeafDrawing, hasEachColorInItsPlace) {
+  struct Drawing {
+    Content content;
+    QSize size;
+    char direction;
+    int at;
+    const char* expected;
+  };
+  const DayChartContent stacked = days({{Mark::bars, {25, none}, blue}, {Mark::bars, {50, 75}, red}});
+  const DayChartContent area = days({{Mark::area, {50, 50, none, 100}, blue}});
+  const DayChartContent line = days({{Mark::line, {50, 50, none, 100}, blue}});
+  const Drawing drawings[] = {
+      {bar(0.25), {20, 6}, 'x', 3, "5b 15g "},
+      {bar(1.4), {20, 6}, 'x', 3, "20b "},
+      {bar(-0.1), {20, 6}, 'x', 3, "20g "},
+      {bar(nan), {20, 6}, 'x', 3, "20g "},
+      {ring(0.25), {40, 60}, 'x', 22, "1w 1? 8g 1? 17w 2? 8b 1? 1w "},
+      {ring(0.25), {40, 60}, 'x', 37, "1w 1? 8g 1? 18w 1? 8g 1? 1w "},
+      {ring(0.75), {40, 40}, 'x', 12, "1w 1? 8g 1? 17w 2? 8b 1? 1w "},
+      {ring(0.75), {40, 40}, 'x', 27, "1w 1? 8b 2? 16w 2? 8b 1? 1w "},
+      {ring(0.0001), {40, 40}, 'x', 4, "7w 1? 8g 1? 7b 1? 7g 1? 7w "},
+      {ring(1), {40, 40}, 'x', 4, "7w 1? 24b 1? 7w "},
+      {ring(0), {40, 40}, 'x', 4, "7w 1? 24g 1? 7w "},
+      {lines({0.5, 0.5}), {50, 20}, 'y', 25, "8w 4b 8w "},
+      {lines({1, 1}, {0, nan}, {1}), {50, 20}, 'y', 0, "4b 12w 4r "},
+      {DividerContent{}, {40, 9}, 'y', 39, "4w 1k 4w "},
+      {DividerContent{}, {9, 40}, 'x', 39, "4w 1k 4w "},
+      {SwitchContent{true, {}}, {34, 20}, 'x', 10, "1? 14a 2? 14w 3? "},
+      {SwitchContent{false, {}}, {34, 20}, 'x', 10, "1l 2? 14w 2? 15l "},
+      {SliderContent{.value = 5, .most = 10}, {116, 22}, 'x', 11, "1? 48a 2? 14w 1? 1l 49j "},
+      {SliderContent{.value = 20, .most = 10}, {116, 22}, 'x', 11, "1? 98a 2? 14w 1? "},
+      {picker(0), {154, 24}, 'x', 12, "1i 1j 50w 1j 49i 1? 51i "},
+      {stacked, {46, 62}, 'y', 10, "6w 26r 1? 13b 1l 15w "},
+      {stacked, {46, 62}, 'x', 43, "2w 16b 4w 16r 8w "},
+      {area, {86, 62}, 'x', 40, "10w 20b 37w 1? 4b 1? 13w "},
+      {line, {86, 62}, 'x', 26, "9i 1? 20b 1? 49i 6w "},
+      {line, {86, 62}, 'x', 6, "67i 1? 4b 1? 7i 6w "},
+  };
+  LeafStage stage;
+  for (const auto& [content, size, direction, at, expected] : drawings) {
+    stage.put(content, size);
+    EXPECT_EQ(runs(stage, direction, at), expected);
+  }
 }
 
 class NoAnimations : public QProxyStyle {
@@ -36,128 +118,89 @@ class NoAnimations : public QProxyStyle {
   }
 };
 
-TEST(LeafBar, EasesToAnotherFractionWhereThatIsSeen) {
+TEST(LeafBar, easesToAnotherFractionIfThatIsSeen) {
   LeafStage stage;
   AnimationDriver& driver = stage.theme.animations();
-  Leaf& leaf = stage.put(bar(0.2), 100, 5);
+  Leaf& leaf = stage.put(bar(0.2), {100, 5});
+  const auto filled = [&stage] {
+    const QImage image = stage.frame();
+    int x = 0;
+    while (isNear(image.pixelColor(x, 2), Qt::blue)) ++x;
+    return x;
+  };
   EXPECT_FALSE(driver.isRunning()) << "appears in place";
-  for (const auto& [fraction, pixels] : {std::pair{1.4, 100}, {-0.1, 0}, {std::nan(""), 0}}) {
-    leaf.show(bar(fraction), {});
-    EXPECT_NEAR(filledPixels(stage), pixels, 1) << fraction;
-  }
   leaf.show(bar(0.3), {});
   EXPECT_FALSE(driver.isRunning()) << "not visible";
-  EXPECT_NEAR(filledPixels(stage), 30, 1);
-
   stage.showWindow();
   const double start = AnimationDriver::now();
   leaf.show(bar(0.7), {});
   ASSERT_TRUE(driver.isRunning());
-  EXPECT_NEAR(filledPixels(stage), 30, 1);
+  EXPECT_EQ(filled(), 30);
   driver.advance(start + 0.1);
-  EXPECT_NEAR(filledPixels(stage), 35, 3);  // a quarter of the time, an eighth of the way
+  EXPECT_NEAR(filled(), 35, 3) << "a quarter of the time, an eighth of the way";
   leaf.show(bar(0.7), {});
   driver.advance(start + 0.2);
-  EXPECT_NEAR(filledPixels(stage), 50, 3);
+  EXPECT_NEAR(filled(), 50, 3);
   driver.advance(start + 9);
-  EXPECT_NEAR(filledPixels(stage), 70, 1);
+  EXPECT_EQ(filled(), 70);
   EXPECT_FALSE(driver.isRunning());
-
-  auto* style = new NoAnimations;
-  style->setParent(&leaf);
-  leaf.setStyle(style);
+  leaf.show(bar(0.71), {});
+  EXPECT_FALSE(driver.isRunning()) << "a single step";
+  NoAnimations style;
+  leaf.setStyle(&style);
   leaf.show(bar(0.1), {});
-  EXPECT_FALSE(driver.isRunning()) << "the desktop asks for none";
-  EXPECT_NEAR(filledPixels(stage), 10, 1);
+  EXPECT_FALSE(driver.isRunning()) << "the desktop asks for reduced motion";
+  EXPECT_EQ(filled(), 10);
 }
 
-TEST(LeafLineChart, TellsTheNearestPoint) {
+TEST(LeafSwitch, slidesIfThatIsSeen) {
   LeafStage stage;
-  LineChartContent chart{.lines = {{{0, 0.5, 1}, gray}}, .readOut = [](std::size_t point) {
-                           return std::vector{key("point "), verbatimText(std::to_string(point))};
-                         }};
-  Leaf& leaf = stage.put(chart, 100, 20);
+  AnimationDriver& driver = stage.theme.animations();
   stage.showWindow();
-  const auto point = [&leaf](int x) {
-    QMouseEvent event(QEvent::MouseMove, QPointF(x, 5), leaf.mapToGlobal(QPointF(x, 5)), Qt::NoButton,
-                      Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(&leaf, &event);
-    return QToolTip::text().toStdString();
+  Leaf& leaf = stage.put(SwitchContent{true, {}}, {34, 20});
+  EXPECT_FALSE(driver.isRunning());
+  leaf.show(SwitchContent{false, {}}, {});
+  driver.advance(AnimationDriver::now() + 0.1);
+  EXPECT_TRUE(driver.isRunning());
+  driver.advance(AnimationDriver::now() + 0.15);
+  EXPECT_FALSE(driver.isRunning());
+}
+
+TEST(LeafChart, describesThePointUnderThePointer) {
+  LineChartContent line = lines({0, 0.5, 1});
+  DayChartContent bars = days({{Mark::bars, {20, 40, 100}, gray}});
+  line.readOut = bars.readOut = [](std::size_t point) {
+    return std::vector{key("point "), verbatimText(std::to_string(point))};
   };
-  EXPECT_EQ(point(1), "point 0");
-  EXPECT_EQ(point(60), "point 1");
-  const QImage marked = stage.picture();
-  EXPECT_NE(marked.pixelColor(50, 2), QColor(Qt::white));
-  EXPECT_EQ(marked.pixelColor(25, 2), QColor(Qt::white));
-
-  chart.lines[0].heights = {0, 1};
-  leaf.show(chart, {});
-  EXPECT_EQ(QToolTip::text().toStdString(), "point 1") << "follows the figures under a pointer at rest";
-  QEvent leave(QEvent::Leave);
-  QApplication::sendEvent(&leaf, &leave);
-  EXPECT_EQ(stage.picture().pixelColor(50, 2), QColor(Qt::white));
-}
-
-TEST(LeafLineChart, DrawsFromEdgeToEdgeAndRepaintsOnlyForAChange) {
-  LeafStage stage;
-  const LineChartContent level{{{{0.5, 0.5}, blue}}, 4};
-  Leaf& leaf = stage.put(level, 50, 20);
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(0, 10)));
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(49, 9)));
-  EXPECT_EQ(stage.picture().pixelColor(25, 2), QColor(Qt::white));
-
-  stage.showWindow();
-  PaintCounter paints(leaf);
-  leaf.show(level, {});
-  settle();
-  EXPECT_EQ(paints.count, 0);
-  leaf.show(LineChartContent{{{{0, 1}, blue}, {{1}, gray}, {{}, gray}}, 4}, {});
-  settle();
-  EXPECT_EQ(paints.count, 1);
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(0, 19)));
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(49, 0)));
-  leaf.show(LineChartContent{{{{1, 1}, blue}}, 4}, {});
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(25, 0)));
-  EXPECT_TRUE(isBlue(stage.picture().pixelColor(25, 3))) << "as thick at the top as anywhere";
-}
-
-TEST(LeafMouse, GoesToWhatLiesAround) {
-  class Catcher : public QWidget {
-   public:
-    int presses = 0;
-
-   protected:
-    void mousePressEvent(QMouseEvent*) override { ++presses; }
-  } around;
-  const Catalogue catalogue{};
-  Theme theme(catalogue);
-  const Content content = verbatimText("a row");
-  Leaf* leaf = makeLeaf(content, theme, &around);
-  leaf->show(content, {});
-  leaf->setGeometry(0, 0, 50, 20);
-  QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), leaf->mapToGlobal(QPointF(5, 5)), Qt::LeftButton,
-                    Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(leaf, &press);
-  EXPECT_EQ(around.presses, 1);
-}
-
-TEST(LeafIcon, OpensNothingButFiles) {
-  const QTemporaryDir folder;
-  const std::string pipe = folder.filePath("pipe.png").toStdString();
-  const std::string file = folder.filePath("icon.png").toStdString();
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  QImage image(16, 16, QImage::Format_RGB32);
-  image.fill(Qt::blue);
-  ASSERT_TRUE(image.save(QString::fromStdString(file)));
-  LeafStage stage;
-  for (const auto& [name, isPicture] : {std::pair{file, true}, {pipe, false}}) {
-    stage.put(IconContent{.name = name, .fallbackSymbol = "cpu"}, 16, 16);
-    const QImage shown = stage.picture();
-    EXPECT_EQ(isBlue(shown.pixelColor(8, 8)), isPicture) << name;
-    QImage blank = shown;
-    blank.fill(Qt::white);
-    EXPECT_NE(shown, blank) << "a symbol stands for it";
+  // The last x of the first point, and the first x of the second.
+  const std::tuple<Content, int, int> charts[] = {{line, 38, 40}, {bars, 49, 50}};
+  for (const auto& [content, last, next] : charts) {
+    LeafStage stage;
+    stage.showWindow();
+    Leaf& leaf = stage.put(content, {156, 122});
+    const QImage unmarked = stage.picture();
+    const auto textAt = [&leaf](int x) {
+      hover(leaf, {x, 40});
+      return QToolTip::text().toStdString();
+    };
+    EXPECT_EQ(textAt(last), "point 0");
+    EXPECT_EQ(textAt(next), "point 1");
+    const QImage marked = stage.picture();
+    EXPECT_NE(marked.pixelColor(78, 30), unmarked.pixelColor(78, 30));
+    EXPECT_EQ(marked.pixelColor(30, 30), unmarked.pixelColor(30, 30));
+    EXPECT_EQ(textAt(145), "point 2");
+    PaintCounter paints(leaf);
+    hover(stage.window, {300, 150});
+    EXPECT_GT(paints.count, 0);
+    EXPECT_EQ(stage.picture(), unmarked);
   }
+  LeafStage stage;
+  stage.showWindow();
+  Leaf& leaf = stage.put(line, {156, 122});
+  hover(leaf, {145, 40});
+  line.lines[0].heights = {0, 1};
+  leaf.show(line, {});
+  EXPECT_EQ(QToolTip::text(), "point 1") << "follows the figures under a pointer at rest";
 }
 
 }  // namespace

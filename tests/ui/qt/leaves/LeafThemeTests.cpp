@@ -16,15 +16,12 @@ QPalette palette(QColor window, QColor text, QColor highlight) {
 }
 
 bool hasInk(const QPixmap& pixmap) {
-  const QImage image = pixmap.toImage();
-  int inked = 0;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) inked += image.pixelColor(x, y).alpha() > 128 ? 1 : 0;
-  }
-  return inked > 5 && inked < image.width() * image.height();
+  QPixmap empty(pixmap.size());
+  empty.fill(Qt::transparent);
+  return !pixmap.isNull() && pixmap.toImage() != empty.toImage();
 }
 
-TEST(LeafColors, AreReadableUnderAnyPalette) {
+TEST(LeafColors, areReadableUnderAnyPalette) {
   const QPalette palettes[] = {
       palette(0xefefef, Qt::black, 0x308cc6),   palette(Qt::white, 0x333333, Qt::white),
       palette(Qt::black, Qt::white, Qt::black), palette(0x2a2a2d, Qt::white, 0x888888),
@@ -44,28 +41,24 @@ TEST(LeafColors, AreReadableUnderAnyPalette) {
     }
     EXPECT_GT(scheme.controlBackground.lightness(), scheme.window.lightness());
   }
-  EXPECT_EQ(colorSchemeFor(palettes[0]).accent, QColor(0x308cc6)) << "the desktop's own where it will do";
+  EXPECT_EQ(colorSchemeFor(palettes[0]).accent, QColor(0x308cc6)) << "the desktop's own if it stands out";
   EXPECT_TRUE(colorSchemeFor(palettes[3]).isDark);
 }
 
-TEST(LeafTheme, FollowsThePaletteAndTheFont) {
-  const QPalette palette = QGuiApplication::palette();
+TEST(LeafTheme, followsPaletteAndFont) {
+  const QPalette before = QGuiApplication::palette();
   const QFont font = QGuiApplication::font();
   const Catalogue catalogue{};
   Theme theme(catalogue);
   const unsigned generation = theme.generation();
   EXPECT_FALSE(theme.refresh());
   EXPECT_EQ(theme.generation(), generation);
-
-  QPalette dark = palette;
-  dark.setColor(QPalette::Window, QColor(0x202020));
-  dark.setColor(QPalette::WindowText, Qt::white);
-  QApplication::setPalette(dark);
+  QApplication::setPalette(palette(0x202020, Qt::white, Qt::blue));
   EXPECT_TRUE(theme.refresh());
   EXPECT_NE(theme.generation(), generation);
   EXPECT_TRUE(theme.isDark());
-  QApplication::setPalette(palette);
-  QFont other(QStringLiteral("Monospace"));
+  QApplication::setPalette(before);
+  const QFont other(QStringLiteral("Monospace"));
   QApplication::setFont(other);
   EXPECT_TRUE(theme.refresh());
   EXPECT_EQ(theme.font({13}).family(), other.family());
@@ -73,7 +66,7 @@ TEST(LeafTheme, FollowsThePaletteAndTheFont) {
   EXPECT_TRUE(theme.refresh());
 }
 
-TEST(LeafTheme, DrawsEverySymbolOfTheTable) {
+TEST(LeafTheme, drawsEverySymbolOfTheTable) {
   const Catalogue catalogue{};
   Theme theme(catalogue);
   const QStringList files = QDir(QStringLiteral(":/kestrune/symbols")).entryList();
