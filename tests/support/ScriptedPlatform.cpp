@@ -56,8 +56,7 @@ std::optional<platform::TaskInfo> ScriptedProcessTable::taskInfo(std::int32_t pi
 }
 
 std::optional<std::string> ScriptedEnvironment::variable(const std::string& name) {
-  const auto found = variables.find(name);
-  return found == variables.end() ? std::nullopt : std::optional(found->second);
+  return found(variables, name);
 }
 
 Date ScriptedCalendar::startOfDay(Date date) {
