@@ -16,7 +16,7 @@ std::vector<std::string> names(const FolderItems& items) {
   return all;
 }
 
-// What the list has to be like: each result is put into a plain list, which is sorted anew each time.
+// The expected order: a plain list that is sorted again after each result.
 class Reference {
  public:
   explicit Reference(std::vector<FolderItem> listed) : items_(std::move(listed)) { sort(); }
@@ -37,7 +37,7 @@ class Reference {
   std::vector<FolderItem> items_;
 };
 
-// Few sizes, so that there are many ties, and several blocks of rows.
+// Few different sizes, for many ties, and several blocks of rows.
 class FolderItemsTest : public testing::Test {
  protected:
   FolderItemsTest() {
@@ -54,7 +54,7 @@ class FolderItemsTest : public testing::Test {
   std::vector<FolderItem> listed;
 };
 
-TEST_F(FolderItemsTest, keepsTheOrderThatSortingAnewWouldGive) {
+TEST_F(FolderItemsTest, insertionKeepsSortOrder) {
   FolderItems items(listed);
   const FolderItems snapshot = items;
   const auto before = names(snapshot);
@@ -85,10 +85,10 @@ TEST_F(FolderItemsTest, keepsTheOrderThatSortingAnewWouldGive) {
     }
   }
   EXPECT_TRUE(std::ranges::equal(items, reference.items(), {}, &FolderItem::url, &FolderItem::url));
-  EXPECT_EQ(names(snapshot), before) << "a copy stays as it was";
+  EXPECT_EQ(names(snapshot), before) << "a copy does not change";
 }
 
-TEST(FolderItems, whatIsNoUnmeasuredDirectoryStaysAsItIs) {
+TEST(FolderItems, measuresOnlyUnmeasuredDirectories) {
   FolderItems items({{.url = FileLocation("/d/empty"), .sizeBytes = 0, .childCount = 0},
                      {.url = FileLocation("/d/sub"), .isDirectory = true}});
   items.setMeasure(0, 5, 5);  // a file

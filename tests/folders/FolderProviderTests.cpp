@@ -27,7 +27,7 @@ class FolderProviderTest : public testing::Test, public test::ScriptedPlatform {
     EXPECT_TRUE(folders.complete(path, {bytes, files})) << path;
     settle();
   }
-  // "name=size", with "?" for what isn't known.
+  // "name=size", with "?" if unknown.
   std::vector<std::string> shown() const {
     std::vector<std::string> rows;
     for (const FolderItem& item : *provider->items) {
@@ -45,7 +45,7 @@ class FolderProviderTest : public testing::Test, public test::ScriptedPlatform {
       std::make_shared<FolderProvider>(loop, FolderProvider::Services{folders, *lane});
 };
 
-TEST_F(FolderProviderTest, showsTheListFirstAndMovesEachFolderAsItIsMeasured) {
+TEST_F(FolderProviderTest, showsTheListFirstAndThenSizesAsTheyArrive) {
   folders.addDirectory("/home/test/b");
   folders.addFile("/home/test/small", 10);
   folders.addLink("/home/test/link", true);
@@ -75,7 +75,7 @@ TEST_F(FolderProviderTest, showsTheListFirstAndMovesEachFolderAsItIsMeasured) {
   EXPECT_TRUE((*provider->scanTask)->isDone());
 }
 
-TEST_F(FolderProviderTest, hiddenEntriesShowOnRequest) {
+TEST_F(FolderProviderTest, showsHiddenEntriesOnRequest) {
   folders.addFile("/home/test/.profile", 5);
   scan();
   EXPECT_THAT(shown(), IsEmpty());
@@ -84,7 +84,7 @@ TEST_F(FolderProviderTest, hiddenEntriesShowOnRequest) {
   EXPECT_THAT(shown(), ElementsAre(".profile=5"));
 }
 
-TEST_F(FolderProviderTest, resultsOfOneTurnArePublishedTogether) {
+TEST_F(FolderProviderTest, publishesResultsOfOneTurnTogether) {
   for (const char* name : {"a", "b", "c"}) folders.addDirectory(std::string("/home/test/") + name);
   scan();
   int published = 0;
@@ -96,13 +96,13 @@ TEST_F(FolderProviderTest, resultsOfOneTurnArePublishedTogether) {
   }
   loop.run();
   EXPECT_EQ(published, 1);
-  EXPECT_THAT(shown(), ElementsAre("c=5", "a=5", "b=?")) << "equal ones in the order in which they came";
+  EXPECT_THAT(shown(), ElementsAre("c=5", "a=5", "b=?")) << "equal sizes in order of arrival";
   track();
   complete("/home/test/b", 7, 1);
   EXPECT_EQ(published, 2);
 }
 
-TEST_F(FolderProviderTest, oldResultsDoNotTouchTheNewListButClearTheFlagOnce) {
+TEST_F(FolderProviderTest, cancelledScanOnlyClearsTheFlag) {
   folders.addDirectory("/home/test/old1");
   folders.addDirectory("/home/test/old2");
   folders.addDirectory("/home/test/old1/new");
@@ -123,8 +123,8 @@ TEST_F(FolderProviderTest, oldResultsDoNotTouchTheNewListButClearTheFlagOnce) {
   EXPECT_FALSE(*provider->isComputingSizes);
 }
 
-// The result came before the scan was called off, and the task hears of both afterwards.
-TEST_F(FolderProviderTest, aResultThatIsOnItsWayWhenTheScanIsCalledOffIsDropped) {
+// The result arrives before the scan is cancelled, and the task resumes after both.
+TEST_F(FolderProviderTest, dropsResultsThatArriveAfterCancelling) {
   folders.addDirectory("/home/test/a");
   scan();
   EXPECT_TRUE(folders.complete("/home/test/a", {8, 1}));
@@ -133,7 +133,7 @@ TEST_F(FolderProviderTest, aResultThatIsOnItsWayWhenTheScanIsCalledOffIsDropped)
   EXPECT_THAT(shown(), ElementsAre("a=?"));
 }
 
-TEST_F(FolderProviderTest, aListingThatIsOvertakenTouchesNothing) {
+TEST_F(FolderProviderTest, overtakenListingChangesNothing) {
   folders.addFile("/home/test/file", 1);
   folders.addFile("/tmp/other", 2);
   holdsLane = true;
@@ -153,10 +153,10 @@ TEST_F(FolderProviderTest, aListingThatIsOvertakenTouchesNothing) {
   EXPECT_EQ(published, 1);
   EXPECT_FALSE(*provider->isScanning);
   EXPECT_THAT(shown(), ElementsAre("other=2"));
-  EXPECT_EQ(folders.listings, 2) << "the one between had been called off before it began";
+  EXPECT_EQ(folders.listings, 2) << "the scan in between was cancelled before it started";
 }
 
-TEST_F(FolderProviderTest, aScanThatOnlyIsCalledOffEndsEmpty) {
+TEST_F(FolderProviderTest, cancelledScanEndsEmpty) {
   folders.addFile("/home/test/file", 1);
   folders.addDirectory("/home/test/sub");
   provider->scan();
@@ -167,14 +167,14 @@ TEST_F(FolderProviderTest, aScanThatOnlyIsCalledOffEndsEmpty) {
 
   scan();
   (*provider->scanTask)->cancel();
-  EXPECT_TRUE(*provider->isComputingSizes) << "until its measures have stopped";
+  EXPECT_TRUE(*provider->isComputingSizes) << "until its measurements have stopped";
   folders.endCancelled();
   settle();
   EXPECT_FALSE(*provider->isComputingSizes);
   EXPECT_THAT(shown(), ElementsAre("file=1", "sub=?"));
 }
 
-TEST_F(FolderProviderTest, goesUpUntilTheRoot) {
+TEST_F(FolderProviderTest, goesUpToTheRoot) {
   folders.addFile("/home/file", 3);
   provider->goUp();
   settle();
@@ -189,7 +189,7 @@ TEST_F(FolderProviderTest, goesUpUntilTheRoot) {
   EXPECT_EQ(folders.listings, listings);
 }
 
-TEST_F(FolderProviderTest, breadcrumbsBeginAtHomeOrTheRootAndAreEightAtMost) {
+TEST_F(FolderProviderTest, breadcrumbsStartAtHomeOrRootWithAtMostEight) {
   goTo("/home/test/a/b");
   EXPECT_THAT(crumbs(), ElementsAre("/home/test", "/home/test/a", "/home/test/a/b"));
   goTo("/home/tester/a");
@@ -201,7 +201,7 @@ TEST_F(FolderProviderTest, breadcrumbsBeginAtHomeOrTheRootAndAreEightAtMost) {
   EXPECT_EQ(crumbs().front(), "/home/test/1");
 }
 
-TEST_F(FolderProviderTest, mayGoAtAnyTime) {
+TEST_F(FolderProviderTest, mayBeDestroyedAtAnyTime) {
   folders.addDirectory("/home/test/a");
   provider->scan();
   provider.reset();

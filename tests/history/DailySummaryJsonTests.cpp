@@ -31,7 +31,7 @@ Json sampleDocument() {
   return Json::parse(encoded(test::sampleDay(midnight)));
 }
 
-// The ways to all values of a document, itself included.
+// The paths of all values in a document, including itself.
 std::vector<Json::json_pointer> allPaths(const Json& document) {
   std::vector<Json::json_pointer> paths;
   const std::function<void(const Json&, const Json::json_pointer&)> collect = [&](const Json& value,
@@ -44,14 +44,14 @@ std::vector<Json::json_pointer> allPaths(const Json& document) {
   return paths;
 }
 
-// Whether the member is of one of the types, and no entry of a list or map.
+// True for a member of one of the types, false for an entry of a list or map.
 bool isField(const Json::json_pointer& path) {
   if (path.empty()) return false;
   const std::string parent = path.parent_pointer().to_string();
   return parent != "/hours" && parent != "/processes" && parent != "/networkSSIDs";
 }
 
-// An empty day with its first figure as told.
+// An empty day in which one key has the given JSON text as its value.
 std::string dayWith(const std::string& key, const std::string& value) {
   Json document = Json::parse(encoded({.date = midnight}));
   document[key] = "HERE";
@@ -59,7 +59,7 @@ std::string dayWith(const std::string& key, const std::string& value) {
   return text.replace(text.find("\"HERE\""), 6, value);
 }
 
-TEST(DailySummaryJsonTest, isOneCompactLineWithPlainNumbers) {
+TEST(DailySummaryJsonTest, writesOneCompactLine) {
   DailySummary day{.date = midnight};
   day.hours.push_back({.hour = 9,
                        .cpu = {.sum = 12.5, .count = 2, .peak = 8e8, .peakTime = midnight + 32400.5},
@@ -89,7 +89,7 @@ TEST(DailySummaryJsonTest, readsBackWhatWasWritten) {
       << "with blanks and escapes";
 }
 
-TEST(DailySummaryJsonTest, lacksNoKeyAtAnyDepth) {
+TEST(DailySummaryJsonTest, requiresEveryKey) {
   const Json whole = sampleDocument();
   int removed = 0;
   for (const auto& path : allPaths(whole)) {
@@ -102,7 +102,7 @@ TEST(DailySummaryJsonTest, lacksNoKeyAtAnyDepth) {
   EXPECT_EQ(removed, 11 + 2 * (8 + 3 * 4) + 3 * 4 + 2 * 2);
 }
 
-TEST(DailySummaryJsonTest, acceptsNoOtherKindOfValue) {
+TEST(DailySummaryJsonTest, acceptsNoOtherTypeOfValue) {
   const Json whole = sampleDocument();
   for (const auto& path : allPaths(whole)) {
     for (const Json& other : {Json(), Json(true), Json("5"), Json(5), Json::array(), Json::object(),
@@ -118,7 +118,7 @@ TEST(DailySummaryJsonTest, acceptsNoOtherKindOfValue) {
   }
 }
 
-TEST(DailySummaryJsonTest, ignoresKeysThatItDoesNotKnow) {
+TEST(DailySummaryJsonTest, ignoresUnknownKeys) {
   const Json whole = sampleDocument();
   const Json unknown = Json::parse(R"({"deep":[[{"a":[]}],1e5,-0.5,true,false,null,"\u00e9]}"],"date":"x"})");
   for (const auto& path : allPaths(whole)) {
@@ -131,7 +131,7 @@ TEST(DailySummaryJsonTest, ignoresKeysThatItDoesNotKnow) {
   }
 }
 
-TEST(DailySummaryJsonTest, integersAreExactOrRefused) {
+TEST(DailySummaryJsonTest, integersAreExactOrRejected) {
   const auto uptime = [](const std::string& value) -> std::optional<std::int64_t> {
     const auto day = decodeDay(dayWith("uptimeDays", value));
     return day ? std::optional(day->uptimeDays) : std::nullopt;
@@ -158,7 +158,7 @@ TEST(DailySummaryJsonTest, integersAreExactOrRefused) {
   }
 }
 
-TEST(DailySummaryJsonTest, acceptsOnlyWhatIsJson) {
+TEST(DailySummaryJsonTest, acceptsOnlyValidJson) {
   const auto date = [](const std::string& value) { return isReadable(dayWith("date", value)); };
   for (const auto* number : {"0", "-0.0", "1e5", "1E-5", "1.5e+300", "123456789012345678901234567890"}) {
     EXPECT_TRUE(date(number)) << number;
@@ -188,7 +188,7 @@ TEST(DailySummaryJsonTest, acceptsOnlyWhatIsJson) {
   EXPECT_FALSE(isReadable("[" + whole + "]"));
 }
 
-TEST(DailySummaryJsonTest, hostileNestingEndsEarly) {
+TEST(DailySummaryJsonTest, rejectsDeepNesting) {
   constexpr std::size_t depth = 2'000'000;
   EXPECT_TRUE(isReadable(dayWith("unknown", std::string(100, '[') + std::string(100, ']'))));
   EXPECT_FALSE(isReadable(dayWith("unknown", std::string(depth, '[') + std::string(depth, ']'))));
@@ -198,7 +198,7 @@ TEST(DailySummaryJsonTest, hostileNestingEndsEarly) {
   EXPECT_FALSE(isReadable(dayWith("unknown", objects)));
 }
 
-TEST(DailySummaryJsonTest, numbersThatAreNoneCannotBeWritten) {
+TEST(DailySummaryJsonTest, nanAndInfinityAreNotWritten) {
   const double infinity = std::numeric_limits<double>::infinity();
   for (const double bad : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity}) {
     std::vector<DailySummary> days(5, test::sampleDay(midnight));
@@ -215,7 +215,7 @@ TEST(DailySummaryJsonTest, numbersThatAreNoneCannotBeWritten) {
   }
 }
 
-TEST(DailySummaryJsonTest, bytesThatAreNoTextAreReplaced) {
+TEST(DailySummaryJsonTest, invalidUtf8IsReplaced) {
   DailySummary day{.date = midnight};
   day.processes["\xFF\xFE"] = {.name = "caf\xE9"};
   day.networkSSIDs[std::string("a\0\xC3", 3)] = {};

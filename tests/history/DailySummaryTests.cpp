@@ -11,6 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::Field;
+using testing::Key;
 using testing::SizeIs;
 
 constexpr Date morning{800000000};
@@ -20,7 +21,7 @@ HourBucket hour(double cpuSum, std::int64_t count, double peak) {
   return {.hour = 5, .cpu = stat, .memoryGB = stat, .batteryPercent = stat};
 }
 
-TEST(BucketStatTest, keepsTheFirstOfEqualPeaks) {
+TEST(BucketStatTest, keepsTheTimeOfTheFirstOfEqualPeaks) {
   BucketStat stat;
   stat.fold(0, morning);
   EXPECT_EQ(stat, (BucketStat{.sum = 0, .count = 1, .peak = 0, .peakTime = Date::distantPast}));
@@ -31,12 +32,12 @@ TEST(BucketStatTest, keepsTheFirstOfEqualPeaks) {
   EXPECT_EQ((BucketStat{.sum = 3, .count = -1}).average(), 0);
 }
 
-TEST(BucketStatDeathTest, aCountThatOverflowsEndsTheProcess) {
+TEST(BucketStatDeathTest, overflowEndsTheProcess) {
   BucketStat stat{.count = std::numeric_limits<std::int64_t>::max()};
   EXPECT_DEATH(stat.fold(1, morning), "count");
 }
 
-TEST(DailySummaryTest, isAllZeroWithoutHours) {
+TEST(DailySummaryTest, isZeroWithoutHours) {
   const DailySummary day{.date = morning};
   EXPECT_EQ(day.batteryStartPercent(), 0);
   EXPECT_EQ(day.batteryEndPercent(), 0);
@@ -44,7 +45,7 @@ TEST(DailySummaryTest, isAllZeroWithoutHours) {
   EXPECT_EQ(day.averageMemoryGB(), 0);
 }
 
-TEST(DailySummaryTest, meansAreOfHoursWhateverTheirCount) {
+TEST(DailySummaryTest, averagesWeighEachHourEqually) {
   DailySummary day;
   day.hours = {hour(180, 60, 90), hour(89.9, 1, 89.9), hour(0, 0, 0)};
   EXPECT_THAT(day.hourlyCPUFractions(), ElementsAre(0.03, 89.9 / 100, 0));
@@ -54,7 +55,19 @@ TEST(DailySummaryTest, meansAreOfHoursWhateverTheirCount) {
   EXPECT_EQ(day.peakMemoryGB(), 90);
 }
 
-TEST(DailySummaryTest, theBatteryFollowsTheOrderOfTheEntries) {
+TEST(DailySummaryTest, addsUpTraffic) {
+  DailySummary day;
+  day.hours = {{.networkUpBytes = 1, .networkDownBytes = 10, .diskReadBytes = 100, .diskWriteBytes = 1000},
+               {.networkUpBytes = 2, .networkDownBytes = 20, .diskReadBytes = 200, .diskWriteBytes = 2000}};
+  EXPECT_EQ(day.totalNetworkUpBytes(), 3);
+  EXPECT_EQ(day.totalNetworkDownBytes(), 30);
+  EXPECT_EQ(day.totalDiskReadBytes(), 300);
+  EXPECT_EQ(day.totalDiskWriteBytes(), 3000);
+  day.networkSSIDs = {{"a", {1, 2}}, {"b", {0, 5}}, {"c", {4, 0}}};
+  EXPECT_THAT(day.ssidsByTraffic(), ElementsAre(Key("b"), Key("c"), Key("a")));
+}
+
+TEST(DailySummaryTest, batteryFollowsTheOrderOfTheEntries) {
   DailySummary day;
   day.hours = {hour(99.99, 1, 100), hour(5, 1, 5), hour(7.5, 2, 5)};
   day.hours[0].hour = 23;

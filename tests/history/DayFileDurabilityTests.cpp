@@ -1,4 +1,4 @@
-// The day files on a real file system, while the program or the system fails.
+// Day files on a real file system when the program is killed or the disk fails.
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -32,7 +32,7 @@ namespace fs = std::filesystem;
 constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
 constexpr const char* fileName = "Kestrune/history/2026-05-09.json";
 
-// A file system of its own in a folder, for this process alone.
+// Mounts a file system on a folder, for this process only.
 class Mount {
  public:
   Mount(std::string folder, const char* options) : folder_(std::move(folder)) {
@@ -54,7 +54,7 @@ class Mount {
   bool isThere_ = false;
 };
 
-// A record of the size of a busy day, told from others by its days of uptime.
+// A record of a busy day, identified by its days of uptime.
 DailySummary numberedDay(std::int64_t number) {
   DailySummary day = test::sampleDay(midnight);
   for (int i = 0; i < 400; ++i) {
@@ -65,7 +65,7 @@ DailySummary numberedDay(std::int64_t number) {
   return day;
 }
 
-// Writes one record after the other until it is killed, and says so through `pipe` after the first.
+// Writes records until it is killed; reports the first one through `pipe`.
 [[noreturn]] void writeForEver(platform::HistoryFolder& storage, std::int64_t number, int pipe) {
   for (bool isFirst = true;; isFirst = false) {
     storage.write("2026-05-09.json", encodeDay(numberedDay(++number)).text);
@@ -75,7 +75,7 @@ DailySummary numberedDay(std::int64_t number) {
 
 class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatform {
  protected:
-  // What the recorder prints when it saves.
+  // Returns what the recorder prints when it saves.
   std::string save(const DailySummary& summary) {
     platform::LinuxHistoryFolder storage(data);
     DayFiles files(storage, calendar);
@@ -95,7 +95,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
   const std::string data = folder / "data";
 };
 
-TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
+TEST_F(DayFileDurabilityTest, killedProgramLeavesAWholeFile) {
   platform::LinuxHistoryFolder storage(data);
   ASSERT_EQ(save(numberedDay(0)), "");
   std::mt19937 random(20260509);
@@ -127,11 +127,11 @@ TEST_F(DayFileDurabilityTest, aKilledProgramLeavesAWholeFile) {
     ASSERT_GT(day->uptimeDays, latest);
     latest = day->uptimeDays;
   }
-  // All but what was killed between a file's first name and its final one.
-  EXPECT_LT(filesInHistory(), 20) << "what was being written goes with its writer";
+  // A process killed between linking a file and renaming it leaves one behind.
+  EXPECT_LT(filesInHistory(), 20) << "unnamed files disappear with their process";
 }
 
-TEST_F(DayFileDurabilityTest, aFullDiskLeavesTheOldFile) {
+TEST_F(DayFileDurabilityTest, fullDiskKeepsTheOldFile) {
   fs::create_directory(data);
   const Mount disk(data, "size=256k,mode=0700");
   if (!disk) GTEST_SKIP() << "the kernel grants no mount";
@@ -142,13 +142,13 @@ TEST_F(DayFileDurabilityTest, aFullDiskLeavesTheOldFile) {
   }
   EXPECT_EQ(save(numberedDay(2)), "[HistoryRecorder] save failed: No space left on device\n");
   EXPECT_EQ(onFile(), numberedDay(1));
-  EXPECT_EQ(filesInHistory(), 1) << "no temporary file stays";
+  EXPECT_EQ(filesInHistory(), 1) << "no temporary file is left";
   fs::remove(data + "/filler");
   EXPECT_EQ(save(numberedDay(2)), "");
   EXPECT_EQ(onFile(), numberedDay(2));
 }
 
-TEST_F(DayFileDurabilityTest, aReadOnlyDiskLeavesTheOldFile) {
+TEST_F(DayFileDurabilityTest, readOnlyDiskKeepsTheOldFile) {
   fs::create_directory(data);
   const Mount disk(data, "size=1m,mode=0700");
   if (!disk) GTEST_SKIP() << "the kernel grants no mount";

@@ -38,7 +38,7 @@ TEST_F(HistoricalDataStoreTest, readsADayOnceAndKeepsIt) {
   EXPECT_THAT(*store.cache, SizeIs(1));
 }
 
-TEST_F(HistoricalDataStoreTest, looksAgainForWhatItDidNotGet) {
+TEST_F(HistoricalDataStoreTest, failuresAreNotCached) {
   EXPECT_EQ(store.load(midnight), std::nullopt);
   std::string lacking = encodeDay(test::sampleDay(midnight)).text;
   lacking.erase(lacking.find(",\"uptimeDays\":12"), 16);
@@ -70,15 +70,14 @@ TEST_F(HistoricalDataStoreTest, readsTheDaysBeforeAnInstantEachTime) {
   EXPECT_THAT(dates(), IsEmpty());
 }
 
-// A view that reads what it loads for the first time.
-TEST_F(HistoricalDataStoreTest, isSafeWhileAViewIsEvaluated) {
+TEST_F(HistoricalDataStoreTest, mayBeReadWhileAViewIsEvaluated) {
   int changes = 0;
   Dependencies view([&] { ++changes; });
   const auto evaluate = [&](Date date) { return view.track([&] { return store.load(date); }); };
   EXPECT_EQ(evaluate(midnight), std::nullopt);
   EXPECT_EQ(changes, 0);
 
-  // Another view finds the file.
+  // Another view loads the file.
   keep(fileName, test::sampleDay(midnight));
   store.load(midnight);
   EXPECT_EQ(changes, 1) << "so that this view shows it too";
@@ -86,8 +85,8 @@ TEST_F(HistoricalDataStoreTest, isSafeWhileAViewIsEvaluated) {
 
   keep("2026-05-10.json", {.date = midnight + day});
   EXPECT_TRUE(evaluate(midnight + day));
-  EXPECT_TRUE(view.empty()) << "what was found never changes";
-  EXPECT_EQ(changes, 1) << "its own loading is nothing new to it";
+  EXPECT_TRUE(view.empty()) << "a cached record never changes";
+  EXPECT_EQ(changes, 1) << "its own load is no change";
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "history/DailySummaryJson.h"
 #include "history/HistoryRecorder.h"
 #include "platform/linux/time/LinuxCalendar.h"
-#include "support/ScriptedPlatform.h"
+#include "support/Providers.h"
 
 namespace kestrune {
 namespace {
@@ -26,7 +26,7 @@ constexpr double timeOfDay(int hours, int minutes, int seconds) {
   return hours * 3600.0 + minutes * 60.0 + seconds;
 }
 
-// The zone of the machine, for as long as it lives.
+// Sets the machine's time zone for its lifetime.
 class Zone {
  public:
   explicit Zone(const char* name) { setenv("TZ", name, 1); }
@@ -47,7 +47,7 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
     recorder->start(sources);
     settle();
   }
-  // What the network shows from now on.
+  // Sets what the network provider shows.
   void connect(std::optional<std::string> ssid, const std::string& label) const {
     NetworkSnapshot snapshot = *sources.network->current;
     snapshot.ssid = std::move(ssid);
@@ -68,14 +68,10 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
   }
 
   std::optional<DayFiles> files;
-  std::shared_ptr<ProcessScanCache> scans = std::make_shared<ProcessScanCache>(clock, processTable, *lane);
-  HistoryRecorder::Sources sources{
-      .cpu = std::make_shared<CPUProvider>(loop, processors, chip, scans),
-      .memory = std::make_shared<MemoryProvider>(loop, memory, scans),
-      .battery = std::make_shared<BatteryProvider>(loop, powerSources),
-      .network = std::make_shared<NetworkProvider>(
-          loop, NetworkProvider::Services{networkInterfaces, wifi, location, *lane}),
-      .disk = std::make_shared<DiskProvider>(loop, blockStorage, volumes)};
+  HistoryRecorder::Sources sources = [this] {
+    const test::Providers all(*this);
+    return HistoryRecorder::Sources{all.cpu, all.memory, all.battery, all.network, all.disk};
+  }();
   std::shared_ptr<HistoryRecorder> recorder;
 };
 
@@ -141,7 +137,7 @@ TEST_F(HistoryRecorderTest, foldsWhatTheProvidersShow) {
   EXPECT_EQ(record.batteryHealthPercent, 96);
 }
 
-TEST_F(HistoryRecorderTest, trafficGoesToTheNetworkOrTheKindOfConnection) {
+TEST_F(HistoryRecorderTest, trafficCountsForTheNetworkOrKindOfConnection) {
   begin();
   sources.network->current.set({.uploadBytesPerSec = 1, .downloadBytesPerSec = 2});
   const std::vector<std::tuple<std::optional<std::string>, std::string, std::string>> cases = {
@@ -163,7 +159,7 @@ TEST_F(HistoryRecorderTest, trafficGoesToTheNetworkOrTheKindOfConnection) {
   EXPECT_EQ(recorder->current.totalNetworkUpBytes(), 600) << "the hour counts it all";
 }
 
-TEST_F(HistoryRecorderTest, goesOnWithTheRecordOfAnEarlierRun) {
+TEST_F(HistoryRecorderTest, continuesTheRecordOfAnEarlierRun) {
   DailySummary earlier{.date = midnight};
   earlier.hours = {{.hour = 10, .cpu = {.sum = 5, .count = 5}},
                    {.hour = 9, .cpu = {.sum = 9, .count = 9}},
@@ -178,13 +174,13 @@ TEST_F(HistoryRecorderTest, goesOnWithTheRecordOfAnEarlierRun) {
   advance(1min);
   EXPECT_EQ(historyFolder.writes, 1) << "17 ticks were on file";
   EXPECT_THAT(hours(), ElementsAre(10, 9, 10));
-  EXPECT_EQ(recorder->current.hours[0].cpu.count, 5) << "only the last entry goes on";
+  EXPECT_EQ(recorder->current.hours[0].cpu.count, 5) << "only the last entry continues";
   EXPECT_EQ(recorder->current.hours[2].cpu,
             (BucketStat{.sum = 450, .count = 6, .peak = 200, .peakTime = midnight}));
   EXPECT_EQ(recorder->current.processes.at("a").cpuCount, 17);
 }
 
-TEST_F(HistoryRecorderTest, aDamagedRecordOfTodayIsReplacedAtTheNextSave) {
+TEST_F(HistoryRecorderTest, nextSaveReplacesADamagedRecord) {
   std::string damaged = encodeDay(test::sampleDay(midnight)).text;
   damaged.pop_back();
   historyFolder.files[fileName] = damaged;
@@ -198,7 +194,7 @@ TEST_F(HistoryRecorderTest, aDamagedRecordOfTodayIsReplacedAtTheNextSave) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST_F(HistoryRecorderTest, midnightOpensANewRecord) {
+TEST_F(HistoryRecorderTest, midnightStartsANewRecord) {
   clock.setWall(midnight + timeOfDay(23, 57, 30));
   begin();
   sources.network->current.set({.uploadBytesPerSec = 10, .interfaceName = "Ethernet"});
@@ -228,7 +224,7 @@ TEST_F(HistoryRecorderTest, daysAsleepLeaveNoFile) {
   EXPECT_THAT(historyFolder.files, SizeIs(1));
 }
 
-TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
+TEST_F(HistoryRecorderTest, settingTheClockBackKeepsTheRecord) {
   begin();
   advance(3min);
   clock.setWall(midnight + -2 * day + timeOfDay(22, 0, 0));
@@ -238,11 +234,11 @@ TEST_F(HistoryRecorderTest, aClockPutBackLeavesTheRecordOpen) {
   EXPECT_EQ(historyFolder.writes, 0);
   clock.setWall(midnight + timeOfDay(10, 30, 0));
   advance(1min);
-  EXPECT_THAT(hours(), ElementsAre(10, 22, 10)) << "an hour that comes again";
+  EXPECT_THAT(hours(), ElementsAre(10, 22, 10)) << "an hour can appear twice";
   EXPECT_EQ(ticks(), 5);
 }
 
-TEST_F(HistoryRecorderTest, aDayWithoutMidnightBeginsAfterTheJump) {
+TEST_F(HistoryRecorderTest, dayWithoutMidnightStartsAfterTheJump) {
   const Zone zone("America/Sao_Paulo");
   platform::LinuxCalendar saoPaulo;
   const Date jump{1541300400 - unixTimeOfReferenceDate};  // 01:00 on the 4th of November 2018
@@ -257,7 +253,7 @@ TEST_F(HistoryRecorderTest, aDayWithoutMidnightBeginsAfterTheJump) {
   EXPECT_THAT(historyFolder.files, ElementsAre(Key("2018-11-03.json"), Key("2018-11-04.json")));
 }
 
-TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {
+TEST_F(HistoryRecorderTest, reportsEachFailedSaveAndContinues) {
   historyFolder.failure = "No space left on device";
   begin();
   testing::internal::CaptureStdout();
@@ -265,7 +261,7 @@ TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "[HistoryRecorder] save failed: No space left on device\n"
             "[HistoryRecorder] save failed: No space left on device\n");
-  EXPECT_EQ(historyFolder.writes, 2) << "no second try";
+  EXPECT_EQ(historyFolder.writes, 2) << "no retry";
   historyFolder.failure.reset();
   advance(1min);
   EXPECT_EQ(onFile(fileName), recorder->current);
@@ -279,14 +275,14 @@ TEST_F(HistoryRecorderTest, tellsEachFailedSaveAndCarriesOn) {
   EXPECT_EQ(recorder->current.date, midnight + day) << "the new day begins regardless";
 }
 
-TEST_F(HistoryRecorderTest, theLoopEndsWithoutAWordWhenTheRecorderIsGone) {
+TEST_F(HistoryRecorderTest, loopEndsWithTheRecorder) {
   begin();
   const std::weak_ptr<CPUProvider> cpu = sources.cpu;
   recorder.reset();
   sources = {};
   advance(1h);
   EXPECT_EQ(historyFolder.writes, 0);
-  EXPECT_TRUE(cpu.expired()) << "it has let go of the providers";
+  EXPECT_TRUE(cpu.expired()) << "the loop released the providers";
   EXPECT_FALSE(loop.nextDeadline());
 }
 

@@ -4,8 +4,8 @@
 
 namespace kestrune::test {
 
-// A small record in which every field has a figure of its own, with what is hard to write down: the ends of
-// the integers, fractions without an end, characters beyond ASCII and such as JSON escapes.
+// A small record in which every field has a different value, including difficult ones: limits of the
+// integers, repeating fractions, non-ASCII characters and characters that JSON escapes.
 inline DailySummary sampleDay(Date date) {
   DailySummary day{.date = date};
   day.hours.push_back({.hour = 9,

@@ -34,7 +34,7 @@ AudioDevice headset() {
   return device;
 }
 
-TEST_F(AudioProviderTest, readsBeforeItSleepsAndNeverTwiceAtATime) {
+TEST_F(AudioProviderTest, readsBeforeItSleepsAndNeverOverlaps) {
   provider->start(3s);
   EXPECT_EQ(audio.readings, 0);
   settle();
@@ -55,7 +55,7 @@ TEST_F(AudioProviderTest, readsBeforeItSleepsAndNeverTwiceAtATime) {
   EXPECT_EQ(audio.readings, 5);
 }
 
-TEST_F(AudioProviderTest, mayGoDuringAReading) {
+TEST_F(AudioProviderTest, mayBeDestroyedDuringAReading) {
   holdsLane = true;
   provider->start(3s);
   settle();
@@ -65,7 +65,7 @@ TEST_F(AudioProviderTest, mayGoDuringAReading) {
   EXPECT_EQ(loop.nextDeadline(), std::nullopt);
 }
 
-TEST_F(AudioProviderTest, aDeviceStandsInEachDirectionWithItsOwnFigures) {
+TEST_F(AudioProviderTest, devicesHaveFiguresForEachDirection) {
   AudioDevice nameless = headset();
   nameless.id = 4;
   nameless.name.reset();
@@ -84,10 +84,10 @@ TEST_F(AudioProviderTest, aDeviceStandsInEachDirectionWithItsOwnFigures) {
   ASSERT_TRUE(now.defaultOutput);
   EXPECT_EQ(now.defaultOutput->name, "Sp\uFFFD");
   EXPECT_EQ(now.defaultOutput->volume, -1.0F);
-  EXPECT_FALSE(now.defaultInput) << "a device without a name is none";
+  EXPECT_FALSE(now.defaultInput) << "it has no name";
 }
 
-TEST_F(AudioProviderTest, helpersOfOneApplicationAreOneRowAndTheIdleNone) {
+TEST_F(AudioProviderTest, groupsHelpersAndSkipsIdleClients) {
   applications.running[50] = {.bundleIdentifier = "org.browser", .localizedName = "Browser"};
   applications.running[51] = {.bundleIdentifier = "org.browser", .localizedName = "Helper"};
   audio.next.clients = {{.id = 1, .isRunningInput = true, .pid = 50},
@@ -97,7 +97,7 @@ TEST_F(AudioProviderTest, helpersOfOneApplicationAreOneRowAndTheIdleNone) {
   EXPECT_EQ(read().activeProcesses[0].pid, 50);
 }
 
-TEST_F(AudioProviderTest, namesAreFoundOneWayOrAnother) {
+TEST_F(AudioProviderTest, namesHaveFallbacks) {
   const auto identify = [&](std::int32_t pid, const char* identifier) {
     applications.running[pid] = {.bundleIdentifier = identifier, .localizedName = ""};
   };

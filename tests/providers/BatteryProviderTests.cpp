@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "providers/BatteryProvider.h"
-#include "support/ScriptedPlatform.h"
+#include "support/Providers.h"
 
 namespace kestrune {
 namespace {
@@ -15,15 +14,11 @@ class BatteryProviderTest : public testing::Test, public test::ScriptedPlatform 
     provider->tick();
     return *provider->current;
   }
-  const BatterySnapshot& readHealth(std::int64_t full, std::int64_t design) {
-    powerSources.registry = platform::BatteryRegistry{.designCapacity = design, .rawMaxCapacity = full};
-    return read();
-  }
 
-  std::shared_ptr<BatteryProvider> provider = std::make_shared<BatteryProvider>(loop, powerSources);
+  std::shared_ptr<BatteryProvider> provider = test::Providers(*this).battery;
 };
 
-TEST_F(BatteryProviderTest, aMachineWithoutABatteryKeepsThePreview) {
+TEST_F(BatteryProviderTest, keepsThePreviewWithoutABattery) {
   powerSources.source.reset();
   provider->start(30s);
   advance(5min);
@@ -32,7 +27,7 @@ TEST_F(BatteryProviderTest, aMachineWithoutABatteryKeepsThePreview) {
   EXPECT_EQ(provider->history->size(), 0U);
 }
 
-TEST_F(BatteryProviderTest, readsAtOnceAndThenEveryHalfMinute) {
+TEST_F(BatteryProviderTest, readsAtOnceAndThenOncePerInterval) {
   powerSources.source = platform::PowerSource{.currentCapacity = 55, .timeToEmpty = 90};
   powerSources.registry = platform::BatteryRegistry{.cycleCount = 7,
                                                     .designCapacity = 5000,
@@ -58,7 +53,7 @@ TEST_F(BatteryProviderTest, readsAtOnceAndThenEveryHalfMinute) {
   EXPECT_EQ(provider->history->size(), 3U);
 }
 
-TEST_F(BatteryProviderTest, missingFiguresHaveTheirDefaults) {
+TEST_F(BatteryProviderTest, missingFiguresHaveDefaults) {
   powerSources.registry.reset();
   const BatterySnapshot& now = read();
   EXPECT_EQ(now.timeRemainingMinutes, std::nullopt);
@@ -71,7 +66,7 @@ TEST_F(BatteryProviderTest, missingFiguresHaveTheirDefaults) {
   EXPECT_EQ(read().healthPercent, 100) << "no design to compare with";
 }
 
-TEST_F(BatteryProviderTest, healthIsTruncatedAndTellsTheCondition) {
+TEST_F(BatteryProviderTest, healthIsTruncatedAndGivesTheCondition) {
   struct Case {
     std::int64_t full;
     std::int64_t percent;
@@ -82,12 +77,13 @@ TEST_F(BatteryProviderTest, healthIsTruncatedAndTellsTheCondition) {
                                                  {2500, 50, BatteryCondition::fair},
                                                  {2499, 49, BatteryCondition::poor},
                                                  {5600, 100, BatteryCondition::good}}) {
-    EXPECT_EQ(readHealth(full, 5000).healthPercent, percent) << full;
+    powerSources.registry = platform::BatteryRegistry{.designCapacity = 5000, .rawMaxCapacity = full};
+    EXPECT_EQ(read().healthPercent, percent) << full;
     EXPECT_EQ(provider->current->condition, condition) << full;
   }
 }
 
-TEST_F(BatteryProviderTest, tellsTheTimeThatFitsTheDirection) {
+TEST_F(BatteryProviderTest, timeRemainingFollowsTheDirection) {
   powerSources.source = platform::PowerSource{
       .currentCapacity = 50, .isCharging = true, .timeToEmpty = 200, .timeToFullCharge = 60};
   EXPECT_EQ(read().timeRemainingText(), "1h 0m");

@@ -1,15 +1,39 @@
-#include "CPUProviderFixture.h"
+#include <gmock/gmock.h>
+
+#include "support/Providers.h"
 
 namespace kestrune {
 namespace {
 
+using namespace std::chrono_literals;
 using platform::ProcessorTicks;
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
 
-class CPUProviderTest : public test::CPUProviderFixture {};
+// A provider that has not been started, over a machine with two processors.
+class CPUProviderTest : public testing::Test, public test::ScriptedPlatform {
+ protected:
+  CPUProviderTest() { processors.ticks.emplace(2); }
+
+  // Lets a second of 100 ticks pass in which the processors were busy for some of them, then ticks.
+  void tickAfter(const std::vector<std::int32_t>& busy) {
+    processors.pass(100, busy);
+    tick();
+  }
+  void tick(int times = 1) {
+    for (int i = 0; i < times; ++i) {
+      clock.setContinuous(clock.continuousNow() + 1s);
+      provider->tick();
+      settle();
+    }
+  }
+
+  std::shared_ptr<CPUProvider> provider = test::Providers(*this).cpu;
+};
 using CPUProviderDeathTest = CPUProviderTest;
 
-TEST_F(CPUProviderTest, takesTheLoadFromTheDifferenceToTheLastRead) {
+TEST_F(CPUProviderTest, loadIsTheDifferenceToTheLastRead) {
   processors.pass(1000, {900, 900});
   tick();
   tickAfter({50, 25});
@@ -27,7 +51,7 @@ TEST_F(CPUProviderTest, everyStateButIdleCountsAsBusy) {
   EXPECT_EQ(provider->current->usagePercent, 60.0);
 }
 
-TEST_F(CPUProviderTest, menuBarShowsEveryThirdTickAsItStands) {
+TEST_F(CPUProviderTest, menuBarShowsEveryThirdTick) {
   std::vector<double> shown;
   for (int busy = 10; busy <= 70; busy += 10) {
     tickAfter({busy, busy});
@@ -36,7 +60,7 @@ TEST_F(CPUProviderTest, menuBarShowsEveryThirdTickAsItStands) {
   EXPECT_THAT(shown, ElementsAre(34.0, 34.0, 34.0, 40.0, 40.0, 40.0, 70.0));
 }
 
-TEST_F(CPUProviderTest, withoutAnyTicksTheTotalRepeatsAndTheCoresAreZero) {
+TEST_F(CPUProviderTest, withoutNewTicksTheTotalRepeatsAndTheCoresAreZero) {
   tick();
   tickAfter({50, 50});
   tick();
@@ -62,15 +86,15 @@ TEST_F(CPUProviderTest, failedReadRepeatsAllFigures) {
   EXPECT_EQ(provider->current->usagePercent, 20.0);
 }
 
-TEST_F(CPUProviderTest, processorsThatComeAndGo) {
+TEST_F(CPUProviderTest, processorsMayAppearAndDisappear) {
   tick();
   tickAfter({50, 50});
   tickAfter({50, 50, 50});
-  EXPECT_THAT(provider->current->coreUsages, ElementsAre(50.0, 50.0, 0.0)) << "the new one is 0 this once";
+  EXPECT_THAT(provider->current->coreUsages, ElementsAre(50.0, 50.0, 0.0)) << "the new one starts at 0";
   tickAfter({50, 50, 50});
   EXPECT_THAT(provider->current->coreUsages, ElementsAre(50.0, 50.0, 50.0));
 
-  // One is gone, and with it its ticks: the total has run backwards and repeats.
+  // One disappeared with its ticks: the total ran backwards and repeats.
   tickAfter({80, 80});
   EXPECT_EQ(provider->current->usagePercent, 50.0);
   EXPECT_THAT(provider->current->coreUsages, ElementsAre(80.0, 80.0));
@@ -91,22 +115,19 @@ TEST_F(CPUProviderTest, loadStaysWithinItsBounds) {
 }
 
 TEST_F(CPUProviderDeathTest, overflowEndsTheProcess) {
-  constexpr auto most = std::numeric_limits<std::int32_t>::max();
+  constexpr auto max = std::numeric_limits<std::int32_t>::max();
   const auto tickWith = [this](std::vector<ProcessorTicks> ticks) {
     processors.ticks = std::move(ticks);
     provider->tick();
   };
-  EXPECT_DEATH(tickWith({{.user = most, .system = 1}}), "overflow in the sum of processor ticks");
-  EXPECT_DEATH(tickWith({{.idle = most}, {.idle = 1}}), "overflow in the sum of processor ticks");
-  tickWith({{.user = most}});
+  EXPECT_DEATH(tickWith({{.user = max, .system = 1}}), "overflow in the sum of processor ticks");
+  EXPECT_DEATH(tickWith({{.idle = max}, {.idle = 1}}), "overflow in the sum of processor ticks");
+  tickWith({{.user = max}});
   EXPECT_DEATH(tickWith({{.user = -2}}), "overflow in the difference of processor ticks");
 }
 
 TEST_F(CPUProviderTest, readsTheChipOnce) {
-  const auto chipInfo = [this] {
-    return CPUProvider(loop, processors, chip, std::make_shared<ProcessScanCache>(clock, processTable, *lane))
-        .chipInfo;
-  };
+  const auto chipInfo = [this] { return test::Providers(*this).cpu->chipInfo; };
   chip.brandText = std::string("\0rest", 5);
   chip.modelText = "Board \xFF";
   chip.physical = 10;
@@ -115,6 +136,77 @@ TEST_F(CPUProviderTest, readsTheChipOnce) {
   EXPECT_EQ(chipInfo().coreDescription(), "10") << "one kind of core only";
   chip.efficiency = 4;
   EXPECT_EQ(chipInfo().coreDescription(), "4E + 6P");
+}
+
+// When the processes are scanned, where, and what happens with the result.
+class ProcessScanTest : public CPUProviderTest {
+ protected:
+  ProcessScanTest() {
+    processTable->processes[10] = {"compiler", "/usr/bin/compiler", {.residentBytes = 4096}};
+    processTable->processes[11] = {"idler", "", {}};
+  }
+
+  // Seconds in which the compiler used half of one processor.
+  void compile(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      processTable->processes[10].info.userNanoseconds += 500'000'000;
+      tick();
+    }
+  }
+
+  const std::vector<CPUSnapshot::ProcessInfo>& top() { return provider->current->topProcesses; }
+};
+
+TEST_F(ProcessScanTest, firstScanClearsTheDemonstrationAndTheSecondFillsTheList) {
+  compile(2);
+  EXPECT_THAT(top(), SizeIs(3));
+  compile(1);
+  EXPECT_THAT(top(), IsEmpty());
+  EXPECT_THAT((*provider->history)[2].value.topProcesses, SizeIs(3)) << "the tick that began the scan";
+
+  compile(2);
+  EXPECT_THAT(top(), IsEmpty());
+  compile(1);
+  ASSERT_THAT(top(), SizeIs(1));
+  EXPECT_EQ(top()[0].name, "compiler");
+  EXPECT_DOUBLE_EQ(top()[0].cpuPercent, 50.0);
+  EXPECT_EQ(top()[0].executablePath, "/usr/bin/compiler");
+  EXPECT_EQ(processTable->walks, 2);
+}
+
+TEST_F(ProcessScanTest, runsOneScanAtATimeAndCatchesUp) {
+  holdsLane = true;
+  tick(8);
+  EXPECT_EQ(lane->waiting(), 1U);
+  EXPECT_EQ(processTable->walks, 0);
+  lane->run();
+  settle();
+  EXPECT_THAT(top(), IsEmpty());
+  EXPECT_EQ(lane->waiting(), 0U);
+
+  // The ticks during the scan count, so the next scan doesn't wait for three more.
+  tick();
+  EXPECT_EQ(lane->waiting(), 1U);
+  lane->run();
+  settle();
+  tick(2);
+  EXPECT_EQ(lane->waiting(), 0U);
+  tick();
+  EXPECT_EQ(lane->waiting(), 1U);
+}
+
+TEST_F(ProcessScanTest, providerMayBeDestroyedDuringAScan) {
+  holdsLane = true;
+  provider->start(1s);
+  advance(2s);
+  ASSERT_EQ(lane->waiting(), 1U);
+  const std::weak_ptr<CPUProvider> gone = provider;
+  provider.reset();
+  EXPECT_TRUE(gone.expired());
+  holdsLane = false;
+  settle();
+  EXPECT_EQ(processTable->walks, 1);
+  EXPECT_EQ(loop.nextDeadline(), std::nullopt) << "its loop has ended";
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ TEST_F(ConnectionFactsTest, aMissingNetworkNameIsSearchedFor) {
   EXPECT_THAT(wifi.searches, ElementsAre("wlan0"));
 }
 
-TEST_F(ConnectionFactsTest, saysWhenAPermissionIsWhatIsMissing) {
+TEST_F(ConnectionFactsTest, needsLocationOnlyForAMissingName) {
   using enum LocationAuthorization;
   for (const auto status : {notDetermined, restricted, denied}) {
     question.authStatus = status;
@@ -58,10 +58,10 @@ TEST_F(ConnectionFactsTest, saysWhenAPermissionIsWhatIsMissing) {
   EXPECT_FALSE(facts().needsLocation);
 }
 
-TEST_F(ConnectionFactsTest, findsTheWiredPortThatHasReceivedSomething) {
+TEST_F(ConnectionFactsTest, connectsThroughTheWiredPortThatReceived) {
   question.stationMode = false;
   question.wifiNames = {"en0"};
-  networkInterfaces.setLink("en0", 50, 50);  // Wi-Fi, whatever its counters
+  networkInterfaces.setLink("en0", 50, 50);  // Wi-Fi
   networkInterfaces.setLink("en1", 0, 50);
   networkInterfaces.setLink("utun0", 50, 50);
   EXPECT_EQ(facts().label, "Not connected");
@@ -73,7 +73,7 @@ TEST_F(ConnectionFactsTest, findsTheWiredPortThatHasReceivedSomething) {
   EXPECT_EQ(facts().label, "Not connected");
 }
 
-TEST_F(ConnectionFactsTest, theTableHasWhatHasAKindAndTraffic) {
+TEST_F(ConnectionFactsTest, tableListsInterfacesOfKnownKindWithTraffic) {
   question.wifiNames = {"en0", "wlp3s0"};
   for (const auto* name :
        {"utun4", "en5", "en10", "gif0", "wlp3s0", "tun0", "eth0", "docker0", "bridge0", "lo"}) {

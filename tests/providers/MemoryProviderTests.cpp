@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "providers/MemoryProvider.h"
-#include "support/ScriptedPlatform.h"
+#include "support/Providers.h"
 
 namespace kestrune {
 namespace {
@@ -26,12 +25,11 @@ class MemoryProviderTest : public testing::Test, public test::ScriptedPlatform {
     return names;
   }
 
-  std::shared_ptr<MemoryProvider> provider = std::make_shared<MemoryProvider>(
-      loop, memory, std::make_shared<ProcessScanCache>(clock, processTable, *lane));
+  std::shared_ptr<MemoryProvider> provider = test::Providers(*this).memory;
 };
 using MemoryProviderDeathTest = MemoryProviderTest;
 
-TEST_F(MemoryProviderTest, readsInsideStartAndThenEveryInterval) {
+TEST_F(MemoryProviderTest, readsAtOnceAndThenOncePerInterval) {
   memory.physical = 64ULL << 20U;
   memory.used =
       platform::MemoryUsage{.wiredBytes = 1000000, .activeBytes = 2000000, .compressedBytes = 500000};
@@ -51,7 +49,7 @@ TEST_F(MemoryProviderTest, readsInsideStartAndThenEveryInterval) {
   EXPECT_EQ(provider->current->totalBytes, 64ULL << 20U) << "read once";
 }
 
-TEST_F(MemoryProviderTest, pressureIsTheShareThatIsUsed) {
+TEST_F(MemoryProviderTest, pressureFollowsTheShareInUse) {
   const std::vector<std::pair<std::uint64_t, Pressure>> levels = {
       {749, Pressure::nominal},  {750, Pressure::warning},   {899, Pressure::warning},
       {900, Pressure::critical}, {1001, Pressure::critical},
@@ -64,7 +62,7 @@ TEST_F(MemoryProviderTest, pressureIsTheShareThatIsUsed) {
   EXPECT_EQ((*provider->usageHistory)[4].value, 1001.0 / 1000.0 * 100) << "not clamped";
 }
 
-TEST_F(MemoryProviderTest, failedReadsFallBackEachInItsOwnWay) {
+TEST_F(MemoryProviderTest, failedReadsHaveFallbacks) {
   provider->tick();
   memory.used.reset();
   provider->tick();
@@ -75,8 +73,7 @@ TEST_F(MemoryProviderTest, failedReadsFallBackEachInItsOwnWay) {
   provider->tick();
   EXPECT_EQ(provider->current->swapTotalBytes, 0U);
   memory.physical.reset();
-  const auto untotalled = std::make_shared<MemoryProvider>(
-      loop, memory, std::make_shared<ProcessScanCache>(clock, processTable, *lane));
+  const auto untotalled = test::Providers(*this).memory;
   untotalled->tick();
   EXPECT_EQ(untotalled->current->pressure, Pressure::nominal);
   EXPECT_THAT(untotalled->usageHistory->values(), ElementsAre(0.0)) << "without a total";
@@ -102,7 +99,7 @@ TEST_F(MemoryProviderTest, listsTheLargestProcessesFromTheThirdTickOn) {
   EXPECT_THAT(listed(), IsEmpty());
 }
 
-TEST_F(MemoryProviderDeathTest, impossibleCountersEndTheProcess) {
+TEST_F(MemoryProviderDeathTest, overflowEndsTheProcess) {
   memory.used = platform::MemoryUsage{.wiredBytes = ~std::uint64_t{0}, .activeBytes = 1};
   EXPECT_DEATH(provider->tick(), "memory");
 }

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "providers/NetworkProvider.h"
-#include "support/ScriptedPlatform.h"
+#include "support/Providers.h"
 
 namespace kestrune {
 namespace {
@@ -11,74 +10,22 @@ using platform::LocationAuthorization;
 
 class NetworkProviderTest : public testing::Test, public test::ScriptedPlatform {
  protected:
-  void tickAfter(Duration time) {
-    clock.setContinuous(clock.continuousNow() + time);
-    provider->tick();
-  }
   const NetworkSnapshot& now() const { return *provider->current; }
 
-  std::shared_ptr<NetworkProvider> provider = std::make_shared<NetworkProvider>(
-      loop, NetworkProvider::Services{networkInterfaces, wifi, location, *lane});
+  std::shared_ptr<NetworkProvider> provider = test::Providers(*this).network;
 };
 
-TEST_F(NetworkProviderTest, firstRateIsOverAWholeInterval) {
-  networkInterfaces.setLink("en0", 1000000, 5000);
-  provider->start(1s);
-  EXPECT_EQ(location.requests, 1);
-  networkInterfaces.setLink("en0", 1000300, 5100);
-  advance(1s);
-  EXPECT_EQ(now().downloadBytesPerSec, 300.0);
-  EXPECT_EQ(now().uploadBytesPerSec, 100.0);
-  EXPECT_EQ(now().interfaceName, "Ethernet");
-  advance(60s);
-  EXPECT_EQ(provider->history->size(), 60U);
-  EXPECT_EQ(provider->uploadHistory->size(), 61U);
-}
-
-TEST_F(NetworkProviderTest, countsWhatNothingElseCounts) {
-  const std::vector<std::string> counted = {"en5", "anpi0", "wlan0", "wwan0"};
-  const std::vector<std::string> uncounted = {"lo0",  "utun3", "awdl0",  "llw0",   "bridge100",
-                                              "p2p0", "lo",    "ipsec1", "docker0"};
-  provider->start(1s);
-  for (const auto& name : uncounted) networkInterfaces.setLink(name, 1000, 1000);
-  networkInterfaces.setLink("stacked", 1000, 1000);
-  networkInterfaces.list->links.back().isCarriedByAnother = true;
-  tickAfter(1s);
-  EXPECT_EQ(now().downloadBytesPerSec, 0.0);
-  EXPECT_EQ(provider->history->size(), 1U);
-  for (const auto& name : counted) networkInterfaces.setLink(name, 10, 1);
-  networkInterfaces.list->links.push_back({.name = "en6", .counters = {}});
-  tickAfter(1s);
-  EXPECT_EQ(now().downloadBytesPerSec, 40.0);
-  EXPECT_EQ(now().uploadBytesPerSec, 4.0);
-}
-
-TEST_F(NetworkProviderTest, readingsTooCloseRepeatTheRatesAndUseUpTheBytes) {
-  networkInterfaces.setLink("en0", 0, 0);
-  provider->start(1s);
-  networkInterfaces.setLink("en0", 0, 700);
-  tickAfter(1s);
-  networkInterfaces.setLink("en0", 0, 1700);
-  tickAfter(50ms);
-  EXPECT_EQ(now().uploadBytesPerSec, 700.0);
-  EXPECT_EQ(provider->history->size(), 2U);
-  networkInterfaces.setLink("en0", 0, 1800);
-  tickAfter(1s);
-  EXPECT_EQ(now().uploadBytesPerSec, 100.0);
-}
-
-TEST_F(NetworkProviderTest, aFailedReadSkipsTheTick) {
+TEST_F(NetworkProviderTest, firstReadingAfterFailedOnesIsNoRate) {
   networkInterfaces.list.reset();
   provider->start(1s);
-  tickAfter(1s);
-  EXPECT_EQ(provider->history->size(), 0U);
+  EXPECT_EQ(location.requests, 1);
   networkInterfaces.setLink("en0", 1ULL << 40U, 0);
-  tickAfter(1s);
+  advance(1s);
   EXPECT_EQ(provider->history->size(), 1U);
-  EXPECT_LT(now().downloadBytesPerSec, 20.0) << "the uptime's total is no rate";
+  EXPECT_LT(now().downloadBytesPerSec, 20.0);
 }
 
-TEST_F(NetworkProviderTest, looksAtTheConnectionAgainAfterFifteenSeconds) {
+TEST_F(NetworkProviderTest, refreshesTheConnectionAfterFifteenSeconds) {
   networkInterfaces.setLink("en0", 10, 10);
   provider->start(1s);
   advance(15s);
@@ -89,19 +36,19 @@ TEST_F(NetworkProviderTest, looksAtTheConnectionAgainAfterFifteenSeconds) {
   EXPECT_EQ(now().ipAddress, "10.0.0.7") << "at once, not with the next tick";
 }
 
-TEST_F(NetworkProviderTest, aHungLookCostsOnlyTheFreshness) {
+TEST_F(NetworkProviderTest, aHungRefreshStopsNothingElse) {
   networkInterfaces.setLink("en0", 10, 10);
   provider->start(1s);
   settle();
   holdsLane = true;
   networkInterfaces.setLink("en0", 1010, 10);
   advance(60s);
-  EXPECT_EQ(lane->waiting(), 1U) << "no second look while the first hangs";
+  EXPECT_EQ(lane->waiting(), 1U) << "no second refresh while the first hangs";
   EXPECT_EQ(now().interfaceName, "Ethernet");
   EXPECT_EQ(provider->uploadHistory->size(), 60U);
 }
 
-TEST_F(NetworkProviderTest, aGrantedPermissionIsUsedAtOnceEvenDuringALook) {
+TEST_F(NetworkProviderTest, aGrantedPermissionIsUsedAtOnceEvenDuringARefresh) {
   location.authorization = LocationAuthorization::denied;
   wifi.interface = platform::WiFiInterface{.name = "wlan0", .isStation = true, .ssid = {}};
   provider->start(1s);
@@ -124,14 +71,14 @@ TEST_F(NetworkProviderTest, aGrantedPermissionIsUsedAtOnceEvenDuringALook) {
   EXPECT_FALSE(now().needsLocation);
 }
 
-TEST_F(NetworkProviderTest, mayGoWhileALookIsUnderWay) {
+TEST_F(NetworkProviderTest, mayBeDestroyedDuringARefresh) {
   holdsLane = true;
   provider->start(1s);
   settle();
   provider.reset();
   lane->run();
   settle();
-  location.watcher();  // nobody is left to care
+  location.watcher();
   settle();
   EXPECT_EQ(lane->waiting(), 0U);
 }

@@ -8,8 +8,8 @@
 
 namespace kestrune::test {
 
-// Lets this process mount, and make networks, without touching those of the machine: once, for good. False:
-// the machine doesn't let it.
+// Moves this process into namespaces of its own, for good, so that its mounts and networks don't affect the
+// machine. False if the machine doesn't allow it.
 inline bool leaveMachine() {
   const uid_t user = geteuid();
   const gid_t group = getegid();
@@ -22,7 +22,7 @@ inline bool leaveMachine() {
   return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-// The same, tried at the first call alone.
+// The same, attempted at the first call only.
 inline bool hasLeftMachine() {
   static const bool hasLeft = leaveMachine();
   return hasLeft;

@@ -11,10 +11,10 @@
 
 namespace kestrune::test {
 
-// Directories that a test makes up, and measures that end when it says so.
+// Directories that a test defines, and measurements that the test completes.
 class ScriptedFolders final : public platform::Folders {
  public:
-  // A measure that has been asked for, and has no result yet.
+  // A measurement without a result yet.
   struct Pending {
     platform::FileLocation folder;
     CancellationFlag isCancelled;
@@ -27,16 +27,15 @@ class ScriptedFolders final : public platform::Folders {
   std::vector<Pending> pending;                                              // in the order of the requests
   int listings = 0;
 
-  // Make the directory above too, if it isn't there.
+  // These also create the parent directory if it is missing.
   void addFile(const std::string& path, std::optional<std::int64_t> size);
   void addDirectory(const std::string& path);
   void addLink(const std::string& path, bool toDirectory);
 
-  // The paths of the pending measures.
   std::vector<std::string> pendingPaths() const;
-  // Ends a measure. False: none is pending for that folder.
+  // Completes a measurement. False if none is pending for the folder.
   bool complete(const std::string& path, const platform::FolderMeasure& measure);
-  // Ends all that are no longer wanted, with nothing, as they do by themselves; says how many they were.
+  // Completes all cancelled measurements with zeros, as they do by themselves. Returns their number.
   std::size_t endCancelled();
 
   platform::FileLocation homeDirectory() override { return platform::FileLocation(home); }

@@ -44,8 +44,7 @@ std::vector<platform::ProcessReading> ScriptedProcessTable::readings() {
 }
 
 std::optional<std::string> ScriptedEnvironment::variable(const std::string& name) {
-  const auto found = variables.find(name);
-  return found == variables.end() ? std::nullopt : std::optional(found->second);
+  return found(variables, name);
 }
 
 Date ScriptedCalendar::startOfDay(Date date) {

@@ -17,16 +17,16 @@
 #include "support/ScriptedFolders.h"
 #include "support/TestClock.h"
 
-// A computer that does what a test tells it.
+// A computer whose answers a test sets.
 namespace kestrune::test {
 
 class ScriptedProcessors final : public platform::Processors {
  public:
   // Four processors that have not done anything yet; absent: the read fails.
   std::optional<std::vector<platform::ProcessorTicks>> ticks{std::in_place, 4};
-  std::function<void()> onRead;  // what happens while the counters are read, where a test says so
+  std::function<void()> onRead;  // called while the counters are read
 
-  // Adds so many ticks to each processor: `busy` of them user time, the rest idle.
+  // Adds `total` ticks to each processor: `busy` of them user time, the rest idle.
   void pass(std::int32_t total, const std::vector<std::int32_t>& busy);
 
   std::optional<std::vector<platform::ProcessorTicks>> processorTicks() override {
@@ -92,9 +92,9 @@ class ScriptedCalendar final : public platform::Calendar {
 class ScriptedHistoryFolder final : public platform::HistoryFolder {
  public:
   std::map<std::string, std::string> files;
-  std::optional<std::string> failure;  // what goes wrong with each write
+  std::optional<std::string> failure;  // the error of each write
   std::vector<std::string> reads;      // the names, in order
-  int writes = 0;                      // those that failed too
+  int writes = 0;                      // including failed ones
 
   std::optional<std::string> read(const std::string& name) override;
   bool exists(const std::string& name) override { return files.contains(name); }
@@ -245,8 +245,8 @@ class ScriptedNotifications final : public platform::UserNotifications {
   platform::NotificationAuthorization status = platform::NotificationAuthorization::authorized;
   std::optional<platform::NotificationAuthorization> statusAfterRequest;  // absent: the same
   int requests = 0;
-  std::optional<std::string> error;                    // what goes wrong with deliveries
-  std::vector<platform::UserNotification> deliveries;  // also those that fail
+  std::optional<std::string> error;                    // the error of each delivery
+  std::vector<platform::UserNotification> deliveries;  // including failed ones
 
   void authorizationStatus(std::function<void(platform::NotificationAuthorization)> answer) override;
   void requestAuthorization(std::function<void()> done) override;

@@ -12,7 +12,7 @@
 
 namespace kestrune::test {
 
-// Both clocks, standing still until a test moves them.
+// Both clocks; they stand still until a test moves them.
 class TestClock final : public Clock {
  public:
   Date now() const override { return wall_; }
@@ -29,7 +29,7 @@ class TestClock final : public Clock {
   ContinuousTime continuous_{std::chrono::hours(1)};
 };
 
-// Nobody waits for the loop in a test: it is driven by hand.
+// In a test the loop is driven by hand.
 class NoWaker final : public LoopWaker {
  public:
   void wake() override {}
@@ -37,12 +37,12 @@ class NoWaker final : public LoopWaker {
   void acknowledge() override {}
 };
 
-// A lane whose work runs when the test says so.
+// A lane whose work runs when the test calls `run`.
 class ManualLane final : public WorkLane {
  public:
   void submit(std::function<void()> work) override { waiting_.push_back(std::move(work)); }
   std::size_t waiting() const { return waiting_.size(); }
-  // Runs what is waiting; true if there was anything.
+  // Runs all waiting work. False if there was none.
   bool run() {
     auto now = std::exchange(waiting_, {});
     for (auto& work : now) work();
@@ -64,14 +64,14 @@ class TestLoop {
   MainLoop loop{clock, waker};
   bool holdsLane = false;  // while set, background work doesn't run by itself
 
-  // Runs all that is due now, background work included, until nothing is left to do.
+  // Runs everything that is due now, including background work, until nothing is left.
   void settle() {
     do {
       loop.run();
     } while (loop.hasJobs() || (!holdsLane && lane->run()) || isTimerDue());
   }
 
-  // Lets so much time pass, with every timer in it at its own moment.
+  // Moves both clocks forward and fires every timer on the way at its own time.
   void advance(Duration duration) {
     const ContinuousTime end = clock.continuousNow() + duration;
     settle();
