@@ -27,7 +27,7 @@ TEST_F(MenuBarPopoverTest, showsWhatIsChosen) {
                                       "Network ▲ 2.0 KB/s  ▼ 8.0 KB/s\n",
                                       "IP 10.0.0.7\n",
                                       "Audio Player · Recorder\n",
-                                      none + "Top processes\neditor 45.6% / compiler 6.1%\n"};
+                                      none + "Top processes\neditor 45.6%\ncompiler 6.1%\n"};
   auto view = popover();
   EXPECT_EQ(transcriptOf(view), "\n" + rows[0].substr(0, rows[0].size() - 1) + " / " + rows[1] +
                                     rows[6].substr(none.size()) + commands);
