@@ -15,7 +15,7 @@
 #include "ui/view/Diff.h"
 #include "ui/view/View.h"
 
-// Looks at views as values, and does with them what a user does, without a window.
+// Inspects views as values, and acts on them as a user would, without a window.
 namespace kestrune::test {
 
 // The English text before the catalogue's words for this desktop.
@@ -29,14 +29,8 @@ inline std::string accessibilityLabel(const ui::View& view) {
   return view.traits ? shown(view.traits->accessibilityLabel.value_or(ui::TextContent{})) : std::string();
 }
 
-// A view with what is in force for it.
-struct ShownView {
-  const ui::View* view = nullptr;
-  ui::Color foreground;
-};
-
-// Keeps a view's components as a window does: made when they appear, evaluated again when something they read
-// has changed, dropped when they go.
+// Keeps a view's components as a window does: created when they appear, re-evaluated when something they read
+// has changed, destroyed when they go.
 class MountedViews {
  public:
   explicit MountedViews(ui::View root) { assign(*root_, std::move(root)); }
@@ -45,41 +39,31 @@ class MountedViews {
   void update() { evaluate(*root_); }
 
   // All views, outermost first, in the order in which they stand.
-  std::vector<ShownView> all() const {
-    std::vector<ShownView> found;
-    collect(*root_, {}, found);
+  std::vector<const ui::View*> all() const {
+    std::vector<const ui::View*> found;
+    visit(*root_, [&](const Node& node) {
+      if (!node.component && !node.view.isEmpty()) found.push_back(&node.view);
+    });
     return found;
   }
+
+  // The tree with each component's body below it.
+  ui::View resolved() const { return resolve(*root_); }
 
   template <class C>
-  std::vector<ShownView> kind() const {
+  std::vector<const ui::View*> kind() const {
     auto found = all();
-    std::erase_if(found, [](const ShownView& shown) { return shown.view->template as<C>() == nullptr; });
+    std::erase_if(found, [](const ui::View* view) { return view->template as<C>() == nullptr; });
     return found;
   }
 
-  std::vector<std::string> texts() const {
-    std::vector<std::string> strings;
-    for (const auto& shown : kind<ui::TextContent>()) {
-      strings.push_back(test::shown(*shown.view->as<ui::TextContent>()));
-    }
-    return strings;
+  bool hasText(std::string_view string) const {
+    return std::ranges::any_of(kind<ui::TextContent>(), [&](const ui::View* view) {
+      return test::shown(*view->as<ui::TextContent>()) == string;
+    });
   }
 
-  bool hasText(std::string_view string) const { return !find(string).empty(); }
-
-  // The first text that reads so.
-  ShownView text(std::string_view string) const {
-    const auto found = find(string);
-    if (found.empty()) {
-      ADD_FAILURE() << "no text reads \"" << string << '"';
-      static const ui::View none;
-      return {.view = &none, .foreground = {}};
-    }
-    return found.front();
-  }
-
-  // Presses the button, or taps the view, that holds a text.
+  // Presses the button, or taps the view, that holds a text or a "(symbol)".
   void press(std::string_view string) {
     act(
         string, [](const ui::View& view) { return view.as<ui::ButtonContent>() != nullptr; },
@@ -91,52 +75,29 @@ class MountedViews {
         [](const ui::View& view) { view.traits->onTap(); });
   }
 
-  // Chooses a segment of the one picker.
+  // Chooses a segment of the picker that has it.
   void choose(std::string_view segment) {
-    const auto pickers = kind<ui::SegmentedPickerContent>();
-    ASSERT_EQ(pickers.size(), 1U);
-    const auto picker = *pickers.front().view->as<ui::SegmentedPickerContent>();
-    const auto label = std::ranges::find(picker.labels, segment, &ui::TextContent::string);
-    ASSERT_NE(label, picker.labels.end()) << segment;
-    picker.onSelect(static_cast<int>(label - picker.labels.begin()));
-    update();
+    for (const auto* view : kind<ui::SegmentedPickerContent>()) {
+      const auto picker = *view->as<ui::SegmentedPickerContent>();
+      const auto label = std::ranges::find(picker.labels, segment, &ui::TextContent::string);
+      if (label == picker.labels.end()) continue;
+      picker.onSelect(static_cast<int>(label - picker.labels.begin()));
+      update();
+      return;
+    }
+    ADD_FAILURE() << "no picker offers " << segment;
   }
 
-  // The titles of the one menu's items; none where there is no menu.
-  std::vector<std::string> menuItems() const {
-    std::vector<std::string> titles;
-    for (const auto& shown : kind<ui::MenuContent>()) {
-      for (const auto& item : shown.view->as<ui::MenuContent>()->items) titles.push_back(item.title.string);
-    }
-    return titles;
-  }
+  // Chooses an item of the one menu.
   void chooseMenuItem(std::string_view title) {
     const auto menus = kind<ui::MenuContent>();
     ASSERT_EQ(menus.size(), 1U);
-    const auto items = menus.front().view->as<ui::MenuContent>()->items;
+    const auto items = menus.front()->as<ui::MenuContent>()->items;
     const auto item =
         std::ranges::find_if(items, [&](const auto& each) { return each.title.string == title; });
     ASSERT_NE(item, items.end()) << title;
     item->action();
     update();
-  }
-
-  // The symbols, in the order in which they stand.
-  std::vector<std::string> symbols() const {
-    std::vector<std::string> names;
-    for (const auto& shown : kind<ui::SymbolContent>())
-      names.push_back(shown.view->as<ui::SymbolContent>()->name);
-    return names;
-  }
-
-  // What the chart with that number, counted from 0 as they stand, says of a point.
-  std::string readOut(std::size_t chart, std::size_t point) const {
-    const auto& said = kind<ui::LineChartContent>().at(chart).view->as<ui::LineChartContent>()->readOut;
-    std::string together;
-    if (said) {
-      for (const auto& part : said(point)) together += test::shown(part);
-    }
-    return together;
   }
 
   // The first component of that type and how often it has been evaluated; none: null and 0.
@@ -198,37 +159,31 @@ class MountedViews {
     }
   }
 
+  static ui::View resolve(const Node& node) {
+    ui::View view = node.view;
+    view.children.clear();
+    for (const auto& child : node.children) view.children.push_back(resolve(*child));
+    return view;
+  }
+
   static void visit(const Node& node, const std::function<void(const Node&)>& each) {
     each(node);
     for (const auto& child : node.children) visit(*child, each);
   }
 
-  static void collect(const Node& node, ShownView inherited, std::vector<ShownView>& found) {
-    inherited.view = &node.view;
-    inherited.foreground = node.view.foreground.value_or(inherited.foreground);
-    if (!node.component && !node.view.isEmpty()) found.push_back(inherited);
-    for (const auto& child : node.children) collect(*child, inherited, found);
-  }
-
-  std::vector<ShownView> find(std::string_view string) const {
-    auto found = kind<ui::TextContent>();
-    std::erase_if(found, [&](const ShownView& each) {
-      return test::shown(*each.view->as<ui::TextContent>()) != string;
-    });
-    return found;
-  }
-
   static bool holds(const ui::View& view, std::string_view string) {
     const auto* text = view.as<ui::TextContent>();
+    const auto* symbol = view.as<ui::SymbolContent>();
     return (text != nullptr && test::shown(*text) == string) ||
+           (symbol != nullptr && "(" + symbol->name + ")" == string) ||
            std::ranges::any_of(view.children, [&](const ui::View& child) { return holds(child, string); });
   }
 
   template <class Fits, class Act>
   void act(std::string_view string, Fits fits, Act action) {
-    for (const auto& shown : all()) {
-      if (!fits(*shown.view) || !holds(*shown.view, string)) continue;
-      const ui::View pressed = *shown.view;  // the action may make the tree change
+    for (const auto* view : all()) {
+      if (!fits(*view) || !holds(*view, string)) continue;
+      const ui::View pressed = *view;  // the action may change the tree
       action(pressed);
       update();
       return;

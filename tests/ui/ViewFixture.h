@@ -5,15 +5,19 @@
 #include <optional>
 #include <vector>
 
+#include <gmock/gmock.h>
+
+#include "history/DayFile.h"
 #include "support/ScriptedPlatform.h"
-#include "support/ViewInspector.h"
+#include "ui/Transcript.h"
 #include "ui/components/ViewContext.h"
 #include "ui/pages/CPUTab.h"
 #include "ui/window/MainWindowView.h"
+#include "ui/window/MenuBarPopover.h"
 
 namespace kestrune::test {
 
-// The running system over a scripted computer, for views to look at.
+// The running system over a scripted computer, with views that look at it.
 class ViewFixture : public testing::Test {
  public:
   ScriptedPlatform computer;
@@ -31,12 +35,15 @@ class ViewFixture : public testing::Test {
                   .version = "1.2 (3)",
                   .systemVersion = "Test System 1"};
   bool isSandboxed = false;
+  int timesOpened = 0;
+  int timesQuit = 0;
 
-  // Starts the system, so late that a test can set up the computer before.
+  // Starts the system at the first call, so that a test can set up the computer before.
   ui::ViewContext context() {
     if (!env) {
       env.emplace(computer.loop, computer.platform,
                   AppEnvironment::Surroundings{preferences, texts, formats});
+      computer.settle();
     }
     return {computer.loop, *env, preferences, notifications, formats, computer.workspace, shell, isSandboxed};
   }
@@ -46,12 +53,35 @@ class ViewFixture : public testing::Test {
     return MountedViews(ui::component<Tab>([given = context()] { return std::make_shared<Tab>(given); }));
   }
   MountedViews cpuTab() { return tab<ui::CPUTab>(); }
-  MountedViews mainWindow() {
-    return MountedViews(ui::component<ui::MainWindowView>(
-        [given = context()] { return std::make_shared<ui::MainWindowView>(given); }));
+  MountedViews mainWindow() { return tab<ui::MainWindowView>(); }
+  MountedViews popover() {
+    return MountedViews(ui::component<ui::MenuBarPopover>([this, given = context()] {
+      return std::make_shared<ui::MenuBarPopover>(
+          given, ui::MenuBarPopover::Commands{[this] { ++timesOpened; }, [this] { ++timesQuit; }});
+    }));
+  }
+  // The page as text, as soon as it has all that it waits for.
+  template <class Tab>
+  std::string page() {
+    auto views = tab<Tab>();
+    update(views);
+    return transcriptOf(views);
   }
 
-  // One second with the processors busy for so many of their 100 ticks.
+  // Each change of the state makes the page show a text.
+  struct State {
+    std::function<void()> change;
+    const char* shown;
+  };
+  template <class Tab>
+  void expectStates(const std::vector<State>& states) {
+    for (const auto& [change, shown] : states) {
+      change();
+      EXPECT_THAT(page<Tab>(), testing::HasSubstr(shown));
+    }
+  }
+
+  // One second with the processors busy for that many of 100 ticks.
   void second(const std::vector<std::int32_t>& busy) {
     computer.processors.pass(100, busy);
     computer.advance(std::chrono::seconds(1));
@@ -61,6 +91,39 @@ class ViewFixture : public testing::Test {
     computer.settle();
     views.update();
   }
+
+  Date midnight(int daysAgo) {
+    return *computer.calendar.addingDays(computer.calendar.startOfDay(computer.clock.now()), -daysAgo);
+  }
+  void keepDayFile(int daysAgo, const std::string& content) {
+    computer.dayFiles.files[computer.calendar.dayFormatter()(midnight(daysAgo)) + ".json"] = content;
+  }
+  void keepDay(int daysAgo, DailySummary record) {
+    record.date = midnight(daysAgo);
+    keepDayFile(daysAgo, encodeDay(record).text);
+  }
+
+  // A machine each of whose figures is another number, and a minute of two samples.
+  void showSample();
+
+ private:
+  template <class Provider, class Snapshot>
+  void publish(Provider& provider, const std::vector<Snapshot>& samples) {
+    HistoryRing<Snapshot> ring(60);
+    for (const auto& sample : samples)
+      ring.append({computer.clock.now() + static_cast<double>(ring.size()), sample});
+    provider.history.set(std::move(ring));
+    provider.current.set(samples.back());
+  }
+  void fill(Published<HistoryRing<double>>& published, const std::vector<double>& values) {
+    HistoryRing<double> ring(200);
+    for (const double value : values)
+      ring.append({computer.clock.now() + static_cast<double>(ring.size()), value});
+    published.set(std::move(ring));
+  }
 };
+
+// A past day whose figures are all different.
+DailySummary sampleDay();
 
 }  // namespace kestrune::test

@@ -4,10 +4,10 @@
 
 #include "providers/AudioSnapshot.h"
 
-// What the pages that show sound have in common.
+// What the pages about audio share.
 namespace kestrune::ui {
 
-// The symbol of a device that is connected so.
+// The symbol of a device by its connection.
 std::string transportSymbol(AudioSnapshot::Device::TransportKind transport);
 
 // The key of the text that names the connection: "Built-in", "USB" and so on.

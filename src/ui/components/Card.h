@@ -4,7 +4,7 @@
 
 namespace kestrune::ui {
 
-// The surface on which a dashboard puts what belongs together.
+// A raised surface behind its content.
 struct Card {
   View content;
 

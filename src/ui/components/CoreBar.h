@@ -15,7 +15,7 @@ struct CoreBar {
   bool isPerformance = false;
   std::vector<double> history;  // fractions 0 to 1, oldest first
 
-  // `readOut` says what is known of a point of the history.
+  // `readOut`: the text for a point of the history.
   View body(ReadOut readOut = {}) const;
   operator View() const { return body(); }
 };

@@ -5,7 +5,7 @@
 
 namespace kestrune::ui {
 
-// Marks the view under it while the pointer is over it.
+// Highlights its content while the pointer is over it.
 class HoverHighlightModifier final : public Component {
  public:
   Published<bool> hovered{false};
@@ -17,10 +17,10 @@ class HoverHighlightModifier final : public Component {
   Published<View> content_;
 };
 
-// The view with that mark.
+// The view with that highlight.
 View hoverHighlight(View content);
 
-// The view breathes between opacity 0.4 and 1 from its appearance on. Whoever shows it keeps the current one.
+// The view pulses between opacity 0.4 and 1 from its appearance on. The caller keeps the current value.
 struct PulsingOpacity {
   double delay = 0;  // seconds before the first breath
 

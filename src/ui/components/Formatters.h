@@ -15,10 +15,10 @@ std::string formatRate(double bytesPerSecond);
 // Units of 2^30 bytes.
 double gibibytes(double bytes);
 
-// "12.3 GB", "16 GB": units of 2^30 bytes with that many digits behind the point.
+// "12.3 GB", "16 GB": units of 2^30 bytes with `fractionDigits` decimals.
 std::string formatGibibytes(double gibibytes, int fractionDigits);
 
-// The integer part of a percentage; 0 for what is no number.
+// The integer part of a percentage; 0 for NaN.
 int wholePercent(double percent);
 
 }  // namespace kestrune::ui

@@ -7,20 +7,20 @@
 #include "providers/NetworkProvider.h"
 #include "ui/view/View.h"
 
-// What the pages that show the network have in common.
+// What the pages about the network share.
 namespace kestrune::ui {
 
-// The symbol of the way in which the machine is connected.
+// The symbol of the machine's connection.
 std::string connectionSymbol(const NetworkSnapshot& network);
 
-// The symbol of a network by its name; "Ethernet" stands among them like a name.
+// The symbol of a network by its name, which may be "Ethernet".
 std::string networkSymbol(const std::string& name);
 
 // Leads to the desktop's settings of the permission without which the Wi-Fi name is withheld. The workspace
 // must outlive the view.
 View allowLocationButton(platform::Workspace& workspace, double symbolSize);
 
-// The integer part of a sum of bytes; 0 for what is negative or no number.
+// Truncates a sum of bytes; 0 if it is negative or NaN.
 std::uint64_t wholeBytes(double bytes);
 
 }  // namespace kestrune::ui

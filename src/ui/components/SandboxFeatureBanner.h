@@ -7,8 +7,8 @@
 
 namespace kestrune::ui {
 
-// Tells the user that the sandbox withholds a feature; stands in its place, on a card of its own. "Dismiss"
-// hides every such banner of the program for good: they are empty while the shared preference is false.
+// Takes the place of a feature that the sandbox withholds. "Dismiss" hides all banners of the program for
+// good: they are empty while the shared preference is false.
 struct SandboxFeatureBanner {
   std::string title;  // both localizable
   std::string description;

@@ -5,7 +5,7 @@
 namespace kestrune::ui {
 namespace {
 
-// What the clock on the wall showed then.
+// The time of day.
 TextContent instant(const ViewContext& context, Date date) {
   return verbatimText(" · " + context.formats.time(context.env.secondOfDay(date)));
 }

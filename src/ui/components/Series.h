@@ -12,7 +12,7 @@
 
 namespace kestrune::ui {
 
-// Figures and when each of them was, oldest first.
+// Figures with their times, oldest first.
 struct Series {
   std::vector<double> values;
   std::vector<Date> dates;
@@ -34,18 +34,18 @@ Series seriesOf(const HistoryRing<Payload>& ring, Figure figure) {
 // How a figure is written: "12%", "3.4 MB/s".
 using FigureText = std::function<std::string(double)>;
 
-// "12% · 14:05:32": a point's figure and when it was.
+// "12% · 14:05:32": a point's figure and its time.
 ReadOut readOut(const ViewContext& context, Series series, FigureText figureText);
 
-// "Read 3.4 MB/s  Write 12.0 KB/s · 14:05:32": what two series say of the same instant. The titles are
-// localizable. Where the series differ in length nothing is said.
+// "Read 3.4 MB/s  Write 12.0 KB/s · 14:05:32": the figures of two series at the same instant. The titles
+// are localizable. No text if the series differ in length.
 struct TitledSeries {
   std::string title;
   Series series;
 };
 ReadOut readOut(const ViewContext& context, TitledSeries first, TitledSeries second, FigureText figureText);
 
-// A fraction as a percentage with one digit behind the point.
+// A fraction as a percentage with one decimal.
 FigureText percentText(const ViewContext& context);
 
 }  // namespace kestrune::ui

@@ -9,7 +9,7 @@
 
 namespace kestrune::ui {
 
-// Posted, without an object, when the program has come to the front.
+// Posted, without an object, when the program becomes active.
 inline constexpr std::string_view didBecomeActiveNotification = "Kestrune.didBecomeActive";
 
 // The program around the views, as the settings show and change it.
@@ -17,7 +17,7 @@ struct Shell {
   platform::Application& application;
   platform::LoginItem& loginItem;
   platform::Pasteboard& pasteboard;
-  std::string language;       // the one that is spoken: "en" or "es"
+  std::string language;       // in use: "en" or "es"
   std::string version;        // "1.2.0 (45)"
   std::string systemVersion;  // of the operating system
 };

@@ -7,9 +7,9 @@
 
 namespace kestrune::ui {
 
-// Where the points of one series lie between 0 (bottom) and 1 (top): scaled to the series' own range, a flat
-// one in the middle, or read as fractions and clamped. Every result is within 0 and 1: what is no number lies
-// at the bottom, and what is infinite at the edge it points to, without a say in the range.
+// The heights of a series' points, from 0 (bottom) to 1 (top): scaled to the series' own range (a flat series
+// at the middle), or read as fractions and clamped. NaN becomes 0; an infinite value becomes 0 or 1 by its
+// sign and doesn't count towards the range.
 std::vector<double> sparklineHeights(std::vector<double> values, bool autoScale);
 
 struct DualSparklineHeights {
@@ -20,7 +20,7 @@ struct DualSparklineHeights {
 // The same for two series on one scale from 0 to the largest value of both; all 0 if that is not above 0.
 DualSparklineHeights dualSparklineHeights(std::vector<double> primary, std::vector<double> secondary);
 
-// A line through a series, oldest value first; none of fewer than two values. Fills the size it is given.
+// A line through a series, oldest value first; no line for fewer than two values. Fills the size it is given.
 struct SparklineView {
   std::vector<double> values;
   Color color;

@@ -7,17 +7,17 @@
 namespace kestrune::ui {
 
 Series thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit) {
-  constexpr std::size_t mostPoints = 120;
+  constexpr std::size_t maxPoints = 120;
   const std::size_t count = ring.size();
   if (count < 2) return {};
 
   const std::size_t n = std::min(count, samples);
-  const std::size_t points = std::min(n, mostPoints);
+  const std::size_t points = std::min(n, maxPoints);
   Series series;
   series.values.reserve(points);
   series.dates.reserve(points);
   for (std::size_t k = 0; k < points; ++k) {
-    const std::size_t entry = n > mostPoints ? k * (n - 1) / (mostPoints - 1) : k;
+    const std::size_t entry = n > maxPoints ? k * (n - 1) / (maxPoints - 1) : k;
     const auto& sample = ring[count - n + entry];
     series.values.push_back(sample.value / unit);
     series.dates.push_back(sample.date);

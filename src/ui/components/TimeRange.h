@@ -11,14 +11,14 @@
 
 namespace kestrune::ui {
 
-// How far back a chart may be asked to reach.
+// A span that a chart can show.
 struct TimeRangeChoice {
   std::string_view label;   // localizable
   std::size_t samples = 0;  // of the ring
 };
 
 // The last `samples` values divided by `unit`. More than 120 are thinned to 120 of them, the first and the
-// last included; fewer than two are none. The ring is not copied.
+// last included; a ring of fewer than two yields none. The ring is not copied.
 Series thinnedSeries(const HistoryRing<double>& ring, std::size_t samples, double unit = 1);
 
 // A segmented picker over the choices.

@@ -93,7 +93,7 @@ View deviceRow(const Device& device, bool isDefault) {
   return hstack(10, centered, std::move(parts)).paddingVertical(5).withKey(std::to_string(device.id));
 }
 
-// Nothing where there is no device.
+// Empty without devices.
 View deviceGroup(std::string heading, const std::vector<Device>& devices,
                  const std::optional<Device>& preferred) {
   if (devices.empty()) return {};

@@ -7,7 +7,7 @@
 
 namespace kestrune::ui {
 
-// The page about sound: the default devices, who plays or records now, and all devices.
+// The page about sound: the default devices, the programs that play or record now, and all devices.
 class AudioTab final : public Component {
  public:
   explicit AudioTab(const ViewContext& context) : context_(context) {}

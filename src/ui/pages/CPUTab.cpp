@@ -66,7 +66,7 @@ View CPUTab::perCore() const {
 ReadOut CPUTab::coreReadOut(const CoreBar& bar, const HistoryRing<CPUSnapshot>& history) const {
   Series series{.values = bar.history, .dates = {}};
   series.dates.reserve(bar.history.size());
-  // A core that came later has the newest of the samples.
+  // A core that appeared later has only the newest samples.
   for (std::size_t i = history.size() - bar.history.size(); i < history.size(); ++i) {
     series.dates.push_back(history[i].date);
   }

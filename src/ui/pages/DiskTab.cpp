@@ -42,7 +42,7 @@ View DiskTab::history() const {
   const Series writes = rates(&DiskSnapshot::writeBytesPerSec);
   const SparklineView read{reads.values, readColor, true, "Metric trend"};
   const SparklineView write{writes.values, writeColor, true, "Metric trend"};
-  // The chart in front speaks for both.
+  // The front chart has the read-out for both.
   auto front = write.body().withReadOut(readOut(context_, {"Read", reads}, {"Write", writes}, formatRate));
   auto legend = hstack(12, centered, views(legendEntry("Read", readColor), legendEntry("Write", writeColor)));
   return section(views(sectionHeader(label("I/O history  (last 60 s)", "chart.xyaxis.line")),

@@ -22,7 +22,7 @@ inline constexpr std::array<TimeRangeChoice, 5> memTimeRanges{{
     {"24h", 43200},
 }};
 
-// The page about the memory: how much is used and by what kind of use, over time, and by which processes.
+// The page about the memory: how much is used, for what, over time, and by which processes.
 class MemoryTab final : public Component {
  public:
   explicit MemoryTab(const ViewContext& context) : context_(context) {}

@@ -8,8 +8,8 @@
 
 namespace kestrune::ui {
 
-// The page about the battery: charge, power, electrical figures, health and how both have moved. A machine
-// without a battery shows the provider's first values.
+// The page about the battery: charge, power, electrical figures, health, and the history of charge and
+// health. Without a battery it shows the provider's initial values.
 class PowerTab final : public Component {
  public:
   // Reads the last week's day files.
@@ -27,7 +27,7 @@ class PowerTab final : public Component {
   View chargeHistory() const;
 
   ViewContext context_;
-  std::vector<std::int64_t> healthPercents_;  // of the last week, as far as they are known, oldest first
+  std::vector<std::int64_t> healthPercents_;  // of the last week's days that have one, oldest first
 };
 
 }  // namespace kestrune::ui

@@ -31,7 +31,7 @@ View row(std::string symbolName, std::string title, View control) {
       .paddingVertical(rowPadding);
 }
 
-// What belongs to the row above, in line with its text.
+// Indents a part of the row above to line up with its text.
 View under(View content) {
   return std::move(content).padding(
       {.top = 0, .leading = iconWidth + innerSpacing, .bottom = rowPadding, .trailing = 0});
@@ -41,7 +41,7 @@ View hint(View words, Color color = ColorRole::secondary) {
   return under(std::move(words).withFont(11).withForeground(color).fillWidth());
 }
 
-// The look of what can be pressed.
+// The look of a control that can be pressed.
 View bordered(View words) {
   return std::move(words).paddingHorizontal(10).paddingVertical(3).background(
       {.fill = Color(ColorRole::primary, 0.06),
@@ -85,7 +85,7 @@ constexpr std::array<Choice<std::int64_t>, 6> dataChoices{
 constexpr std::array<Choice<std::int64_t>, 3> retentionChoices{
     {{7, "7 days"}, {30, "30 days"}, {90, "90 days"}}};
 
-// A menu over the same, for what is too much to lie open.
+// A menu over the choices, where they are too many for a picker.
 template <class T, std::size_t count>
 View menuFor(const Preference<T>& preference, const std::array<Choice<T>, count>& choices) {
   const auto found = std::ranges::find(choices, preference.get(), &Choice<T>::value);
@@ -109,7 +109,7 @@ View settingsSection(std::string title, std::vector<View> rows) {
                       Card{dividedRows(std::move(rows))}));
 }
 
-// A row with what belongs to it, without a divider in between.
+// A row with its parts, without dividers between them.
 View group(std::vector<View> parts) {
   return vstack(0, leading, std::move(parts));
 }

@@ -20,7 +20,7 @@ class SettingsTab final : public Component {
  public:
   explicit SettingsTab(const ViewContext& context);
 
-  // As the session's list of login items says; a change of it by the user that fails is undone.
+  // Follows the session's login items. A change that fails is undone.
   Published<bool> launchAtLogin;
   Published<std::optional<std::string>> launchAtLoginError{std::nullopt};
   Published<bool> showResetConfirm{false};

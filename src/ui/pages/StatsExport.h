@@ -24,7 +24,7 @@ struct DayStats {
 // `startOfDay`: when the day of the record begins.
 DayStats dayStats(const DailySummary& record, Date startOfDay);
 
-// Both as one text of lines, without a line feed at the end: a table of days and one of their busiest
+// Both as lines of text, without a trailing line feed: a table of the days and one of their busiest
 // processes. Numbers don't follow the locale, and nothing is quoted. `dayName` writes a date as "2026-05-09".
 std::string statsCSV(const std::vector<DayStats>& stats, const std::vector<DailySummary>& records,
                      const std::function<std::string(Date)>& dayName);

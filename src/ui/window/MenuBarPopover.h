@@ -8,8 +8,7 @@
 
 namespace kestrune::ui {
 
-// What opens beside the item in the tray: the chosen figures as they are now, the busiest processes, and the
-// commands of the program.
+// The popover of the tray item: the chosen figures, the busiest processes and the program's commands.
 class MenuBarPopover final : public Component {
  public:
   // What the shell does for the popover.
@@ -42,7 +41,7 @@ class MenuBarPopover final : public Component {
   Preference<bool> showAudio_;
 };
 
-// What the audio row says: the programs that use audio, else the output device with its volume.
+// The text of the audio row: the programs that use audio, else the output device with its volume.
 TextContent audioSummary(const AudioSnapshot& audio);
 
 }  // namespace kestrune::ui

@@ -7,72 +7,98 @@ namespace kestrune::ui {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsSupersetOf;
+using testing::HasSubstr;
+using testing::Not;
 using testing::Pair;
 
 class FolderTabTest : public test::ViewFixture {
  protected:
   FolderTabTest() {
-    computer.folders.addFile("/home/test/README", 100);
+    computer.folders.addFile("/home/test/README", 100 << 10);
     computer.folders.addFile("/home/test/a.txt", 3 << 20);
     computer.folders.addDirectory("/home/test/Big");
     computer.folders.addDirectory("/home/test/Small");
-    computer.folders.addFile("/home/test/Big/inside", 1);
+    computer.folders.addFile("/home/test/Big/one.zip", 1 << 20);
+    for (const char* name : {"two", "three", ".four"})
+      computer.folders.addDirectory(std::string("/home/test/Big/") + name);
   }
   test::MountedViews folderTab() {
     auto views = tab<FolderTab>();
     update(views);
     return views;
   }
-  // The entries as rows, made as a window would make them.
-  static std::vector<test::MountedViews> entries(const test::MountedViews& tab) {
-    const auto lists = tab.kind<RowsContent>();
-    std::vector<test::MountedViews> made;
-    if (lists.empty()) return made;
-    const auto& content = *lists.front().view->as<RowsContent>();
-    for (std::size_t i = 0; i < content.count; ++i) made.emplace_back(content.row(i));
-    return made;
+  std::string after(test::MountedViews& tab) {
+    update(tab);
+    return transcriptOf(tab);
   }
-  static std::vector<std::string> names(const test::MountedViews& tab) {
-    std::vector<std::string> found;
-    for (const auto& entry : entries(tab)) found.push_back(entry.texts().front());
-    return found;
-  }
-  static std::vector<MenuItem> menuOf(const test::MountedViews& entry) {
-    for (const auto& shown : entry.all()) {
-      if (shown.view->traits && !shown.view->traits->contextMenu.empty())
-        return shown.view->traits->contextMenu;
+  // The entry of that name as a row, made as a window would make it.
+  static test::MountedViews entry(const test::MountedViews& tab, const std::string& name) {
+    const auto list = *tab.kind<RowsContent>().at(0)->as<RowsContent>();
+    for (std::size_t i = 0; i < list.count; ++i) {
+      if (test::MountedViews row(list.row(i)); row.hasText(name)) return row;
     }
-    return {};
+    ADD_FAILURE() << "no entry is called " << name;
+    return test::MountedViews(View());
+  }
+  static void chooseInMenu(const test::MountedViews& entry, const std::string& title) {
+    for (const auto* shown : entry.all()) {
+      if (!shown->traits) continue;
+      for (const auto& item : shown->traits->contextMenu) {
+        if (item.title.string == title) item.action();
+      }
+    }
   }
 };
 
-TEST_F(FolderTabTest, showsTheListAtOnceAndSizesAsTheyComeIn) {
+TEST_F(FolderTabTest, showsSizesAsTheyArrive) {
+  showSample();
   auto tab = folderTab();
-  EXPECT_THAT(tab.texts(),
-              IsSupersetOf({"Home", "2 folders · 2 files", "Calculating 0 of 2 folders…", "Name"}));
-  EXPECT_THAT(names(tab), ElementsAre("a.txt", "README", "Big", "Small"));
-  EXPECT_THAT(entries(tab)[2].texts(), ElementsAre("Big", "")) << "not measured yet";
-
   computer.folders.complete("/home/test/Big", {.bytes = 12 << 20, .files = 7});
+  EXPECT_THAT(after(tab), HasSubstr(R"(
+Calculating 1 of 2 folders… =0.5:accent «Sizing progress»
+Name Size share Total
+(folder.fill):accent Big 7 files =1:accent 12 MB {Open in Finder|Copy Path}
+(doc.fill) a.txt =0.25:secondary 3 MB {Reveal in Finder|Copy Path}
+)"));
+  computer.folders.complete("/home/test/Small", {.bytes = 0, .files = 0});
+  EXPECT_THAT(after(tab), Not(HasSubstr("Calculating")));
+}
+
+TEST_F(FolderTabTest, leadsThroughFolders) {
+  auto tab = folderTab();
+  entry(tab, "Big").tap("Big");
+  const auto inside = after(tab);
+  EXPECT_THAT(inside, HasSubstr("(folder.fill):accent Big ?/home/test/Big / 2 folders · 1 files"));
+  EXPECT_THAT(inside, HasSubstr("<(house.fill) Home> (chevron.right) (folder.fill) Big <(arrow.up)> ?Go up"));
+  EXPECT_THAT(inside, HasSubstr("File types\nZIP =1:secondary 1 MB")) << "not those of the folder before";
+  tab.press("Home");
+  EXPECT_THAT(after(tab), HasSubstr("2 folders · 2 files"));
+  entry(tab, "Small").tap("Small");
+  EXPECT_THAT(after(tab), HasSubstr("This folder is empty"));
+  tab.press("(arrow.up)");
+  EXPECT_THAT(after(tab), HasSubstr("2 folders · 2 files"));
+  tab.kind<RowsContent>().at(0)->as<RowsContent>()->onBack();
+  EXPECT_THAT(after(tab), HasSubstr("home ?/home / 0 folders"));
+}
+
+TEST_F(FolderTabTest, hiddenFilesAreShownOnRequest) {
+  auto tab = folderTab();
+  entry(tab, "Big").tap("Big");
   update(tab);
-  EXPECT_THAT(names(tab), ElementsAre("Big", "a.txt", "README", "Small"));
-  EXPECT_THAT(entries(tab)[0].texts(), ElementsAre("Big", "7 files", "12 MB"));
-  EXPECT_EQ(entries(tab)[0].kind<BarContent>().front().view->as<BarContent>()->fraction, 1);
-  EXPECT_EQ(entries(tab)[1].kind<BarContent>().front().view->as<BarContent>()->fraction, 0.25);
+  tab.press("(eye.slash)");
+  EXPECT_THAT(after(tab), HasSubstr("3 folders · 1 files"));
+  EXPECT_THAT(after(tab), HasSubstr("<(eye)> ?Hide hidden files"));
+  computer.folders.addFile("/home/test/Big/new", 1);
+  tab.press("(arrow.clockwise)");
+  EXPECT_THAT(after(tab), HasSubstr("3 folders · 2 files"));
 }
 
 TEST_F(FolderTabTest, entriesHaveAMenu) {
-  auto tab = folderTab();
-  const auto choose = [](const std::vector<MenuItem>& menu, std::size_t item, const std::string& title) {
-    ASSERT_EQ(menu.at(item).title.string, title);
-    menu.at(item).action();
-  };
-  const auto rows = entries(tab);
-  choose(menuOf(rows[0]), 0, "Reveal in Finder");
-  choose(menuOf(rows[2]), 0, "Open in Finder");
+  const auto tab = folderTab();
+  chooseInMenu(entry(tab, "a.txt"), "Reveal in Finder");
+  chooseInMenu(entry(tab, "Big"), "Open in Finder");
   EXPECT_THAT(computer.workspace.opened, ElementsAre("reveal /home/test/a.txt", "open /home/test/Big"));
-  choose(menuOf(rows[2]), 1, "Copy Path");
+  chooseInMenu(entry(tab, "Big"), "Copy Path");
   EXPECT_EQ(pasteboard.copied, "/home/test/Big");
 }
 
@@ -80,19 +106,11 @@ TEST_F(FolderTabTest, returningShowsTheLastResultWithoutAScan) {
   folderTab();
   const int scans = computer.folders.listings;
   computer.folders.seesEverything = false;
-  const auto again = folderTab();
+  auto again = folderTab();
   EXPECT_EQ(computer.folders.listings, scans);
-  EXPECT_THAT(again.texts(), IsSupersetOf({"Full Disk Access needed", "Open Privacy Settings"}));
-}
-
-TEST_F(FolderTabTest, theSandboxOffersToHideIt) {
-  isSandboxed = true;
-  auto tab = this->tab<FolderTab>();
-  EXPECT_EQ(computer.folders.listings, 0);
-  tab.press("Dismiss");
-  EXPECT_FALSE(tab.hasText("Folder browser unavailable"));
-  tab.press("Hide this tab");
-  EXPECT_EQ(computer.preferences.stored.at("ui.sandbox.showFolderTab"), platform::PreferenceValue(false));
+  EXPECT_THAT(transcriptOf(again), HasSubstr("(lock.shield):orange Full Disk Access needed / "));
+  again.press("Open Privacy Settings");
+  EXPECT_EQ(computer.workspace.opened.size(), 1U);
 }
 
 TEST(LargestFileTypes, addsUpByExtension) {

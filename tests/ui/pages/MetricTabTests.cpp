@@ -1,69 +1,169 @@
-#include <gmock/gmock.h>
-
 #include "ui/ViewFixture.h"
-#include "ui/components/StatusColors.h"
+#include "ui/pages/AudioTab.h"
 #include "ui/pages/DiskTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"
+#include "ui/pages/PowerTab.h"
 
 namespace kestrune::ui {
 namespace {
 
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::HasSubstr;
+using testing::Not;
 
-// The pages that show one metric and its processes, beyond their words.
+// The pages that show one metric, in the states that the sample leaves out.
 class MetricTabTest : public test::ViewFixture {
  protected:
-  static BarContent bar(const test::MountedViews& tab) {
-    return *tab.kind<BarContent>().front().view->as<BarContent>();
+  MetricTabTest() { context(); }
+
+  // The heights of the front line of the chart in a frame of height 60.
+  static std::vector<double> points(const test::MountedViews& tab) {
+    for (const auto* shown : tab.kind<FrameContent>()) {
+      if (shown->as<FrameContent>()->height.fixed != 60) continue;
+      if (const auto* chart = shown->children.front().as<LineChartContent>())
+        return chart->lines.back().heights;
+    }
+    ADD_FAILURE() << "no such chart";
+    return {0};
+  }
+  // Each choice shows that many of the newest samples.
+  template <class Tab>
+  void expectRanges(const std::vector<std::pair<const char*, std::size_t>>& ranges) {
+    auto tab = this->tab<Tab>();
+    for (const auto& [segment, samples] : ranges) {
+      tab.choose(segment);
+      EXPECT_NEAR(points(tab).front(), 1 - static_cast<double>(samples) / 86400, 1e-4) << segment;
+      EXPECT_THAT(transcriptOf(tab), HasSubstr(std::string("*") + segment));
+    }
+  }
+  std::function<void()> memory(const MemorySnapshot& now) {
+    return [this, now] { env->memory->current.set(now); };
+  }
+  std::function<void()> network(const NetworkSnapshot& now) {
+    return [this, now] { env->network->current.set(now); };
+  }
+  std::function<void()> battery(const BatterySnapshot& now) {
+    return [this, now] { env->battery->current.set(now); };
   }
 };
 
-TEST_F(MetricTabTest, aVolumeOfNothingIsAnEmptyBar) {
-  computer.blockStorage.drivers = {{.bytesRead = 0, .bytesWritten = 0}};
-  computer.volumes.rootCapacity = platform::VolumeCapacity{};
-  auto views = tab<DiskTab>();
-  computer.advance(1s);
-  update(views);
-  EXPECT_EQ(bar(views).fraction, 0.0);
+TEST_F(MetricTabTest, eachRangeShowsItsSamples) {
+  HistoryRing<double> percentages(86400);
+  for (int i = 1; i <= 86400; ++i) percentages.append({{}, i / 864.0});
+  for (auto* history : {&env->cpu->usageHistory, &env->memory->usageHistory, &env->network->downloadHistory,
+                        &env->network->uploadHistory})
+    history->set(percentages);
+  expectRanges<CPUTab>(
+      {{"60s", 60}, {"5m", 300}, {"10m", 600}, {"1h", 3600}, {"12h", 43200}, {"24h", 86400}});
+  expectRanges<MemoryTab>({{"5m", 150}, {"10m", 300}, {"1h", 1800}, {"12h", 21600}, {"24h", 43200}});
+  expectRanges<NetworkTab>({{"60s", 60}, {"5m", 300}, {"1h", 3600}, {"12h", 43200}, {"24h", 86400}});
+  auto network = tab<NetworkTab>();
+  network.choose("12h");
+  EXPECT_THAT(transcriptOf(network), HasSubstr("\n12h ago Now\n"));
 }
 
-TEST_F(MetricTabTest, thePressureColoursTheMemoryInUse) {
-  constexpr std::uint64_t gibibyte = 1073741824;
-  auto views = tab<MemoryTab>();
-  const auto use = [&](std::uint64_t gibibytes) {
-    computer.memory.used = platform::MemoryUsage{.wiredBytes = gibibytes * gibibyte};
-    env->memory->tick();
-    update(views);
-    return bar(views);
-  };
-  EXPECT_EQ(use(8).fill, statusNeutralColor.withOpacity(0.8));
-  EXPECT_EQ(use(12).fill, statusWarningColor.withOpacity(0.8));
-  EXPECT_EQ(use(15).fill, statusCriticalColor.withOpacity(0.8));
-  EXPECT_EQ(use(17).fraction, 1.0);
-  EXPECT_TRUE(views.hasText("-1.0 GB")) << "more than there is";
+TEST_F(MetricTabTest, memoryFollowsItsPressure) {
+  using enum MemorySnapshot::MemoryPressure;
+  const MemorySnapshot overfull{.usedBytes = 3ULL << 30U, .totalBytes = 2ULL << 30U, .pressure = critical};
+  expectStates<MemoryTab>({{memory(overfull), "\n=1:red\n(gauge.medium) Pressure ●:red critical"},
+                           {memory(overfull), "Swap Used None"},
+                           {memory(overfull), "Free =0:good -1.0 GB"},
+                           {memory({.usedBytes = 1, .totalBytes = 8}),
+                            "\n=0.125:primary\n(gauge.medium) Pressure ●:primary nom"}});
+}
+
+TEST_F(MetricTabTest, aVolumeOfNothingIsAnEmptyBar) {
+  expectStates<DiskTab>({{[this] { env->disk->current.set({}); }, "\n=0:accent"}});
+}
+
+TEST_F(MetricTabTest, theConnectionShowsWhatIsKnown) {
+  const NetworkSnapshot nameless{.interfaceName = "Wi-Fi", .needsLocation = true};
+  expectStates<NetworkTab>(
+      {{network(nameless),
+        "(wifi):accent Wi-Fi <(location.slash):orange Allow location for Wi-Fi "
+        "name:orange> / <(arrow.clockwise) Reload>"},
+       {network(nameless), "No network activity recorded yet today"},
+       {network(nameless), "No active interfaces"},
+       {network({.interfaceName = "Ethernet", .ipAddress = "10.0.0.9"}),
+        "(cable.connector):accent Ethernet / (number) 10.0.0.9"},
+       {network({.interfaceName = "Not connected"}), "(wifi.slash):accent Not connected"}});
 }
 
 TEST_F(MetricTabTest, networksOfTodayCanBeFiltered) {
-  computer.networkInterfaces.setLink("en0", 2048, 1024);
-  context();
+  showSample();
   auto& today = env->recorder->current.networkSSIDs;
-  today = {{"Ethernet", {.uploadBytes = 1024, .downloadBytes = 0}}};
   auto views = tab<NetworkTab>();
-  EXPECT_THAT(views.menuItems(), IsEmpty()) << "nothing to choose from";
-  today["Home"] = {.uploadBytes = 5 << 20, .downloadBytes = 1 << 20};
-  computer.advance(1s);
-  update(views);
-  EXPECT_THAT(views.menuItems(), ElementsAre("All", "Home", "Ethernet")) << "most traffic first";
-  views.chooseMenuItem("Ethernet");
-  EXPECT_FALSE(views.hasText("5 MB"));
-  today.erase("Ethernet");
+  const auto after = [&](auto change) {
+    change();
+    env->network->current.modify([](auto&) {});
+    views.update();
+    return transcriptOf(views);
+  };
+  const auto filtered = after([&] { views.chooseMenuItem("Home"); });
+  EXPECT_THAT(filtered, HasSubstr("{All|Ethernet|*Home} Home"));
+  EXPECT_THAT(filtered, HasSubstr("(wifi) Home 18 MB 19 MB"));
+  EXPECT_THAT(filtered, Not(HasSubstr("21 MB")));
   today["Other"] = {};
-  computer.advance(1s);
-  update(views);
-  EXPECT_TRUE(views.hasText("5 MB")) << "what was chosen is not there any more";
+  EXPECT_THAT(after([&] { today.erase("Home"); }), HasSubstr("21 MB")) << "the chosen network is gone";
+  EXPECT_THAT(after([&] { today.erase("Other"); }), Not(HasSubstr("{All"))) << "nothing to choose from";
+}
+
+TEST_F(MetricTabTest, soundShowsWhatIsSilent) {
+  showSample();
+  env->audio->current.modify([](AudioSnapshot& audio) {
+    audio.defaultOutput->isMuted = true;
+    audio.defaultInput->sampleRate = 800;
+    audio.defaultInput->channelCount = 4;
+    audio.activeProcesses.clear();
+  });
+  const auto nothing = [] {};
+  expectStates<AudioTab>(
+      {{nothing, "\n(speaker.slash.fill):red Speaker\nVolume / =0.379:red Muted Sample Rate"},
+       {nothing, "Sample Rate / 800 Hz Channels / 4 ch Connection / USB"},
+       {nothing, "(speaker.slash) No apps are currently playing audio or using the microphone."}});
+}
+
+TEST_F(MetricTabTest, thePowerFollowsTheCharge) {
+  expectStates<PowerTab>({
+      {battery({.percent = 75}), "(battery.100percent) 75%"},
+      {battery({.percent = 74}), "(battery.75percent) 74%"},
+      {battery({.percent = 50}), "(battery.75percent) 50%"},
+      {battery({.percent = 49}), "(battery.50percent) 49%"},
+      {battery({.percent = 25}), "(battery.50percent) 25%"},
+      {battery({.percent = 24}), "(battery.25percent) 24%"},
+      {battery({.percent = 20}), "(battery.25percent) 20%"},
+      {battery({.percent = 19}), "(battery.25percent):red 19%\n"},
+      {battery({.percent = 5, .isCharging = true}), "(battery.100percent.bolt):good 5%"},
+      {battery({.percent = 99, .isFullyCharged = true}),
+       "(battery.100percent):good 99%\nFully charged\n=0.99:good"},
+      {battery({.isFullyCharged = true}), "Power Source / Fully Charged"},
+      {battery({.isCharging = true}), "Power Source / Charging"},
+      {battery({.isCharging = true, .voltageMV = 10000, .amperageMa = 2500}), "\nCharging 25.0 W"},
+      {battery({}), "\nCalculating…\n"},
+      {battery({.condition = BatteryCondition::poor}), "Condition Poor:red"},
+      {battery({.condition = BatteryCondition::good}), "Condition Good:good"},
+  });
+  battery({.voltageMV = 12000})();
+  for (const char* absent : {"Draw", "Temp", "Capacity"})
+    EXPECT_THAT(page<PowerTab>(), Not(HasSubstr(absent)));
+}
+
+TEST_F(MetricTabTest, healthIsAChartOnceItMoves) {
+  const auto keepHealth = [this](int ago, std::int64_t percent) {
+    keepDay(ago, {.batteryHealthPercent = percent});
+  };
+  keepHealth(2, 93);
+  keepHealth(7, 91);
+  keepHealth(8, 50);
+  keepHealth(3, 0);
+  keepDayFile(4, "damaged");
+  EXPECT_THAT(page<PowerTab>(), HasSubstr("Health trend (7 days)\n~0 1:green \"93%\" «Battery health over "
+                                          "the past 7 days»\n7 days ago Today"));
+  env->recorder->current.batteryHealthPercent = 92;
+  keepHealth(7, 92);
+  const auto stable = page<PowerTab>();
+  EXPECT_THAT(stable, HasSubstr("(checkmark.circle.fill):green Stable at 92% / No measurable change"));
+  EXPECT_THAT(stable, Not(HasSubstr("7 days ago")));
 }
 
 }  // namespace

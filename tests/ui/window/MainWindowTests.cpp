@@ -18,32 +18,17 @@ class MainWindowTest : public test::ViewFixture {
 
   MainWindowView& view() const { return *window.component<MainWindowView>().first; }
   std::optional<MainTab> selected() const { return view().selectedTab.get(); }
-
-  struct Row {
-    std::string title;
-    const Traits* traits;
-  };
-  std::vector<Row> rows() const {
-    std::vector<Row> found;
-    for (const auto& shown : window.all()) {
-      const auto* traits = shown.view->traits.get();
-      if (traits != nullptr && traits->onTap)
-        found.push_back({test::accessibilityLabel(*shown.view), traits});
-    }
-    return found;
-  }
-  std::vector<std::string> rowTitles() const {
+  // The titles of the sidebar's rows: all, or the marked ones.
+  std::vector<std::string> rows(bool onlyMarked = false) const {
     std::vector<std::string> titles;
-    for (const auto& row : rows()) titles.push_back(row.title);
+    for (const auto* shown : window.all()) {
+      const auto* traits = shown->traits.get();
+      if (traits == nullptr || !traits->onTap || (onlyMarked && !traits->isSelected)) continue;
+      titles.push_back(test::accessibilityLabel(*shown));
+    }
     return titles;
   }
-  std::vector<std::string> markedRows() const {
-    std::vector<std::string> marked;
-    for (const auto& row : rows()) {
-      if (row.traits->isSelected) marked.push_back(row.title);
-    }
-    return marked;
-  }
+  std::vector<std::string> markedRows() const { return rows(true); }
   void setShowsFolderTab(bool shows) {
     preferences.set("ui.sandbox.showFolderTab", shows);
     update(window);
@@ -54,28 +39,42 @@ class MainWindowTest : public test::ViewFixture {
   }
 };
 
-class SandboxedMainWindowTest : public MainWindowTest {
- public:
-  SandboxedMainWindowTest() {
-    isSandboxed = true;
-    window = mainWindow();
+TEST_F(MainWindowTest, everyTabHasItsRowItsKeyAndItsPage) {
+  const std::string sidebar = transcriptOf(window);
+  EXPECT_THAT(sidebar, testing::StartsWith(R"(
+(square.grid.2x2) Overview «Overview»
+(cpu) CPU «CPU»
+(memorychip) Memory «Memory»
+(internaldrive) Disk «Disk»
+(network) Network «Network»
+(bolt) Power «Power»
+(waveform) Audio «Audio»
+(folder) Folders «Folders»
+(chart.bar) Stats «Stats»
+(gearshape) Settings «Settings»
+)"));
+  const std::array onItsPage{"ACTIVE",     "Per-core usage", "Memory breakdown", "Volumes",
+                             "Interfaces", "Electrical",     "Using Audio Now",  "This folder is empty",
+                             "Export CSV", "Launch at login"};
+  for (std::size_t i = 0; i < mainTabs.size(); ++i) {
+    const MainTabEntry& tab = mainTabs.at(i);
+    EXPECT_EQ(static_cast<std::size_t>(tab.tab), i);
+    EXPECT_EQ(tab.key, "1234567890"[i]);
+    EXPECT_EQ(tab.separatorBefore, tab.tab == MainTab::settings);
+    window.tap(tab.title);
+    update(window);
+    EXPECT_EQ(selected(), tab.tab);
+    EXPECT_EQ(view().windowTitle(), tab.title);
+    EXPECT_THAT(markedRows(), ElementsAre(tab.title));
+    EXPECT_TRUE(window.hasText(onItsPage.at(i))) << tab.title;
   }
-};
-
-TEST_F(MainWindowTest, ATapSelectsAndMarksOneRow) {
-  EXPECT_THAT(markedRows(), ElementsAre("Overview"));
-  window.tap("Disk");
-  EXPECT_EQ(selected(), MainTab::disk);
-  EXPECT_THAT(markedRows(), ElementsAre("Disk"));
-  EXPECT_EQ(view().windowTitle(), "Disk");
-
   view().selectedTab.set(std::nullopt);
   window.update();
   EXPECT_THAT(markedRows(), IsEmpty());
   EXPECT_EQ(view().windowTitle(), "Kestrune");
 }
 
-TEST_F(MainWindowTest, NotificationsSwitchTabs) {
+TEST_F(MainWindowTest, notificationsSwitchTabs) {
   post(switchTabNotification, MainTab::stats);
   EXPECT_EQ(selected(), MainTab::stats);
   for (const std::any& malformed : {std::any(), std::any(1), std::any(std::string("cpu"))}) {
@@ -86,18 +85,18 @@ TEST_F(MainWindowTest, NotificationsSwitchTabs) {
   EXPECT_EQ(selected(), MainTab::settings);
 
   window = MountedViews(View());
-  notifications.post(switchTabNotification, MainTab::cpu);  // nobody is there any more
+  notifications.post(switchTabNotification, MainTab::cpu);  // after the window is gone
   window = mainWindow();
   EXPECT_EQ(selected(), MainTab::overview);
 }
 
-TEST_F(MainWindowTest, TurningTheFolderTabOffLeavesIt) {
+TEST_F(MainWindowTest, turningTheFolderTabOffLeavesIt) {
   window.tap("Folders");
   setShowsFolderTab(true);  // written for the first time, but no change
   EXPECT_EQ(selected(), MainTab::folders);
   setShowsFolderTab(false);
   EXPECT_EQ(selected(), MainTab::overview);
-  EXPECT_EQ(rowTitles().size(), 10U) << "outside the sandbox it is always listed";
+  EXPECT_EQ(rows().size(), 10U) << "outside the sandbox it is always listed";
 
   window.tap("Memory");
   setShowsFolderTab(true);
@@ -105,12 +104,14 @@ TEST_F(MainWindowTest, TurningTheFolderTabOffLeavesIt) {
   EXPECT_EQ(selected(), MainTab::memory);
 }
 
-TEST_F(SandboxedMainWindowTest, TheFolderTabCanBeHidden) {
-  EXPECT_EQ(rowTitles().size(), 10U);
+TEST_F(MainWindowTest, theSandboxCanHideTheFolderTab) {
+  isSandboxed = true;
+  window = mainWindow();
+  EXPECT_EQ(rows().size(), 10U);
   window.tap("Folders");
   setShowsFolderTab(false);
-  EXPECT_EQ(rowTitles().size(), 9U);
-  EXPECT_THAT(rowTitles(), Not(Contains("Folders")));
+  EXPECT_EQ(rows().size(), 9U);
+  EXPECT_THAT(rows(), Not(Contains("Folders")));
   EXPECT_THAT(markedRows(), ElementsAre("Overview"));
 
   post(switchTabNotification, MainTab::folders);
@@ -119,16 +120,16 @@ TEST_F(SandboxedMainWindowTest, TheFolderTabCanBeHidden) {
   EXPECT_THAT(markedRows(), IsEmpty());
 }
 
-TEST_F(MainWindowTest, ATickConcernsTheTabAlone) {
+TEST_F(MainWindowTest, aTickConcernsTheTabAlone) {
   window.tap("CPU");
-  const int window1 = window.component<MainWindowView>().second;
-  const int sidebar1 = window.component<Sidebar>().second;
-  const int tab1 = window.component<CPUTab>().second;
+  const int ofWindow = window.component<MainWindowView>().second;
+  const int ofSidebar = window.component<Sidebar>().second;
+  const int ofTab = window.component<CPUTab>().second;
   second({10, 20});
   update(window);
-  EXPECT_EQ(window.component<MainWindowView>().second, window1);
-  EXPECT_EQ(window.component<Sidebar>().second, sidebar1);
-  EXPECT_EQ(window.component<CPUTab>().second, tab1 + 1);
+  EXPECT_EQ(window.component<MainWindowView>().second, ofWindow);
+  EXPECT_EQ(window.component<Sidebar>().second, ofSidebar);
+  EXPECT_EQ(window.component<CPUTab>().second, ofTab + 1);
 }
 
 }  // namespace

@@ -1,73 +1,80 @@
 #include <gmock/gmock.h>
 
 #include "ui/ViewFixture.h"
-#include "ui/components/StatusColors.h"
-#include "ui/window/MenuBarPopover.h"
+#include "ui/window/MenuBarLabel.h"
 
 namespace kestrune::ui {
 namespace {
 
-using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr std::array metrics{"cpu", "memory", "disk", "network", "ip", "audio", "processes"};
 
 class MenuBarPopoverTest : public test::ViewFixture {
  protected:
-  test::MountedViews popover() {
-    const MenuBarPopover::Commands commands{[this] { ++opened; }, [this] { ++terminated; }};
-    return test::MountedViews(component<MenuBarPopover>(
-        [given = context(), commands] { return std::make_shared<MenuBarPopover>(given, commands); }));
+  MenuBarPopoverTest() { showSample(); }
+  void show(const std::string& metric, bool isShown) {
+    preferences.set("metrics." + metric + ".menubar.enabled", isShown);
   }
-  void show(const char* metric, bool isShown) {
-    preferences.set(std::string("metrics.") + metric + ".menubar.enabled", isShown);
-  }
-
-  int opened = 0;
-  int terminated = 0;
 };
 
 TEST_F(MenuBarPopoverTest, showsWhatIsChosen) {
+  const std::string commands = "<Open main window>\n<Settings…>\n<Quit Kestrune>\n";
+  const std::string none = "No metrics selected — enable some in Settings.\n";
+  const std::vector<std::string> rows{"CPU 13% ~1 0:accent \"\" «Metric trend»\n",
+                                      "Memory 12.0 GB:orange ~0 1:accent \"\" «Metric trend»\n",
+                                      "Disk ▲ 5.0 KB/s  ▼ 6.0 KB/s\n",
+                                      "Network ▲ 2.0 KB/s  ▼ 8.0 KB/s\n",
+                                      "IP 10.0.0.7\n",
+                                      "Audio Player · Recorder\n",
+                                      none + "Top processes\neditor 45.6%\ncompiler 6.1%\n"};
   auto view = popover();
-  for (const auto* metric : {"cpu", "memory", "processes"}) show(metric, false);
-  for (const auto* metric : {"disk", "network", "ip", "audio"}) show(metric, true);
-  update(view);
-  EXPECT_THAT(view.texts(), ElementsAre("Disk", "▲ 2.0 MB/s  ▼ 0 B/s", "Network", "▲ 0 B/s  ▼ 0 B/s", "IP",
-                                        "—", "Audio", "—", "Open main window", "Settings…", "Quit Kestrune"));
-  for (const auto* metric : {"disk", "network", "ip", "audio"}) show(metric, false);
-  show("processes", true);
-  update(view);
-  EXPECT_TRUE(view.hasText("No metrics selected — enable some in Settings."));
-  EXPECT_TRUE(view.hasText("Top processes"));
+  EXPECT_EQ(transcriptOf(view), "\n" + rows[0].substr(0, rows[0].size() - 1) + " / " + rows[1] +
+                                    rows[6].substr(none.size()) + commands);
+  for (std::size_t shown = 0; shown < metrics.size(); ++shown) {
+    for (const auto* metric : metrics) show(metric, metric == metrics.at(shown));
+    view.update();
+    EXPECT_EQ(transcriptOf(view), "\n" + rows.at(shown) + commands);
+  }
+}
+
+TEST_F(MenuBarPopoverTest, listsThreeProcesses) {
+  env->cpu->current.modify([](CPUSnapshot& now) { now.topProcesses.resize(4, {.name = "more"}); });
+  EXPECT_THAT(transcriptOf(popover()), HasSubstr("compiler 6.1%\nmore 0.0%\n<Open"));
 }
 
 TEST_F(MenuBarPopoverTest, aFullDiskIsColoured) {
   show("disk", true);
   auto view = popover();
-  const auto colour = [&](std::uint64_t used) {
-    env->disk->current.modify([&](DiskSnapshot& disk) {
-      disk.volumeTotalBytes = 10;
-      disk.volumeUsedBytes = used;
-    });
-    update(view);
-    return view.text("▲ 2.0 MB/s  ▼ 0 B/s").foreground;
+  const auto row = [&](std::uint64_t used) {
+    env->disk->current.set({.volumeTotalBytes = 10, .volumeUsedBytes = used});
+    view.update();
+    return transcriptOf(view);
   };
-  EXPECT_EQ(colour(8), Color(ColorRole::primary));
-  EXPECT_EQ(colour(9), statusWarningColor);
-  EXPECT_EQ(colour(10), statusCriticalColor);
+  EXPECT_THAT(row(8), HasSubstr("Disk ▲ 0 B/s  ▼ 0 B/s\n"));
+  EXPECT_THAT(row(9), HasSubstr("Disk ▲ 0 B/s  ▼ 0 B/s:orange\n"));
+  EXPECT_THAT(row(10), HasSubstr("Disk ▲ 0 B/s  ▼ 0 B/s:red\n"));
 }
 
-TEST_F(MenuBarPopoverTest, itsCommandsDoWhatTheySay) {
+TEST_F(MenuBarPopoverTest, runsItsCommands) {
   auto view = popover();
   int settings = 0;
   const auto seen =
       notifications.observe(std::string(openSettingsTabNotification), [&](const std::any&) { ++settings; });
   view.press("Open main window");
-  EXPECT_EQ(std::pair(opened, settings), std::pair(1, 0));
+  EXPECT_EQ(std::pair(timesOpened, settings), std::pair(1, 0));
   view.press("Settings…");
-  EXPECT_EQ(std::pair(opened, settings), std::pair(2, 1));
+  EXPECT_EQ(std::pair(timesOpened, settings), std::pair(2, 1));
   view.press("Quit Kestrune");
-  EXPECT_EQ(terminated, 1);
+  EXPECT_EQ(timesQuit, 1);
 }
 
-TEST(AudioSummary, saysWhatPlaysElseHowLoudItWouldBe) {
+TEST_F(MenuBarPopoverTest, theLabelShowsTheSlowerLoad) {
+  env->cpu->menuBarUsagePercent.set(34.4);
+  EXPECT_EQ(MenuBarLabel{*env->cpu}.load(formats), "34%");
+}
+
+TEST(AudioSummary, namesWhatPlaysElseTheVolume) {
   AudioSnapshot audio;
   audio.activeProcesses = {{.id = "a", .name = "Player"}};
   EXPECT_EQ(test::shown(audioSummary(audio)), "—");

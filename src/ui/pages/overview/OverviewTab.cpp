@@ -157,7 +157,7 @@ View OverviewTab::memoryCard() const {
   const double used = record_ ? record_->averageMemoryGB() : gibibytes(static_cast<double>(now.usedBytes));
   const double fraction = record_ ? used / std::max(total, 1.0) : share(used, total);
   std::string amount = formatGibibytes(used, 1);
-  amount.resize(amount.find(' '));  // the unit stands beside it
+  amount.resize(amount.find(' '));  // the unit is a text of its own
   auto under = record_
                    ? text("Avg · Peak %@", {formatGibibytes(record_->peakMemoryGB(), 0)})
                    : text("of %@  ·  " + std::string(rawValue(now.pressure)), {formatGibibytes(total, 0)});
@@ -167,7 +167,7 @@ View OverviewTab::memoryCard() const {
                                          verbatim("GB")
                                              .withMonospacedDigits(14, FontWeight::medium)
                                              .withForeground(ColorRole::secondary))),
-                            // A past day's bar shows how things are now.
+                            // The bar of a past day also has the colour of the current pressure.
                             ThinBar{fraction, pressureColor(now.pressure)}, caption(std::move(under))));
 }
 
