@@ -1,6 +1,7 @@
 """The program on a Wayland compositor that has no screen."""
 
 import os
+import select
 import subprocess
 import time
 
@@ -26,7 +27,9 @@ def runs_on_wayland(process):
 
 
 def test_a_panel_shows_the_item_and_it_opens_the_popover():
-    item = own.start_script("panel.py").stdout.readline().strip()
+    panel = own.start_script("panel.py").stdout
+    session.wait_for("an item", lambda: select.select([panel], [], [], 0)[0])
+    item = panel.readline().strip()
     assert item.startswith((":", "org.kde.StatusNotifierItem")), item
     own.call(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "10", "10")
     reader.wait("Open main window")
