@@ -225,7 +225,7 @@ TEST(LeafSlider, followsADragInSteps) {
   std::vector<double> chosen;
   Leaf& leaf = stage.put(SliderContent{.value = 50,
                                        .least = 40,
-                                       .most = 62,
+                                       .most = 63,
                                        .step = 5,
                                        .onChange = [&](double value) { chosen.push_back(value); }},
                          {126, 22});

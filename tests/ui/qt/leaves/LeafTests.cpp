@@ -100,6 +100,13 @@ TEST(LeafRepaint, fillsItsBackdrop) {
   }
 }
 
+TEST(LeafSymbol, isAsLargeAsTheTextBesideIt) {
+  LeafStage stage;
+  const LeafMetrics metrics = stage.put(SymbolContent{"cpu"}, {16, 16}).measure({});
+  EXPECT_EQ(metrics.size, (Size{16, 16}));
+  EXPECT_EQ(metrics.baseline, 13);
+}
+
 TEST(LeafMouse, reachesTheWidgetsAround) {
   LeafStage stage;
   QTest::mouseClick(&stage.put(verbatimText("a row"), {50, 20}), Qt::LeftButton);

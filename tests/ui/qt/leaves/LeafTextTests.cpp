@@ -38,6 +38,11 @@ TEST(LeafText, wrapsOrIsElided) {
   Leaf& limited = stage.put(oneLine("several words in a row"), {10, 10});
   EXPECT_EQ(limited.measure({50.0, {}}).size, (Size{50, natural.size.height}));
   EXPECT_LT(limited.measure({0.0, {}}).size.width, 40);
+
+  limited.resize(300, 20);
+  const QImage whole = stage.picture();
+  limited.resize(60, 20);
+  EXPECT_EQ(stage.picture().copy(0, 0, 30, 20), whole.copy(0, 0, 30, 20)) << "is cut at its end";
 }
 
 TEST(LeafText, needsLayoutOnlyIfItsSizeMayDiffer) {
