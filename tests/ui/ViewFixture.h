@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "history/DayFile.h"
+#include "history/DailySummaryJson.h"
 #include "support/ScriptedPlatform.h"
 #include "ui/Transcript.h"
 #include "ui/components/ViewContext.h"
