@@ -8,7 +8,7 @@ namespace {
 
 using platform::FileLocation;
 
-constexpr int mostBreadcrumbs = 8;
+constexpr int maxBreadcrumbs = 8;
 
 FolderItem itemOf(platform::DirectoryEntry entry) {
   FolderItem item{.url = std::move(entry.location), .isDirectory = entry.isDirectory};
@@ -57,7 +57,7 @@ void FolderProvider::goUp() {
 void FolderProvider::updateBreadcrumbs() {
   std::vector<FileLocation> trail;
   FileLocation cursor = *currentPath;
-  for (int level = 0; level < mostBreadcrumbs; ++level) {
+  for (int level = 0; level < maxBreadcrumbs; ++level) {
     trail.push_back(cursor);
     FileLocation parent = cursor.parent();
     if (parent == cursor || cursor == home_) break;

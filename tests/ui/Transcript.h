@@ -112,7 +112,7 @@ inline std::string leaf(const ui::View& view, ui::Color color) {
   if (const auto* menu = view.as<ui::MenuContent>()) return choices(menu->items);
   if (const auto* toggle = view.as<ui::SwitchContent>()) return toggle->isOn ? "[on]" : "[off]";
   if (const auto* slider = view.as<ui::SliderContent>()) {
-    return "[" + number(slider->least) + ".." + number(slider->most) + "/" + number(slider->step) + " " +
+    return "[" + number(slider->min) + ".." + number(slider->max) + "/" + number(slider->step) + " " +
            number(slider->value) + "]";
   }
   return {};

@@ -96,7 +96,7 @@ class ViewFixture : public testing::Test {
     return *computer.calendar.addingDays(computer.calendar.startOfDay(computer.clock.now()), -daysAgo);
   }
   void keepDayFile(int daysAgo, const std::string& content) {
-    computer.dayFiles.files[computer.calendar.dayFormatter()(midnight(daysAgo)) + ".json"] = content;
+    computer.historyFolder.files[computer.calendar.dayFormatter()(midnight(daysAgo)) + ".json"] = content;
   }
   void keepDay(int daysAgo, DailySummary record) {
     record.date = midnight(daysAgo);

@@ -20,7 +20,7 @@ Content onOrOff(Acted acted) {
   return SwitchContent{false, [acted](bool) { acted(); }};
 }
 Content number(Acted acted) {
-  return SliderContent{.value = 20, .most = 100, .onChange = [acted](double) { acted(); }};
+  return SliderContent{.value = 20, .max = 100, .onChange = [acted](double) { acted(); }};
 }
 
 void press(QAccessibleInterface* spoken) {
@@ -224,8 +224,8 @@ TEST(LeafSlider, followsADragInSteps) {
   stage.showWindow();
   std::vector<double> chosen;
   Leaf& leaf = stage.put(SliderContent{.value = 50,
-                                       .least = 40,
-                                       .most = 63,
+                                       .min = 40,
+                                       .max = 63,
                                        .step = 5,
                                        .onChange = [&](double value) { chosen.push_back(value); }},
                          {126, 22});

@@ -25,7 +25,7 @@ std::vector<Change> changes() {
   const BarContent bar{.fraction = 0.5, .track = gray, .fill = blue, .cornerRadius = 3};
   const RingContent ring{.fraction = 0.5, .lineWidth = 4, .track = gray, .arc = blue};
   const SegmentedPickerContent picker{{key("1m"), key("5m")}, 0, {}};
-  const SliderContent slider{.value = 5, .most = 10};
+  const SliderContent slider{.value = 5, .max = 10};
   const DayChartContent days{
       .days = {key("1"), key("2")},
       .series = {{.mark = DayChartContent::Mark::bars, .figures = {1, 2}, .color = blue}},
@@ -55,8 +55,8 @@ std::vector<Change> changes() {
       change("choice of a picker", picker, [](auto& to) { to.selected = 1; }),
       {"switch", SwitchContent{false, {}}, SwitchContent{true, {}}},
       change("value of a slider", slider, [](auto& to) { to.value = 7; }),
-      change("lower limit of a slider", slider, [](auto& to) { to.least = -10; }),
-      change("upper limit of a slider", slider, [](auto& to) { to.most = 20; }),
+      change("lower limit of a slider", slider, [](auto& to) { to.min = -10; }),
+      change("upper limit of a slider", slider, [](auto& to) { to.max = 20; }),
   };
 }
 
