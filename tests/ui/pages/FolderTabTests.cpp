@@ -110,7 +110,7 @@ TEST_F(FolderTabTest, returningShowsTheLastResultWithoutAScan) {
   EXPECT_EQ(computer.folders.listings, scans);
   EXPECT_THAT(transcriptOf(again), HasSubstr("(lock.shield):orange Full Disk Access needed / "));
   again.press("Open Privacy Settings");
-  EXPECT_EQ(computer.workspace.opened.size(), 1U);
+  EXPECT_THAT(computer.workspace.panels, ElementsAre(platform::SettingsPanel::fileAccess));
 }
 
 TEST(LargestFileTypes, addsUpByExtension) {

@@ -87,6 +87,9 @@ TEST_F(MetricTabTest, theConnectionShowsWhatIsKnown) {
        {network({.interfaceName = "Ethernet", .ipAddress = "10.0.0.9"}),
         "(cable.connector):accent Ethernet / (number) 10.0.0.9"},
        {network({.interfaceName = "Not connected"}), "(wifi.slash):accent Not connected"}});
+  env->network->current.set(nameless);
+  tab<NetworkTab>().press("Allow location for Wi-Fi name");
+  EXPECT_THAT(computer.workspace.panels, testing::ElementsAre(platform::SettingsPanel::location));
 }
 
 TEST_F(MetricTabTest, networksOfTodayCanBeFiltered) {

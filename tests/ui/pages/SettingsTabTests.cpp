@@ -127,7 +127,7 @@ TEST_F(SettingsTabTest, alertRowsFollowThePermission) {
                                 "alerts. <Open System Settings>\n"));
   EXPECT_THAT(denied, Not(HasSubstr("CPU high usage")));
   tab.press("Open System Settings");
-  EXPECT_EQ(computer.workspace.opened.size(), 1U);
+  EXPECT_THAT(computer.workspace.panels, testing::ElementsAre(platform::SettingsPanel::notifications));
 
   EXPECT_THAT(become(NotificationAuthorization::notDetermined),
               HasSubstr("Kestrune needs permission to send notifications. <Allow Notifications>"));
