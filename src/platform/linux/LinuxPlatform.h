@@ -39,8 +39,8 @@ class LinuxPlatform {
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  // The parts that belong to the desktop are supplied by the caller. `historyFolder` replaces the files on the
-  // disk.
+  // The parts that belong to the desktop are supplied by the caller. `historyFolder` replaces the files on
+  // the disk.
   Platform platform(UserNotifications& notifications, Workspace& workspace,
                     HistoryFolder* historyFolder = nullptr);
   // The waker for the main loop.

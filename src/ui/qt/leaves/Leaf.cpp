@@ -10,7 +10,8 @@ Leaf::Leaf(Theme& theme, QWidget* parent, QAccessible::Role role)
     : QWidget(parent), theme_(theme), role_(role) {}
 
 LeafMetrics Leaf::measure(Proposal proposal) {
-  return {{proposal.width.value_or(defaultIdealLength), proposal.height.value_or(defaultIdealLength)}, std::nullopt};
+  return {{proposal.width.value_or(defaultIdealLength), proposal.height.value_or(defaultIdealLength)},
+          std::nullopt};
 }
 
 bool Leaf::isDecoration() const {
