@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,8 +19,15 @@
 // Inspects views as values, and acts on them as a user would, without a window.
 namespace kestrune::test {
 
+// The keys of all texts that were looked at.
+inline std::set<std::string>& shownKeys() {
+  static std::set<std::string> keys;
+  return keys;
+}
+
 // The English text before the catalogue's words for this desktop.
 inline std::string shown(const ui::TextContent& content) {
+  if (content.isKey && !content.string.empty()) shownKeys().insert(content.string);
   if (content.arguments.empty()) return content.string;
   return formatText(content.string, {content.arguments.begin(), content.arguments.end()});
 }

@@ -18,6 +18,8 @@
 //   [on] [50..99/5 80]   a switch, a slider
 //   {*60s|5m}            a picker or a menu with its marked choice
 //   <Reload>             a button
+//   !Sure? … {Do|Don't}  a question
+//   >days.csv            a file to be saved
 //   ?… «…» !off          a tooltip, a name for assistive tools, disabled
 namespace kestrune::test {
 namespace transcript {
@@ -100,6 +102,13 @@ inline std::string choices(const ui::SegmentedPickerContent& picker) {
   return "{" + together(titles, "|") + "}";
 }
 
+inline std::string question(const ui::AlertContent& alert) {
+  Lines titles;
+  for (const auto& choice : alert.choices)
+    titles.push_back((choice.isCancel ? "*" : "") + shown(choice.title));
+  return "!" + shown(alert.title) + " " + shown(alert.message) + " {" + together(titles, "|") + "}";
+}
+
 inline std::string leaf(const ui::View& view, ui::Color color) {
   if (const auto* text = view.as<ui::TextContent>()) return tinted(shown(*text), color);
   if (const auto* symbol = view.as<ui::SymbolContent>()) return tinted("(" + symbol->name + ")", color);
@@ -110,6 +119,9 @@ inline std::string leaf(const ui::View& view, ui::Color color) {
   if (const auto* ring = view.as<ui::RingContent>()) return "o" + number(ring->fraction) + nameOf(ring->arc);
   if (const auto* picker = view.as<ui::SegmentedPickerContent>()) return choices(*picker);
   if (const auto* menu = view.as<ui::MenuContent>()) return choices(menu->items);
+  if (const auto* alert = view.as<ui::AlertContent>()) return question(*alert);
+  if (const auto* file = view.as<ui::FileExportContent>())
+    return ">" + file->fileName + " (" + shown(file->fileKind) + ")";
   if (const auto* toggle = view.as<ui::SwitchContent>()) return toggle->isOn ? "[on]" : "[off]";
   if (const auto* slider = view.as<ui::SliderContent>()) {
     return "[" + number(slider->min) + ".." + number(slider->max) + "/" + number(slider->step) + " " +
@@ -135,9 +147,9 @@ inline Lines childLines(const ui::View& view, ui::Color color) {
   bool isOneLine = view.as<ui::HStackContent>() || view.as<ui::ZStackContent>();
   for (const auto& child : view.children) {
     const Lines more = linesOf(child, color);
+    if (view.as<ui::FirstFitContent>() && !lines.empty()) continue;  // the others show the same
     isOneLine &= more.size() <= 1;
     lines.insert(lines.end(), more.begin(), more.end());
-    if (view.as<ui::FirstFitContent>()) break;  // the others show the same
   }
   if (isOneLine && lines.size() > 1) lines = {together(lines, " ")};
   const bool isPair = view.as<ui::VStackContent>() && lines.size() == 2 &&

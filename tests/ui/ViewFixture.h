@@ -20,6 +20,13 @@ namespace kestrune::test {
 // The running system over a scripted computer, with views that look at it.
 class ViewFixture : public testing::Test {
  public:
+  // Every text that a test looked at must be in the catalogue.
+  void TearDown() override {
+    const Catalogue spanish("es");
+    for (const std::string& key : std::exchange(shownKeys(), {}))
+      EXPECT_TRUE(spanish.text(key).data() != key.data()) << '"' << key << "\" has no translation";
+  }
+
   ScriptedPlatform computer;
   Preferences preferences{computer.preferences};
   NotificationCenter notifications;
@@ -73,6 +80,11 @@ class ViewFixture : public testing::Test {
     std::function<void()> change;
     const char* shown;
   };
+  template <class Snapshot>
+  static std::function<void()> becomes(Published<Snapshot>& figure,
+                                       const std::type_identity_t<Snapshot>& now) {
+    return [&figure, now] { figure.set(now); };
+  }
   template <class Tab>
   void expectStates(const std::vector<State>& states) {
     for (const auto& [change, shown] : states) {
@@ -108,12 +120,12 @@ class ViewFixture : public testing::Test {
 
  private:
   template <class Provider, class Snapshot>
-  void publish(Provider& provider, const std::vector<Snapshot>& samples) {
+  void publish(Provider& provider, const std::type_identity_t<Snapshot>& before, const Snapshot& now) {
     HistoryRing<Snapshot> ring(60);
-    for (const auto& sample : samples)
-      ring.append({computer.clock.now() + static_cast<double>(ring.size()), sample});
+    ring.append({computer.clock.now(), before});
+    ring.append({computer.clock.now() + 1, now});
     provider.history.set(std::move(ring));
-    provider.current.set(samples.back());
+    provider.current.set(now);
   }
   void fill(Published<HistoryRing<double>>& published, const std::vector<double>& values) {
     HistoryRing<double> ring(200);

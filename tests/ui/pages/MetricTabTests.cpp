@@ -4,6 +4,7 @@
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"
 #include "ui/pages/PowerTab.h"
+#include "ui/pages/overview/OverviewTab.h"
 
 namespace kestrune::ui {
 namespace {
@@ -36,15 +37,6 @@ class MetricTabTest : public test::ViewFixture {
       EXPECT_THAT(transcriptOf(tab), HasSubstr(std::string("*") + segment));
     }
   }
-  std::function<void()> memory(const MemorySnapshot& now) {
-    return [this, now] { env->memory->current.set(now); };
-  }
-  std::function<void()> network(const NetworkSnapshot& now) {
-    return [this, now] { env->network->current.set(now); };
-  }
-  std::function<void()> battery(const BatterySnapshot& now) {
-    return [this, now] { env->battery->current.set(now); };
-  }
 };
 
 TEST_F(MetricTabTest, eachRangeShowsItsSamples) {
@@ -64,30 +56,33 @@ TEST_F(MetricTabTest, eachRangeShowsItsSamples) {
 
 TEST_F(MetricTabTest, memoryFollowsItsPressure) {
   using enum MemorySnapshot::MemoryPressure;
-  const MemorySnapshot overfull{.usedBytes = 3ULL << 30U, .totalBytes = 2ULL << 30U, .pressure = critical};
-  expectStates<MemoryTab>({{memory(overfull), "\n=1:red\n(gauge.medium) Pressure ●:red critical"},
-                           {memory(overfull), "Swap Used None"},
-                           {memory(overfull), "Free =0:good -1.0 GB"},
-                           {memory({.usedBytes = 1, .totalBytes = 8}),
+  auto& memory = env->memory->current;
+  const auto overfull =
+      becomes(memory, {.usedBytes = 3ULL << 30U, .totalBytes = 2ULL << 30U, .pressure = critical});
+  expectStates<MemoryTab>({{overfull, "\n=1:red\n(gauge.medium) Pressure ●:red critical"},
+                           {overfull, "Swap Used None"},
+                           {overfull, "Free =0:good -1.0 GB"},
+                           {becomes(memory, {.usedBytes = 1, .totalBytes = 8}),
                             "\n=0.125:primary\n(gauge.medium) Pressure ●:primary nom"}});
 }
 
 TEST_F(MetricTabTest, aVolumeOfNothingIsAnEmptyBar) {
-  expectStates<DiskTab>({{[this] { env->disk->current.set({}); }, "\n=0:accent"}});
+  expectStates<DiskTab>({{becomes(env->disk->current, {}), "\n=0:accent"}});
 }
 
 TEST_F(MetricTabTest, theConnectionShowsWhatIsKnown) {
-  const NetworkSnapshot nameless{.interfaceName = "Wi-Fi", .needsLocation = true};
+  auto& network = env->network->current;
+  const auto nameless = becomes(network, {.interfaceName = "Wi-Fi", .needsLocation = true});
   expectStates<NetworkTab>(
-      {{network(nameless),
+      {{becomes(network, {.interfaceName = "Ethernet", .ipAddress = "10.0.0.9"}),
+        "(cable.connector):accent Ethernet / (number) 10.0.0.9"},
+       {becomes(network, {.interfaceName = "Not connected"}), "(wifi.slash):accent Not connected"},
+       {becomes(network, NetworkSnapshot::empty()), "Detecting…"},
+       {nameless,
         "(wifi):accent Wi-Fi <(location.slash):orange Allow location for Wi-Fi "
         "name:orange> / <(arrow.clockwise) Reload>"},
-       {network(nameless), "No network activity recorded yet today"},
-       {network(nameless), "No active interfaces"},
-       {network({.interfaceName = "Ethernet", .ipAddress = "10.0.0.9"}),
-        "(cable.connector):accent Ethernet / (number) 10.0.0.9"},
-       {network({.interfaceName = "Not connected"}), "(wifi.slash):accent Not connected"}});
-  env->network->current.set(nameless);
+       {nameless, "No network activity recorded yet today"},
+       {nameless, "No active interfaces"}});
   tab<NetworkTab>().press("Allow location for Wi-Fi name");
   EXPECT_THAT(computer.workspace.panels, testing::ElementsAre(platform::SettingsPanel::location));
 }
@@ -127,26 +122,27 @@ TEST_F(MetricTabTest, soundShowsWhatIsSilent) {
 }
 
 TEST_F(MetricTabTest, thePowerFollowsTheCharge) {
+  auto& battery = env->battery->current;
   expectStates<PowerTab>({
-      {battery({.percent = 75}), "(battery.100percent) 75%"},
-      {battery({.percent = 74}), "(battery.75percent) 74%"},
-      {battery({.percent = 50}), "(battery.75percent) 50%"},
-      {battery({.percent = 49}), "(battery.50percent) 49%"},
-      {battery({.percent = 25}), "(battery.50percent) 25%"},
-      {battery({.percent = 24}), "(battery.25percent) 24%"},
-      {battery({.percent = 20}), "(battery.25percent) 20%"},
-      {battery({.percent = 19}), "(battery.25percent):red 19%\n"},
-      {battery({.percent = 5, .isCharging = true}), "(battery.100percent.bolt):good 5%"},
-      {battery({.percent = 99, .isFullyCharged = true}),
+      {becomes(battery, {.percent = 75}), "(battery.100percent) 75%"},
+      {becomes(battery, {.percent = 74}), "(battery.75percent) 74%"},
+      {becomes(battery, {.percent = 50}), "(battery.75percent) 50%"},
+      {becomes(battery, {.percent = 49}), "(battery.50percent) 49%"},
+      {becomes(battery, {.percent = 25}), "(battery.50percent) 25%"},
+      {becomes(battery, {.percent = 24}), "(battery.25percent) 24%"},
+      {becomes(battery, {.percent = 20}), "(battery.25percent) 20%"},
+      {becomes(battery, {.percent = 19}), "(battery.25percent):red 19%\n"},
+      {becomes(battery, {.percent = 5, .isCharging = true}), "(battery.100percent.bolt):good 5%"},
+      {becomes(battery, {.percent = 99, .isFullyCharged = true}),
        "(battery.100percent):good 99%\nFully charged\n=0.99:good"},
-      {battery({.isFullyCharged = true}), "Power Source / Fully Charged"},
-      {battery({.isCharging = true}), "Power Source / Charging"},
-      {battery({.isCharging = true, .voltageMV = 10000, .amperageMa = 2500}), "\nCharging 25.0 W"},
-      {battery({}), "\nCalculating…\n"},
-      {battery({.condition = BatteryCondition::poor}), "Condition Poor:red"},
-      {battery({.condition = BatteryCondition::good}), "Condition Good:good"},
+      {becomes(battery, {.isFullyCharged = true}), "Power Source / Fully Charged"},
+      {becomes(battery, {.isCharging = true}), "Power Source / Charging"},
+      {becomes(battery, {.isCharging = true, .voltageMV = 10000, .amperageMa = 2500}), "\nCharging 25.0 W"},
+      {becomes(battery, {}), "\nCalculating…\n"},
+      {becomes(battery, {.condition = BatteryCondition::poor}), "Condition Poor:red"},
+      {becomes(battery, {.condition = BatteryCondition::good}), "Condition Good:good"},
   });
-  battery({.voltageMV = 12000})();
+  battery.set({.voltageMV = 12000});
   for (const char* absent : {"Draw", "Temp", "Capacity"})
     EXPECT_THAT(page<PowerTab>(), Not(HasSubstr(absent)));
 }
@@ -167,6 +163,81 @@ TEST_F(MetricTabTest, healthIsAChartOnceItMoves) {
   const auto stable = page<PowerTab>();
   EXPECT_THAT(stable, HasSubstr("(checkmark.circle.fill):green Stable at 92% / No measurable change"));
   EXPECT_THAT(stable, Not(HasSubstr("7 days ago")));
+}
+
+using OverviewTabTest = test::ViewFixture;
+
+TEST_F(OverviewTabTest, leadsThroughTheDays) {
+  keepDay(1, test::sampleDay());
+  auto views = tab<OverviewTab>();
+  views.press("(chevron.left)");
+  EXPECT_TRUE(views.hasText("Yesterday"));
+  views.press("(chevron.right)");
+  EXPECT_TRUE(views.hasText("Collecting…"));
+  views.press("(chevron.left)");
+  views.press("Live");
+  EXPECT_TRUE(views.hasText("Collecting…"));
+}
+
+TEST_F(OverviewTabTest, aPastDayCanBeNarrowedToOneNetwork) {
+  keepDay(1, test::sampleDay());
+  auto other = test::sampleDay();
+  other.networkSSIDs = {{"Ethernet", {}}};
+  keepDay(2, other);
+  auto views = tab<OverviewTab>();
+  views.press("(chevron.left)");
+  views.chooseMenuItem("Home");
+  EXPECT_THAT(transcriptOf(views), HasSubstr("{All Networks|---|*Home|Ethernet}"));
+  EXPECT_THAT(transcriptOf(views), HasSubstr("(wifi):accent Home\n(arrow.up) 1 MB / Sent 2 MB"));
+  views.press("(chevron.left)");
+  EXPECT_THAT(transcriptOf(views), HasSubstr("{*All Networks|Ethernet}"));
+  EXPECT_THAT(transcriptOf(views), HasSubstr("(cable.connector):accent Ethernet"));
+  views.press("(chevron.right)");
+  EXPECT_TRUE(views.hasText("Multiple Networks")) << "the choice is forgotten";
+}
+
+TEST_F(OverviewTabTest, cardsFollowTheirFigures) {
+  context();
+  const auto disk = [this](std::uint64_t used) {
+    return becomes(env->disk->current, {.volumeTotalBytes = 100, .volumeUsedBytes = used});
+  };
+  auto& battery = env->battery->current;
+  auto& network = env->network->current;
+  auto& audio = env->audio->current;
+  const auto up = [this](std::int64_t minutes) {
+    const double boot = computer.clock.now().seconds + unixTimeOfReferenceDate;
+    return
+        [this, boot, minutes] { computer.systemFacts.boot = static_cast<std::int64_t>(boot) - minutes * 60; };
+  };
+  const AudioSnapshot::Device muted{.name = "Speaker", .volume = 0.5F, .isMuted = true};
+  expectStates<OverviewTab>({
+      {disk(69), "o0.69:accent"},
+      {disk(70), "o0.7:orange"},
+      {disk(87), "o0.87:orange"},
+      {disk(88), "o0.88:red"},
+      {becomes(env->memory->current, {.pressure = MemorySnapshot::MemoryPressure::critical}),
+       "  ·  critical"},
+      {becomes(battery, {.percent = 19}), "=0.19:red"},
+      {becomes(battery, {.percent = 20}), "=0.2:good"},
+      {becomes(battery, {.isCharging = true}), "(battery.75percent) Battery (bolt.fill):good"},
+      {up(59), "Uptime / 59m"},
+      {up(61), "Uptime\n1h\n1m"},
+      {up(1440), "Uptime\n1d\n0h 0m"},
+      {becomes(network, {.ssid = "Home", .interfaceName = "Wi-Fi"}), "Wi-Fi / Home\n"},
+      {becomes(network, {.interfaceName = "Wi-Fi", .needsLocation = true}),
+       "Wi-Fi / <(location.slash):orange Allow location for Wi-Fi name:orange>"},
+      {becomes(network, {.interfaceName = "Ethernet", .ipAddress = "10.0.0.9"}),
+       "(cable.connector):accent Ethernet / 10.0.0.9"},
+      {becomes(audio, {}),
+       "(speaker.slash.fill):accent OUTPUT / None (mic.fill) INPUT / None (waveform) ACTIVE / No "
+       "audio at this moment."},
+      {becomes(audio, {.defaultOutput = muted}), "(speaker.slash.fill):red OUTPUT / Speaker Muted:red"},
+      {becomes(audio, {.activeProcesses = {{.name = "A"}}}), "ACTIVE / A"},
+      {becomes(audio, {.activeProcesses = {{.name = "A"}, {.name = "B"}, {.name = "C"}}}),
+       "ACTIVE / 3 apps using audio"},
+      {[this] { computer.advance(std::chrono::seconds(8)); }, "Collecting…"},
+      {[this] { computer.advance(std::chrono::seconds(1)); }, "Last 10 s"},
+  });
 }
 
 }  // namespace

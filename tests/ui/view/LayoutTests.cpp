@@ -1,7 +1,9 @@
+#include <limits>
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "ui/view/LayoutTree.h"
+#include "ui/view/RandomViews.h"
 
 namespace kestrune::ui::test {
 namespace {
@@ -35,30 +37,40 @@ View componentOf() {
   return component<C>([] { return std::make_shared<C>(); });
 }
 
+using Frames = std::vector<Rect>;
+
+// Of the children, in a root of that size.
+Frames frames(double width, double height, const View& view) {
+  return LayoutTree(view).placed(width, height).childFrames();
+}
+
 TEST(Stack, givesFlexibleChildrenWhatRigidOnesLeave) {
-  LayoutTree tree(row(10, views(chart(), text("abcd"), chart(), symbol("s"))));
-  EXPECT_THAT(tree.placed(200, 40).childFrames(), ElementsAre(Rect{0, 0, 55, 40}, Rect{65, 12, 40, 16},
-                                                              Rect{115, 0, 55, 40}, Rect{180, 10, 20, 20}));
-  LayoutTree wide(row(0, views(chart(), chart().width(80))));
-  EXPECT_THAT(wide.placed(100, 10).childFrames(), ElementsAre(Rect{0, 0, 20, 10}, Rect{20, 0, 80, 10}));
+  EXPECT_EQ(frames(200, 40, row(10, views(chart(), text("abcd"), chart(), symbol("s")))),
+            (Frames{{0, 0, 55, 40}, {65, 12, 40, 16}, {115, 0, 55, 40}, {180, 10, 20, 20}}));
+  EXPECT_EQ(frames(100, 10, row(0, views(chart(), chart().width(80)))),
+            (Frames{{0, 0, 20, 10}, {20, 0, 80, 10}}));
+  EXPECT_EQ(frames(30, 20, row(0, views(symbol("a"), symbol("b"), chart()))),
+            (Frames{{0, 0, 20, 20}, {20, 0, 20, 20}, {40, 0, 0, 20}}))
+      << "overflows";
+  const View larger = chart().frame(between(200, unlimited), {});
+  EXPECT_EQ(frames(300, 10, row(0, views(chart(), larger))), (Frames{{0, 0, 100, 10}, {100, 0, 200, 10}}))
+      << "the larger is served first";
 }
 
 TEST(Stack, givesSpacersOnlyWhatNothingElseWants) {
-  LayoutTree tree(row(0, views(text("abcdefghijkl"), spacer(), text("abc"))));
-  EXPECT_THAT(tree.placed(170, 16).childFrames(),
-              ElementsAre(Rect{0, 0, 120, 16}, Rect{120, 8, 20, 0}, Rect{140, 0, 30, 16}));
+  const View words = row(0, views(text("abcdefghijkl"), spacer(), text("abc")));
+  EXPECT_EQ(frames(170, 16, words), (Frames{{0, 0, 120, 16}, {120, 8, 20, 0}, {140, 0, 30, 16}}));
   // In too narrow a row the spacer keeps its minimum and the text wraps.
-  EXPECT_THAT(tree.placed(110, 32).childFrames(),
-              ElementsAre(Rect{0, 0, 70, 32}, Rect{70, 16, 10, 0}, Rect{80, 8, 30, 16}));
-
-  LayoutTree two(row(5, views(spacer(0), symbol("s"), spacer(30))));
-  EXPECT_THAT(two.placed(100, 20).childFrames(),
-              ElementsAre(Rect{0, 10, 35, 0}, Rect{40, 0, 20, 20}, Rect{65, 10, 35, 0}));
+  EXPECT_EQ(frames(110, 32, words), (Frames{{0, 0, 70, 32}, {70, 16, 10, 0}, {80, 8, 30, 16}}));
+  EXPECT_EQ(frames(100, 20, row(5, views(spacer(0), symbol("s"), spacer(30)))),
+            (Frames{{0, 10, 35, 0}, {40, 0, 20, 20}, {65, 10, 35, 0}}));
 }
 
-TEST(Stack, servesTheLargerOfTwoFlexibleChildrenFirst) {
-  LayoutTree tree(row(0, views(chart(), chart().frame(between(200, unlimited), {}))));
-  EXPECT_THAT(tree.placed(300, 10).childFrames(), ElementsAre(Rect{0, 0, 100, 10}, Rect{100, 0, 200, 10}));
+TEST(Grid, hasEvenColumnsAndRowsAsTallAsTheirTallestCell) {
+  EXPECT_EQ(frames(170, 62,
+                   columns(3, 10, views(symbol("a"), text("abcdefgh"), chart(), chart(), symbol("b")),
+                           {1, 1, 1, 2})),
+            (Frames{{0, 0, 20, 20}, {60, 0, 50, 32}, {120, 0, 50, 32}, {0, 42, 110, 20}, {120, 42, 20, 20}}));
 }
 
 TEST(Stack, canMakeItsChildrenEvenlyTall) {
@@ -74,20 +86,12 @@ TEST(Stack, leavesNoSpaceForEmptyViews) {
   const auto hidden = [](View view) {
     return column(10, views(text("a"), std::move(view), View{}, text("b")));
   };
-  LayoutTree tree(hidden({}));
-  EXPECT_EQ(tree.node().measure({}), (Size{10, 42}));
-  tree.show(hidden(componentOf<Nothing>()));
+  EXPECT_EQ(LayoutTree(hidden({})).node().measure({}), (Size{10, 42}));
+  LayoutTree tree(hidden(componentOf<Nothing>()));
   EXPECT_EQ(tree.node().measure({}), (Size{10, 42}));
   EXPECT_EQ(tree.placed(10, 42).at(1).frame(), (Rect{0, 0, 0, 0}));
-  tree.show(hidden(componentOf<Word>()));
-  EXPECT_EQ(tree.node().measure({}), (Size{40, 68}));
+  EXPECT_EQ(LayoutTree(hidden(componentOf<Word>())).node().measure({}), (Size{40, 68}));
   EXPECT_EQ(LayoutTree(column(10, {})).node().measure({100, 100}), Size{});
-}
-
-TEST(Stack, overflowsWhenItsChildrenNeedMore) {
-  LayoutTree tree(row(0, views(symbol("a"), symbol("b"), chart())));
-  EXPECT_THAT(tree.placed(30, 20).childFrames(),
-              ElementsAre(Rect{0, 0, 20, 20}, Rect{20, 0, 20, 20}, Rect{40, 0, 0, 20}));
 }
 
 TEST(Stack, alignsFirstBaselines) {
@@ -214,19 +218,11 @@ TEST(Alignment, placesTheFirstChild) {
 TEST(Grid, fillsAsManyColumnsAsFit) {
   LayoutTree tree(adaptiveGrid(40, 10, views(text("abcdefgh"), symbol("a"), symbol("b"), chart())));
   // Two columns of 45: the first text needs two lines.
-  EXPECT_THAT(tree.placed(100, 62).childFrames(), ElementsAre(Rect{0, 0, 40, 32}, Rect{55, 0, 20, 20},
-                                                              Rect{0, 42, 20, 20}, Rect{55, 42, 45, 10}));
+  EXPECT_EQ(tree.placed(100, 62).childFrames(),
+            (Frames{{0, 0, 40, 32}, {55, 0, 20, 20}, {0, 42, 20, 20}, {55, 42, 45, 10}}));
   EXPECT_EQ(tree.node().measure({139, std::nullopt}), (Size{139, 62}));
   EXPECT_EQ(tree.node().measure({140, std::nullopt}), (Size{140, 32 + 10 + 10}));  // three columns
   EXPECT_EQ(LayoutTree(adaptiveGrid(0, 0, {})).node().measure({100, 100}), (Size{100, 0}));
-}
-
-TEST(Grid, hasEvenColumnsAndRowsAsTallAsTheirTallestCell) {
-  LayoutTree tree(
-      columns(3, 10, views(symbol("a"), text("abcdefgh"), chart(), chart(), symbol("b")), {1, 1, 1, 2}));
-  EXPECT_THAT(tree.placed(170, 62).childFrames(),
-              ElementsAre(Rect{0, 0, 20, 20}, Rect{60, 0, 50, 32}, Rect{120, 0, 50, 32},  //
-                          Rect{0, 42, 110, 20}, Rect{120, 42, 20, 20}));
 }
 
 TEST(FirstFit, showsTheFirstArrangementThatIsNotTooWide) {
@@ -245,9 +241,8 @@ TEST(FirstFit, showsTheFirstArrangementThatIsNotTooWide) {
 }
 
 TEST(Placing, roundsEdgesSoThatNeighboursMeet) {
-  LayoutTree tree(row(0, views(chart(), chart(), chart())));
-  EXPECT_THAT(tree.placed(100, 9.6).childFrames(),
-              ElementsAre(Rect{0, 0, 33, 10}, Rect{33, 0, 34, 10}, Rect{67, 0, 33, 10}));
+  EXPECT_EQ(frames(100, 9.6, row(0, views(chart(), chart(), chart()))),
+            (Frames{{0, 0, 33, 10}, {33, 0, 34, 10}, {67, 0, 33, 10}}));
   // A width in whole pixels survives at any position.
   for (int eighths = -16; eighths < 16; ++eighths) {
     const double offset = eighths / 8.0;
@@ -305,28 +300,18 @@ View nest(int levels) {
 
 TEST(Memory, keepsDeepTreesFromBeingMeasuredRepeatedly) {
   int measurements = 0;
-  LayoutTree shallow(nest(6), &measurements);
-  shallow.placed(800, 600);
-  const int forSix = std::exchange(measurements, 0);
-  LayoutTree deep(nest(12), &measurements);
-  deep.placed(800, 600);
-  const int forTwelve = measurements;
-  EXPECT_LT(forTwelve, 13 * 8);  // 13 texts
-  EXPECT_LT(forTwelve, 3 * forSix);
+  LayoutTree(nest(12), &measurements).placed(800, 600);
+  EXPECT_LT(measurements, 13 * 8);  // 13 texts
 }
 
 TEST(Memory, measuresAgainOnlyWhatChanged) {
-  const auto table = [](const std::string& last) {
-    std::vector<View> rows(300, row(2, views(text("name"), spacer(), text("12"))));
-    rows.back().children.back() = text(last);
-    return column(2, std::move(rows));
-  };
   int measurements = 0;
-  LayoutTree tree(table("12"), &measurements);
+  const std::vector<View> rows(300, row(2, views(text("name"), spacer(), text("12"))));
+  LayoutTree tree(column(2, rows), &measurements);
   tree.placed(400, 6000);
   EXPECT_GE(std::exchange(measurements, 0), 600);
 
-  tree.show(table("1234"));
+  tree.at(299).at(2).changeText("1234");
   EXPECT_TRUE(tree.node().needsLayout());
   EXPECT_TRUE(tree.at(299).node().needsLayout());
   EXPECT_FALSE(tree.at(298).node().needsLayout());
@@ -335,6 +320,58 @@ TEST(Memory, measuresAgainOnlyWhatChanged) {
   EXPECT_EQ(tree.at(299).at(2).frame().width, 40);
   EXPECT_GE(measurements, 1);
   EXPECT_LE(measurements, 8);
+}
+
+std::optional<double> offer(RandomViews& random) {
+  static const double odd[] = {-5, unlimited, -unlimited, std::numeric_limits<double>::quiet_NaN()};
+  const int kind = random.below(4);
+  if (kind == 0) return std::nullopt;
+  return kind == 1 ? odd[random.below(4)] : random.length();
+}
+
+void expectSoundFrames(const LayoutTree& tree) {
+  for (const Rect& frame : tree.allFrames()) {
+    for (const double value : {frame.x, frame.y, frame.width, frame.height}) {
+      ASSERT_TRUE(std::isfinite(value) && value == std::floor(value)) << testing::PrintToString(frame);
+    }
+    ASSERT_GE(frame.width, 0);
+    ASSERT_GE(frame.height, 0);
+  }
+}
+
+void expectNoOverlapInStacks(const LayoutTree& tree) {
+  const bool isRow = tree.view().as<HStackContent>() != nullptr;
+  if (isRow || tree.view().as<VStackContent>() != nullptr) {
+    double end = -unlimited;
+    for (const auto& child : tree.children()) {
+      if (child->view().isEmpty()) continue;
+      const Rect& frame = child->frame();
+      ASSERT_GE(isRow ? frame.x : frame.y, end);
+      end = isRow ? frame.x + frame.width : frame.y + frame.height;
+    }
+  }
+  for (const auto& child : tree.children()) expectNoOverlapInStacks(*child);
+}
+
+TEST(AnyTree, isArrangedSoundlyAtAnyOffer) {
+  for (unsigned seed = 0; seed < 400; ++seed) {
+    SCOPED_TRACE(seed);
+    RandomViews random(seed, {0, 0.5, 10, 33.3, 100, 640, 5000.25});
+    LayoutTree tree(random.any(6));
+    for (int round = 0; round < 6; ++round) {
+      const Proposal proposal{offer(random), offer(random)};
+      const Size size = tree.node().measure(proposal);
+      ASSERT_GE(size.width, 0);
+      ASSERT_GE(size.height, 0);
+      tree.node().place({offer(random).value_or(0), 0, offer(random).value_or(1), random.length()}, proposal);
+      expectSoundFrames(tree);
+      expectNoOverlapInStacks(tree);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+    const auto before = tree.placed(640, 480).allFrames();
+    tree.placed(123, 45);
+    ASSERT_EQ(tree.placed(640, 480).allFrames(), before);
+  }
 }
 
 }  // namespace

@@ -17,36 +17,22 @@ namespace kestrune::ui::test {
 // baseline at 12; symbols are 20 by 20. Components are evaluated once.
 class LayoutTree {
  public:
-  explicit LayoutTree(const View& view, int* measurements = nullptr) : counter_(measurements) {
-    const bool measures = view.as<TextContent>() != nullptr || view.as<SymbolContent>() != nullptr;
+  explicit LayoutTree(View view, int* measurements = nullptr)
+      : counter_(measurements), view_(std::move(view)) {
+    if (const auto* component = view_.as<ComponentContent>()) view_.children = {component->make()->body()};
+    const bool measures = view_.as<TextContent>() != nullptr || view_.as<SymbolContent>() != nullptr;
     if (measures) node_.setMeasure([this](Proposal proposal) { return measured(proposal); });
-    show(view);
+    node_.setContent(view_.content);
+    std::vector<LayoutNode*> nodes;
+    for (const View& child : view_.children)
+      nodes.push_back(&children_.emplace_back(std::make_unique<LayoutTree>(child, counter_))->node_);
+    if (view_.as<ScrollContent>() == nullptr && view_.as<SplitContent>() == nullptr)
+      node_.setChildren(std::move(nodes));
   }
 
-  // Keeps the nodes of children that stay of the same kind.
-  void show(const View& view) {
-    view_ = view;
-    if (view_.as<ComponentContent>() != nullptr)
-      view_.children = {view_.as<ComponentContent>()->make()->body()};
-    node_.setContent(view_.content);
-    const auto* text = view_.as<TextContent>();
-    const std::size_t letters = text != nullptr ? text->string.size() : 0;
-    if (letters != std::exchange(letters_, letters)) node_.invalidate();
-    for (std::size_t i = 0; i < view_.children.size(); ++i) {
-      const View& next = view_.children[i];
-      if (i < children_.size() && sameKind(children_[i]->view_, next)) {
-        children_[i]->show(next);
-      } else {
-        children_.resize(i);
-        children_.push_back(std::make_unique<LayoutTree>(next, counter_));
-      }
-    }
-    children_.resize(view_.children.size());
-    if (view_.as<ScrollContent>() != nullptr || view_.as<SplitContent>() != nullptr) return;
-    std::vector<LayoutNode*> nodes;
-    nodes.reserve(children_.size());
-    for (const auto& child : children_) nodes.push_back(&child->node_);
-    node_.setChildren(std::move(nodes));
+  void changeText(const std::string& string) {
+    view_ = text(string);
+    node_.invalidate();
   }
 
   LayoutNode& node() { return node_; }
@@ -80,7 +66,7 @@ class LayoutTree {
   LeafMetrics measured(Proposal proposal) const {
     if (counter_ != nullptr) ++*counter_;
     if (view_.as<SymbolContent>() != nullptr) return {{20, 20}, {}};
-    const auto letters = static_cast<double>(letters_);
+    const auto letters = static_cast<double>(view_.as<TextContent>()->string.size());
     const double columns = std::max(1.0, std::floor(proposal.width.value_or(unlimited) / 10));
     return {{std::min(letters, columns) * 10, std::max(1.0, std::ceil(letters / columns)) * 16}, 12};
   }
@@ -88,7 +74,6 @@ class LayoutTree {
   int* counter_;
   View view_;
   LayoutNode node_;
-  std::size_t letters_ = 0;
   std::vector<std::unique_ptr<LayoutTree>> children_;
 };
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "ui/ViewFixture.h"
+#include "ui/window/AboutText.h"
 #include "ui/window/Sidebar.h"
 
 namespace kestrune::ui {
@@ -72,6 +73,15 @@ TEST_F(MainWindowTest, everyTabHasItsRowItsKeyAndItsPage) {
   window.update();
   EXPECT_THAT(markedRows(), IsEmpty());
   EXPECT_EQ(view().windowTitle(), "Kestrune");
+}
+
+// Each test checks the texts of the views that it looks at; these stand elsewhere.
+TEST_F(MainWindowTest, textsOutsideTheWindowAreInTheCatalogue) {
+  for (const MainTabEntry& tab : mainTabs) test::shown(key(std::string(tab.title)));
+  for (const char* menu : {"File", "Go", "Help", "Close Window", "About Kestrune", "Quit Kestrune"})
+    test::shown(key(menu));
+  test::shown(key(std::string(aboutText)));
+  EXPECT_EQ(test::shownKeys().size(), mainTabs.size() + 7);
 }
 
 TEST_F(MainWindowTest, notificationsSwitchTabs) {

@@ -74,7 +74,7 @@ TEST_F(MenuBarPopoverTest, theLabelShowsTheSlowerLoad) {
   EXPECT_EQ(MenuBarLabel{*env->cpu}.load(formats), "34%");
 }
 
-TEST(AudioSummary, namesWhatPlaysElseTheVolume) {
+TEST_F(MenuBarPopoverTest, soundNamesWhatPlaysElseTheVolume) {
   AudioSnapshot audio;
   audio.activeProcesses = {{.id = "a", .name = "Player"}};
   EXPECT_EQ(test::shown(audioSummary(audio)), "—");

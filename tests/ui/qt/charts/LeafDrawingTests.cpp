@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ui/qt/LeafSupport.h"
+#include "ui/qt/charts/DayChartLeaf.h"
 
 namespace kestrune::ui::qt {
 namespace {
@@ -153,17 +154,32 @@ TEST(LeafBar, easesToAnotherFractionIfThatIsSeen) {
   EXPECT_EQ(filled(), 10);
 }
 
-TEST(LeafSwitch, slidesIfThatIsSeen) {
+TEST(LeafSwitch, slidesIfThatIsSeenAndReportsOnlyTheUser) {
   LeafStage stage;
+  std::vector<bool> chosen;
+  const auto choose = [&](bool isOn) { chosen.push_back(isOn); };
   AnimationDriver& driver = stage.theme.animations();
   stage.showWindow();
-  Leaf& leaf = stage.put(SwitchContent{true, {}}, {34, 20});
+  Leaf& leaf = stage.put(SwitchContent{true, choose}, {34, 20});
   EXPECT_FALSE(driver.isRunning());
-  leaf.show(SwitchContent{false, {}}, {});
+  leaf.show(SwitchContent{false, choose}, {});
   driver.advance(AnimationDriver::now() + 0.1);
   EXPECT_TRUE(driver.isRunning());
   driver.advance(AnimationDriver::now() + 0.15);
   EXPECT_FALSE(driver.isRunning());
+  QTest::mouseClick(&leaf, Qt::LeftButton);
+  EXPECT_EQ(chosen, std::vector{true});
+}
+
+TEST(DayChart, scalesEndAboveAtRoundFigures) {
+  EXPECT_EQ(roundScale(0, 1), (Heights{0, 1}));
+  EXPECT_EQ(roundScale(100, 1), (Heights{0, 50, 100}));
+  EXPECT_EQ(roundScale(101, 1), (Heights{0, 50, 100, 150}));
+  for (const double highest : {1e-9, 3.0, 39.0, 1024.0, 2.5e12}) {
+    const auto scale = roundScale(highest, 0.1);
+    EXPECT_GE(scale.back(), highest * (1 - 1e-9));
+    EXPECT_LE(scale.size(), 6U) << highest;
+  }
 }
 
 TEST(LeafChart, describesThePointUnderThePointer) {

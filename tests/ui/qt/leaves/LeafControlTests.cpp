@@ -219,22 +219,28 @@ TEST(LeafPicker, narrowsItsSegmentsDownToALimit) {
   EXPECT_TRUE(leaf.show(SegmentedPickerContent{{key("a longer label")}, 0, {}}, {}));
 }
 
-TEST(LeafSlider, followsADragInSteps) {
+TEST(LeafSlider, movesInStepsWithinItsLimits) {
+  installLeafAccessibility();
   LeafStage stage;
   stage.showWindow();
   std::vector<double> chosen;
-  Leaf& leaf = stage.put(SliderContent{.value = 50,
-                                       .min = 40,
-                                       .max = 63,
-                                       .step = 5,
-                                       .onChange = [&](double value) { chosen.push_back(value); }},
-                         {126, 22});
+  SliderContent content{50, 40, 63, 5, [&](double value) { chosen.push_back(value); }};
+  Leaf& leaf = stage.put(content, {126, 22});
   hover(leaf, {118, 11});
   QTest::mousePress(stage.window.windowHandle(), Qt::LeftButton, {}, {8, 11});
   for (const int x : {21, 23, 62, 118, 500, -500}) hover(leaf, {x, 11});
   QTest::mouseRelease(stage.window.windowHandle(), Qt::LeftButton, {}, {8, 11});
   hover(leaf, {118, 11});
   EXPECT_EQ(chosen, (std::vector<double>{40, 45, 50, 60, 40}));
+
+  content.value = 52;
+  leaf.show(content, {});
+  for (const auto key : {Qt::Key_Right, Qt::Key_End, Qt::Key_Right, Qt::Key_Left})
+    QTest::keyClick(&leaf, key);
+  QAccessibleValueInterface* value = QAccessible::queryAccessibleInterface(&leaf)->valueInterface();
+  EXPECT_EQ(value->maximumValue().toDouble(), 60);
+  value->setCurrentValue(46);
+  EXPECT_EQ(chosen, (std::vector<double>{40, 45, 50, 60, 40, 55, 60, 55, 45}));
 }
 
 }  // namespace

@@ -45,9 +45,8 @@ TEST(LeafColors, areReadableUnderAnyPalette) {
   EXPECT_TRUE(colorSchemeFor(palettes[3]).isDark);
 }
 
-TEST(LeafTheme, followsPaletteAndFont) {
+TEST(LeafTheme, followsThePalette) {
   const QPalette before = QGuiApplication::palette();
-  const QFont font = QGuiApplication::font();
   const Catalogue catalogue{};
   Theme theme(catalogue);
   const unsigned generation = theme.generation();
@@ -58,12 +57,6 @@ TEST(LeafTheme, followsPaletteAndFont) {
   EXPECT_NE(theme.generation(), generation);
   EXPECT_TRUE(theme.isDark());
   QApplication::setPalette(before);
-  const QFont other(QStringLiteral("Monospace"));
-  QApplication::setFont(other);
-  EXPECT_TRUE(theme.refresh());
-  EXPECT_EQ(theme.font({13}).family(), other.family());
-  QApplication::setFont(font);
-  EXPECT_TRUE(theme.refresh());
 }
 
 TEST(LeafTheme, drawsEverySymbolOfTheTable) {
