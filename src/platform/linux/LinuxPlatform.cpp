@@ -1,6 +1,5 @@
 #include "platform/linux/LinuxPlatform.h"
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 

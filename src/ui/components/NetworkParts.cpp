@@ -1,7 +1,5 @@
 #include "ui/components/NetworkParts.h"
 
-#include <cmath>
-
 #include "ui/view/ViewList.h"
 
 namespace kestrune::ui {

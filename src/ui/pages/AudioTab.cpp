@@ -1,6 +1,5 @@
 #include "ui/pages/AudioTab.h"
 
-#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QWindow>
 
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <variant>
 
 #include "ui/view/Content.h"

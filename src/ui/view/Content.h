@@ -33,12 +33,6 @@ struct SymbolContent {
   friend bool operator==(const SymbolContent&, const SymbolContent&) = default;
 };
 
-// A picture from the resources, stretched over its frame and drawn in the foreground colour.
-struct ImageContent {
-  std::string name;
-  friend bool operator==(const ImageContent&, const ImageContent&) = default;
-};
-
 // An application's icon: a name in the desktop's icon theme, or the path of a picture. If there is none, the
 // fallback symbol is shown, as large as the current font.
 struct IconContent {
@@ -279,11 +273,11 @@ struct ComponentContent {
 };
 
 using Content =
-    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, IconContent, SpacerContent,
-                 DividerContent, LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent,
-                 MenuContent, SegmentedPickerContent, SwitchContent, SliderContent, AlertContent,
-                 FileExportContent, HStackContent, VStackContent, ZStackContent, AdaptiveGridContent,
-                 ColumnsContent, FirstFitContent, PaddingContent, FrameContent, BackgroundContent,
-                 ScrollContent, RowsContent, SplitContent, ComponentContent>;
+    std::variant<std::monostate, TextContent, SymbolContent, IconContent, SpacerContent, DividerContent,
+                 LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent, MenuContent,
+                 SegmentedPickerContent, SwitchContent, SliderContent, AlertContent, FileExportContent,
+                 HStackContent, VStackContent, ZStackContent, AdaptiveGridContent, ColumnsContent,
+                 FirstFitContent, PaddingContent, FrameContent, BackgroundContent, ScrollContent, RowsContent,
+                 SplitContent, ComponentContent>;
 
 }  // namespace kestrune::ui

@@ -1,7 +1,6 @@
 #include "ui/view/StackShares.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace kestrune::ui {
 namespace {

@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <type_traits>
 #include <typeindex>
 #include <utility>
 #include <vector>
@@ -107,7 +106,7 @@ struct View {
 // The view's traits; defaults if it has none of its own.
 const Traits& traitsOf(const View& view);
 
-// ---- making views
+// -- Making views
 
 TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
@@ -116,7 +115,6 @@ TextContent keyWith(std::string text, std::vector<std::string> arguments);
 View text(std::string key, std::vector<std::string> arguments = {});
 View verbatim(std::string data);
 View symbol(std::string name);
-View image(std::string name);
 View icon(std::string name, std::string fallbackSymbol);
 View spacer(double minLength = 8);
 View divider();

@@ -1,7 +1,6 @@
 #include "platform/linux/network/NetworkNameTools.h"
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "platform/linux/files/Files.h"

@@ -1,7 +1,5 @@
 #include "platform/linux/processor/CpuList.h"
 
-#include <algorithm>
-
 #include "platform/linux/files/FieldScanner.h"
 #include "platform/linux/files/Text.h"
 

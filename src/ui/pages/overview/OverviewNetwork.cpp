@@ -46,7 +46,7 @@ View traffic(View sent, View received) {
   return hstack(innerSpacing, centered, views(std::move(sent).minWidth(75), spacer(), std::move(received)));
 }
 
-// ---- now
+// -- Now
 
 View liveConnectionDetail(const ViewContext& context) {
   const NetworkSnapshot& now = *context.env.network->current;
@@ -91,7 +91,7 @@ View throughput(const ViewContext& context) {
                                                      tinyLegend("Down", ColorRole::accent)))));
 }
 
-// ---- a past day
+// -- A past day
 
 View filterMenu(const SSIDTraffic& networks, Published<std::optional<std::string>>& selection) {
   const auto& selected = selection.get();

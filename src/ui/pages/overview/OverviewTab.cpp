@@ -64,7 +64,7 @@ void OverviewTab::forgetFilterOnAnotherDay() {
   if (std::exchange(shownDate_, date) != date) selectedOverviewSSID.set(std::nullopt);
 }
 
-// ---- the date
+// -- The date
 
 std::string OverviewTab::dateLabel() const {
   const auto& date = env().selectedDate.get();
@@ -113,7 +113,7 @@ View OverviewTab::emptyState() const {
       .padding({.top = 60, .leading = 0, .bottom = 0, .trailing = 0});
 }
 
-// ---- the first row
+// -- The first row
 
 View OverviewTab::cpuCard() const {
   const auto& history = env().cpu->history.get();
@@ -192,7 +192,7 @@ View OverviewTab::networkCard() {
   return record_ ? pastNetworkCard(*record_, selectedOverviewSSID) : liveNetworkCard(context_);
 }
 
-// ---- below the grid
+// -- Below the grid
 
 View OverviewTab::audioSection() const {
   if (record_) {

@@ -49,25 +49,6 @@ void SymbolLeaf::paint(QPainter& painter) {
   painter.drawPixmap(QPointF(aligned((width() - side) / 2), aligned((height() - side) / 2)), picture);
 }
 
-ImageLeaf::ImageLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
-
-bool ImageLeaf::show(const Content& content, const LeafStyle& style) {
-  adopt(style);
-  const auto& next = std::get<ImageContent>(content);
-  if (next == content_) return false;
-  content_ = next;
-  update();
-  return false;
-}
-
-void ImageLeaf::paint(QPainter& painter) {
-  const QPixmap picture =
-      theme().image(content_.name, width(), height(), theme().color(style().foreground), devicePixelRatioF());
-  if (picture.isNull()) return;
-  painter.setOpacity(style().opacity);
-  painter.drawPixmap(QPointF(0, 0), picture);
-}
-
 DividerLeaf::DividerLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Separator) {}
 
 bool DividerLeaf::show(const Content&, const LeafStyle& style) {

@@ -19,20 +19,6 @@ class SymbolLeaf final : public Leaf {
   SymbolContent content_;
 };
 
-// A picture stretched over the leaf.
-class ImageLeaf final : public Leaf {
- public:
-  ImageLeaf(Theme& theme, QWidget* parent);
-
-  bool show(const Content& content, const LeafStyle& style) override;
-
- protected:
-  void paint(QPainter& painter) override;
-
- private:
-  ImageContent content_;
-};
-
 // A line one device pixel thick along its longer side.
 class DividerLeaf final : public Leaf {
  public:

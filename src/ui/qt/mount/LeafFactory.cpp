@@ -20,7 +20,6 @@ struct Maker {
 
   Leaf* operator()(const TextContent&) const { return new TextLeaf(theme, parent); }
   Leaf* operator()(const SymbolContent&) const { return new SymbolLeaf(theme, parent); }
-  Leaf* operator()(const ImageContent&) const { return new ImageLeaf(theme, parent); }
   Leaf* operator()(const IconContent&) const { return new IconLeaf(theme, parent); }
   Leaf* operator()(const SwitchContent&) const { return new SwitchLeaf(theme, parent); }
   Leaf* operator()(const SliderContent&) const { return new SliderLeaf(theme, parent); }

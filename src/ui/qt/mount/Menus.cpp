@@ -1,7 +1,6 @@
 #include "ui/qt/mount/Menus.h"
 
 #include <algorithm>
-#include <utility>
 
 #include <QIcon>
 

@@ -1,7 +1,5 @@
 #include "ui/qt/mount/MountedView.h"
 
-#include <algorithm>
-
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/mount/Dialogs.h"
 #include "ui/qt/mount/LeafFactory.h"

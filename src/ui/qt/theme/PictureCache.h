@@ -6,8 +6,6 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <QSize>
-#include <QString>
 
 namespace kestrune::ui::qt {
 
