@@ -5,8 +5,8 @@
 
 #include "platform/linux/files/Files.h"
 #include "platform/linux/processes/ProcessFiles.h"
+#include "platform/linux/program/LinuxProcessEnvironment.h"
 #include "platform/linux/program/ThreadPriority.h"
-#include "platform/linux/program/UserFolders.h"
 
 namespace kestrune::platform {
 namespace {

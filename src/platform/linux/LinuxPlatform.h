@@ -9,7 +9,6 @@
 #include "platform/linux/audio/LinuxAudioService.h"
 #include "platform/linux/folders/LinuxFolders.h"
 #include "platform/linux/memory/LinuxMemory.h"
-#include "platform/linux/network/LinuxLocationPermission.h"
 #include "platform/linux/network/LinuxNetworkInterfaces.h"
 #include "platform/linux/network/LinuxWiFi.h"
 #include "platform/linux/power/LinuxPowerSources.h"
@@ -39,8 +38,8 @@ class LinuxPlatform {
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  // The parts that belong to the desktop are supplied by the caller. `historyFolder` replaces the files on the
-  // disk.
+  // The parts that belong to the desktop are supplied by the caller. `historyFolder` replaces the files on
+  // the disk.
   Platform platform(UserNotifications& notifications, Workspace& workspace,
                     HistoryFolder* historyFolder = nullptr);
   // The waker for the main loop.

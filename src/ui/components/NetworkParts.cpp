@@ -1,6 +1,6 @@
 #include "ui/components/NetworkParts.h"
 
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 

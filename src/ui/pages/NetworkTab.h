@@ -7,7 +7,7 @@
 
 #include "history/DailySummary.h"
 #include "runtime/Published.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 #include "ui/components/ViewContext.h"
 #include "ui/view/View.h"
 

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/view/Alignment.h"
-#include "ui/view/StackShares.h"
+#include "ui/view/Stacks.h"
 
 namespace kestrune::ui {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "ui/view/Axis.h"
 #include "ui/view/Children.h"
+#include "ui/view/Layout.h"
 
 namespace kestrune::ui {
 

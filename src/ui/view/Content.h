@@ -9,11 +9,25 @@
 #include <variant>
 #include <vector>
 
-#include "ui/view/Component.h"
 #include "ui/view/Style.h"
 
 // What a view can be: one plain value for each kind of view.
 namespace kestrune::ui {
+
+struct View;
+
+// A part of the interface with state of its own: created when it appears on screen, destroyed when it leaves.
+// Its body is evaluated again when a published property that the last evaluation read has changed; the views
+// around it are not.
+class Component {
+ public:
+  Component() = default;
+  virtual ~Component() = default;
+  Component(const Component&) = delete;
+  Component& operator=(const Component&) = delete;
+
+  virtual View body() = 0;
+};
 
 struct View;
 

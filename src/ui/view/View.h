@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "ui/view/Component.h"
 #include "ui/view/Content.h"
 #include "ui/view/Style.h"
 
@@ -145,6 +144,16 @@ View component(std::function<std::shared_ptr<C>()> make, std::function<void(C&)>
     content.update = [update = std::move(update)](Component& made) { update(static_cast<C&>(made)); };
   }
   return View(std::move(content));
+}
+
+// The children of a stack, each moved into place (an initializer list would copy them). Takes anything that
+// converts to a view.
+template <class... Each>
+std::vector<View> views(Each&&... each) {
+  std::vector<View> list;
+  list.reserve(sizeof...(each));
+  (list.push_back(static_cast<View>(std::forward<Each>(each))), ...);
+  return list;
 }
 
 }  // namespace kestrune::ui

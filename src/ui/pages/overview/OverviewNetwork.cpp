@@ -1,5 +1,3 @@
-#include "ui/pages/overview/OverviewNetwork.h"
-
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -10,7 +8,7 @@
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/pages/overview/OverviewParts.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

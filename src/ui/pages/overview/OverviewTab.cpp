@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/Gauges.h"
@@ -12,11 +12,8 @@
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/components/StatusColors.h"
-#include "ui/pages/overview/OverviewAudio.h"
-#include "ui/pages/overview/OverviewNetwork.h"
 #include "ui/pages/overview/OverviewParts.h"
-#include "ui/pages/overview/OverviewSystem.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

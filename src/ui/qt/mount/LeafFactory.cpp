@@ -1,10 +1,8 @@
 #include "ui/qt/mount/LeafFactory.h"
 
-#include "ui/qt/charts/BarLeaf.h"
 #include "ui/qt/charts/DayChartLeaf.h"
+#include "ui/qt/charts/GaugeLeaf.h"
 #include "ui/qt/charts/LineChartLeaf.h"
-#include "ui/qt/charts/RingLeaf.h"
-#include "ui/qt/leaves/IconLeaf.h"
 #include "ui/qt/leaves/SegmentedPickerLeaf.h"
 #include "ui/qt/leaves/SliderLeaf.h"
 #include "ui/qt/leaves/SwitchLeaf.h"

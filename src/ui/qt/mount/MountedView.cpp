@@ -3,7 +3,6 @@
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/mount/Dialogs.h"
 #include "ui/qt/mount/LeafFactory.h"
-#include "ui/qt/mount/Menus.h"
 #include "ui/qt/mount/Panes.h"
 #include "ui/qt/mount/RowsPane.h"
 #include "ui/qt/mount/Transitions.h"
