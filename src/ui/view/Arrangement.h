@@ -6,7 +6,7 @@
 
 namespace kestrune::ui {
 
-// A size that the view measures itself: text, symbols, images and controls.
+// A size that the view measures itself: text, symbols and controls.
 struct OwnSize {
   friend bool operator==(OwnSize, OwnSize) = default;
 };
