@@ -1,5 +1,5 @@
 #include "Fuzzer.h"
-#include "platform/linux/storage/BlockStat.h"
+#include "platform/linux/storage/LinuxBlockStorage.h"
 
 using namespace kestrune;
 

@@ -2,7 +2,7 @@
 #include <functional>
 
 #include "Fuzzer.h"
-#include "platform/linux/processor/CpuList.h"
+#include "platform/linux/processor/CpuTopology.h"
 
 using namespace kestrune;
 

@@ -1,5 +1,5 @@
 #include "Fuzzer.h"
-#include "platform/linux/memory/MemInfo.h"
+#include "platform/linux/memory/LinuxMemory.h"
 
 using namespace kestrune;
 

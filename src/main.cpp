@@ -49,7 +49,7 @@ bool startsQuietly() {
 }
 
 // Replaces this process by a new run with the same arguments and environment. If the program's file is gone,
-// as after an upgrade, the one that is still open is executed.
+// as after an upgrade, the file that is still open is executed.
 void restart(char** argv) {
   execv(QFile::encodeName(QCoreApplication::applicationFilePath()).constData(), argv);
   execv("/proc/self/exe", argv);

@@ -4,11 +4,21 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <vector>
 
-#include "folders/FolderItem.h"
+#include "platform/FileLocation.h"
 
 namespace kestrune {
+
+// One entry of a listed directory.
+struct FolderItem {
+  platform::FileLocation url;
+  // A directory's figures cover its whole tree, and are absent until it is measured.
+  std::optional<std::uint64_t> sizeBytes;
+  std::optional<std::int64_t> childCount;  // number of files; 0 for a file
+  bool isDirectory = false;
+};
 
 // The entries of a directory, largest first. An unmeasured entry counts as 0; equal sizes keep their order. A
 // copy is a cheap snapshot. The rows are stored in blocks, which snapshots share until one is changed, so a

@@ -67,7 +67,7 @@ void FolderProvider::updateBreadcrumbs() {
   breadcrumbs.set(std::move(trail));
 }
 
-// Runs in the lane: neither a hung device nor the sorting of a large list may block the window.
+// Runs in the lane, so that a hung device or the sorting of a large list never blocks the window.
 std::optional<FolderProvider::Listing> FolderProvider::list(platform::Folders& folders, const Scan& scan,
                                                             const CancellationFlag& flag) {
   if (flag->load()) return Listing{};

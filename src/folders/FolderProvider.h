@@ -5,7 +5,6 @@
 #include <optional>
 #include <vector>
 
-#include "folders/FolderItem.h"
 #include "folders/FolderItems.h"
 #include "platform/Folders.h"
 #include "runtime/Arrivals.h"

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <concepts>
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <tuple>
@@ -20,7 +19,7 @@
 namespace kestrune {
 namespace {
 
-// ---- the shape of the file
+// -- The shape of the file
 
 template <class Type, class Value>
 struct Field {
@@ -75,7 +74,7 @@ void forEachField(Visit visit) {
   std::apply([&](const auto&... field) { (visit(field), ...); }, fields<Type>);
 }
 
-// ---- writing
+// -- Writing
 
 struct Output {
   std::string text;
@@ -157,7 +156,7 @@ void write(Output& output, const Type& record) {
   output.text += '}';
 }
 
-// ---- reading
+// -- Reading
 
 bool read(JsonReader& json, auto& value)
   requires requires { json.read(value); }

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/FileLocation.h"
@@ -16,7 +15,7 @@ struct DirectoryEntry {
   FileLocation location;
   std::optional<std::int64_t> size;  // logical bytes; absent: unknown, or not a regular file
   bool isDirectory = false;
-  bool isLink = false;  // a symbolic link, whatever its target
+  bool isLink = false;  // a symbolic link, to anything
 };
 
 // The size of a subtree: its regular files that aren't empty, at any depth, hidden ones included.

@@ -1,6 +1,16 @@
 #include "settings/Preferences.h"
 
+#include "settings/Settings.h"
+
 namespace kestrune {
+namespace {
+
+template <class T>
+void writeDefault(Preferences& preferences, const Setting<T>& setting) {
+  preferences.set(std::string(setting.key), T(setting.fallback));
+}
+
+}  // namespace
 
 Preferences::Preferences(platform::PreferenceStorage& storage) : storage_(storage) {
   for (auto& [key, value] : storage.load()) slots_.emplace(key, std::make_unique<Slot>(value));
@@ -15,6 +25,10 @@ Preferences::Slot& Preferences::slot(const std::string& key) const {
   auto& found = slots_[key];
   if (!found) found = std::make_unique<Slot>();
   return *found;
+}
+
+void resetAllSettings(Preferences& preferences) {
+  std::apply([&](const auto&... each) { (writeDefault(preferences, each), ...); }, settings::reset);
 }
 
 }  // namespace kestrune

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "settings/Language.h"
-#include "settings/SettingsReset.h"
+#include "settings/Preferences.h"
 #include "support/ScriptedPlatform.h"
 
 namespace kestrune {

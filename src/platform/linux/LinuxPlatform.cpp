@@ -1,13 +1,12 @@
 #include "platform/linux/LinuxPlatform.h"
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/linux/files/Files.h"
 #include "platform/linux/processes/ProcessFiles.h"
+#include "platform/linux/program/LinuxProcessEnvironment.h"
 #include "platform/linux/program/ThreadPriority.h"
-#include "platform/linux/program/UserFolders.h"
 
 namespace kestrune::platform {
 namespace {

@@ -9,7 +9,6 @@
 #include "platform/linux/audio/LinuxAudioService.h"
 #include "platform/linux/folders/LinuxFolders.h"
 #include "platform/linux/memory/LinuxMemory.h"
-#include "platform/linux/network/LinuxLocationPermission.h"
 #include "platform/linux/network/LinuxNetworkInterfaces.h"
 #include "platform/linux/network/LinuxWiFi.h"
 #include "platform/linux/power/LinuxPowerSources.h"

@@ -4,7 +4,7 @@
 #include <ctime>
 #include <string_view>
 
-#include "platform/linux/applications/UserLanguages.h"
+#include "platform/linux/applications/DesktopEntry.h"
 #include "platform/linux/files/Files.h"
 #include "platform/linux/files/Text.h"
 #include "runtime/Utf8.h"

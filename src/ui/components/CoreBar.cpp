@@ -5,7 +5,7 @@
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/Sparkline.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

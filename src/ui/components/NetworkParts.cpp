@@ -1,8 +1,6 @@
 #include "ui/components/NetworkParts.h"
 
-#include <cmath>
-
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 

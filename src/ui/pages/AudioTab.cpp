@@ -1,6 +1,5 @@
 #include "ui/pages/AudioTab.h"
 
-#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
@@ -8,11 +7,11 @@
 #include <fmt/format.h>
 
 #include "ui/components/AudioParts.h"
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/StatusColors.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

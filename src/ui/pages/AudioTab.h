@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "ui/components/ViewContext.h"
 #include "ui/view/View.h"
 

@@ -5,7 +5,7 @@
 
 #include "runtime/Published.h"
 #include "ui/components/CoreBar.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 #include "ui/components/ViewContext.h"
 #include "ui/view/View.h"
 

@@ -3,14 +3,14 @@
 #include <string>
 #include <utility>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/Sparkline.h"
 #include "ui/components/Trends.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -5,11 +5,11 @@
 #include <map>
 
 #include "runtime/Utf8.h"
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Gauges.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

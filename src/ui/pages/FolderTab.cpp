@@ -5,7 +5,6 @@
 
 #include "runtime/Utf8.h"
 #include "settings/Settings.h"
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
 #include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
@@ -13,7 +12,7 @@
 #include "ui/components/Gauges.h"
 #include "ui/components/SandboxFeatureBanner.h"
 #include "ui/components/Shell.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "runtime/Published.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 #include "ui/components/ViewContext.h"
 #include "ui/view/View.h"
 

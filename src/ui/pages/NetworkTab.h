@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "history/DailySummary.h"
 #include "runtime/Published.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 #include "ui/components/ViewContext.h"
 #include "ui/view/View.h"
 

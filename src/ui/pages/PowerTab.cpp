@@ -8,13 +8,13 @@
 
 #include <fmt/format.h>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/components/StatusColors.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -6,13 +6,12 @@
 #include <utility>
 
 #include "settings/Language.h"
+#include "settings/Preferences.h"
 #include "settings/Settings.h"
-#include "settings/SettingsReset.h"
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Shell.h"
-#include "ui/components/StatusColors.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

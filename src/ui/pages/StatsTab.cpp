@@ -9,9 +9,9 @@
 #include <fmt/format.h>
 
 #include "ui/components/Dashboard.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 #include "ui/pages/StatsCharts.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

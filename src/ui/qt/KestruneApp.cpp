@@ -6,7 +6,6 @@
 #include <QSessionManager>
 #include <QTimer>
 
-#include "app/Sandbox.h"
 #include "platform/desktop/SessionBus.h"
 #include "settings/Language.h"
 #include "ui/qt/leaves/LeafAccessibility.h"
@@ -25,6 +24,11 @@ std::string formatLocale(const std::string& language, platform::ProcessEnvironme
   }
   const auto region = locale.find('_');
   return region == std::string::npos ? language : language + locale.substr(region);
+}
+
+// True if the environment contains the variable, with any value. Samplers never use the answer.
+bool isSandboxed(platform::ProcessEnvironment& environment) {
+  return !environment.isEmpty() && environment.variable("APP_SANDBOX_CONTAINER_ID").has_value();
 }
 
 Shell shellOf(platform::Application& application, platform::Pasteboard& pasteboard,

@@ -3,13 +3,15 @@
 #include <memory>
 #include <optional>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 
 #include "platform/Application.h"
+#include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopAppearance.h"
 #include "texts/Catalogue.h"
-#include "ui/qt/Clipboard.h"
 #include "ui/qt/MainWindow.h"
 #include "ui/qt/Popover.h"
 #include "ui/qt/TrayItem.h"
@@ -17,7 +19,15 @@
 
 namespace kestrune::ui::qt {
 
-// Posted once on the program's notification centre before the program ends, for whatever reason.
+// The desktop's clipboard.
+class Clipboard final : public platform::Pasteboard {
+ public:
+  void setText(const std::string& text) override {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+  }
+};
+
+// Posted once on the program's notification centre before the program ends, for any reason.
 inline constexpr std::string_view willTerminateNotification = "Kestrune.willTerminate";
 
 // The running program: one environment, one main window, one tray item. Creating it starts sampling. Needs a

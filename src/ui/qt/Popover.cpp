@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QWindow>
 
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"
@@ -13,7 +12,7 @@
 namespace kestrune::ui::qt {
 namespace {
 
-// Wide enough for the longest row whatever its figures, so that the window doesn't change with them.
+// Wide enough for the longest row for any figures, so that the window doesn't change with them.
 constexpr int contentWidth = 320;
 constexpr int edge = 1;
 constexpr int gap = 4;

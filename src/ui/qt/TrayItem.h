@@ -8,7 +8,6 @@
 #include "platform/desktop/EmbeddingTray.h"
 #include "platform/desktop/StatusNotifierHosts.h"
 #include "providers/CPUProvider.h"
-#include "runtime/MainLoop.h"
 #include "runtime/Published.h"
 #include "texts/LocaleFormats.h"
 

@@ -11,7 +11,6 @@ struct ArrangementOf {
   Arrangement operator()(const std::monostate&) const { return {}; }
   Arrangement operator()(const TextContent&) const { return OwnSize{}; }
   Arrangement operator()(const SymbolContent&) const { return OwnSize{}; }
-  Arrangement operator()(const ImageContent&) const { return OwnSize{}; }
   Arrangement operator()(const SegmentedPickerContent&) const { return OwnSize{}; }
   Arrangement operator()(const SwitchContent&) const { return OwnSize{}; }
   Arrangement operator()(const SliderContent&) const { return OwnSize{}; }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <variant>
 
 #include "ui/view/Content.h"
 
 namespace kestrune::ui {
 
-// A size that the view measures itself: text, symbols, images and controls.
+// A size that the view measures itself: text, symbols and controls.
 struct OwnSize {
   friend bool operator==(OwnSize, OwnSize) = default;
 };

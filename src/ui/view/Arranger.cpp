@@ -4,8 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/view/Alignment.h"
-#include "ui/view/StackShares.h"
+#include "ui/view/Stacks.h"
 
 namespace kestrune::ui {
 namespace {
@@ -56,7 +55,7 @@ Arranger::Items Arranger::offerOnly(const Proposal& proposal) const {
   return {offer(children_, 0, proposal)};
 }
 
-// ---- leaves
+// -- Leaves
 
 Arranged Arranger::operator()(const OwnSize&) const {
   return (*this)(FillsOffer{defaultIdealLength});
@@ -76,7 +75,7 @@ Arranged Arranger::operator()(const DividerContent&) const {
   return {sizeAlong(line, length(offered_, line).value_or(defaultIdealLength), hairline), {}};
 }
 
-// ---- one child
+// -- One child
 
 Arranged Arranger::operator()(const AsChild&) const {
   Items items = offerOnly(offered_);
@@ -114,7 +113,7 @@ Arranged Arranger::operator()(const FrameContent& frame) const {
   return arranged;
 }
 
-// ---- stacks
+// -- Stacks
 
 Arranged Arranger::operator()(const HStackContent& stack) const {
   Items items = shareOut(children_, offered_, Axis::horizontal, stack.spacing);
@@ -141,7 +140,7 @@ Arranged Arranger::operator()(const ZStackContent& stack) const {
   return {{width, height}, std::move(items)};
 }
 
-// ---- grids
+// -- Grids
 
 Arranged Arranger::operator()(const AdaptiveGridContent& grid) const {
   const double width = offered_.width.value_or(grid.minColumnWidth);
@@ -213,7 +212,7 @@ double Arranger::idealWidth(const ColumnsContent& grid) const {
   return columns * single + (columns - 1) * grid.spacing;
 }
 
-// ---- alternatives
+// -- Alternatives
 
 Arranged Arranger::operator()(const FirstFitContent&) const {
   if (children_.count() == 0) return {};

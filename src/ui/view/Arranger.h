@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <vector>
 
-#include "ui/view/Axis.h"
 #include "ui/view/Children.h"
+#include "ui/view/Layout.h"
 
 namespace kestrune::ui {
 

@@ -9,11 +9,25 @@
 #include <variant>
 #include <vector>
 
-#include "ui/view/Component.h"
 #include "ui/view/Style.h"
 
 // What a view can be: one plain value for each kind of view.
 namespace kestrune::ui {
+
+struct View;
+
+// A part of the interface with state of its own: created when it appears on screen, destroyed when it leaves.
+// Its body is evaluated again when a published property that the last evaluation read has changed; the views
+// around it are not.
+class Component {
+ public:
+  Component() = default;
+  virtual ~Component() = default;
+  Component(const Component&) = delete;
+  Component& operator=(const Component&) = delete;
+
+  virtual View body() = 0;
+};
 
 struct View;
 
@@ -31,12 +45,6 @@ struct TextContent {
 struct SymbolContent {
   std::string name;
   friend bool operator==(const SymbolContent&, const SymbolContent&) = default;
-};
-
-// A picture from the resources, stretched over its frame and drawn in the foreground colour.
-struct ImageContent {
-  std::string name;
-  friend bool operator==(const ImageContent&, const ImageContent&) = default;
 };
 
 // An application's icon: a name in the desktop's icon theme, or the path of a picture. If there is none, the
@@ -279,11 +287,11 @@ struct ComponentContent {
 };
 
 using Content =
-    std::variant<std::monostate, TextContent, SymbolContent, ImageContent, IconContent, SpacerContent,
-                 DividerContent, LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent,
-                 MenuContent, SegmentedPickerContent, SwitchContent, SliderContent, AlertContent,
-                 FileExportContent, HStackContent, VStackContent, ZStackContent, AdaptiveGridContent,
-                 ColumnsContent, FirstFitContent, PaddingContent, FrameContent, BackgroundContent,
-                 ScrollContent, RowsContent, SplitContent, ComponentContent>;
+    std::variant<std::monostate, TextContent, SymbolContent, IconContent, SpacerContent, DividerContent,
+                 LineChartContent, DayChartContent, BarContent, RingContent, ButtonContent, MenuContent,
+                 SegmentedPickerContent, SwitchContent, SliderContent, AlertContent, FileExportContent,
+                 HStackContent, VStackContent, ZStackContent, AdaptiveGridContent, ColumnsContent,
+                 FirstFitContent, PaddingContent, FrameContent, BackgroundContent, ScrollContent, RowsContent,
+                 SplitContent, ComponentContent>;
 
 }  // namespace kestrune::ui

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 // The words in which views and their parents agree on sizes: a parent proposes a size to a child, the child
@@ -37,5 +38,31 @@ struct LeafMetrics {
 
 // The ideal length of what has no size of its own, such as a chart or a divider.
 inline constexpr double defaultIdealLength = 10;
+
+// The direction of a row or a column; the functions let both share their arithmetic.
+enum class Axis : std::uint8_t { horizontal, vertical };
+
+inline Axis across(Axis along) {
+  return along == Axis::horizontal ? Axis::vertical : Axis::horizontal;
+}
+inline double length(const Size& size, Axis axis) {
+  return axis == Axis::horizontal ? size.width : size.height;
+}
+inline double length(const Rect& rect, Axis axis) {
+  return axis == Axis::horizontal ? rect.width : rect.height;
+}
+inline const std::optional<double>& length(const Proposal& proposal, Axis axis) {
+  return axis == Axis::horizontal ? proposal.width : proposal.height;
+}
+inline double& position(Rect& rect, Axis axis) {
+  return axis == Axis::horizontal ? rect.x : rect.y;
+}
+inline Proposal withLength(Proposal proposal, Axis axis, double length) {
+  (axis == Axis::horizontal ? proposal.width : proposal.height) = length;
+  return proposal;
+}
+inline Size sizeAlong(Axis along, double length, double thickness) {
+  return along == Axis::horizontal ? Size{length, thickness} : Size{thickness, length};
+}
 
 }  // namespace kestrune::ui

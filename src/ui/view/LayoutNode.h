@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "ui/view/Arrangement.h"
-#include "ui/view/Axis.h"
 #include "ui/view/Layout.h"
 
 namespace kestrune::ui {

@@ -189,10 +189,6 @@ View symbol(std::string name) {
   return View(SymbolContent{std::move(name)});
 }
 
-View image(std::string name) {
-  return View(ImageContent{std::move(name)});
-}
-
 View spacer(double minLength) {
   return View(SpacerContent{minLength});
 }

@@ -5,12 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <type_traits>
 #include <typeindex>
 #include <utility>
 #include <vector>
 
-#include "ui/view/Component.h"
 #include "ui/view/Content.h"
 #include "ui/view/Style.h"
 
@@ -107,7 +105,7 @@ struct View {
 // The view's traits; defaults if it has none of its own.
 const Traits& traitsOf(const View& view);
 
-// ---- making views
+// -- Making views
 
 TextContent key(std::string text);           // localizable
 TextContent verbatimText(std::string text);  // data
@@ -116,7 +114,6 @@ TextContent keyWith(std::string text, std::vector<std::string> arguments);
 View text(std::string key, std::vector<std::string> arguments = {});
 View verbatim(std::string data);
 View symbol(std::string name);
-View image(std::string name);
 View icon(std::string name, std::string fallbackSymbol);
 View spacer(double minLength = 8);
 View divider();
@@ -147,6 +144,16 @@ View component(std::function<std::shared_ptr<C>()> make, std::function<void(C&)>
     content.update = [update = std::move(update)](Component& made) { update(static_cast<C&>(made)); };
   }
   return View(std::move(content));
+}
+
+// The children of a stack, each moved into place (an initializer list would copy them). Takes anything that
+// converts to a view.
+template <class... Each>
+std::vector<View> views(Each&&... each) {
+  std::vector<View> list;
+  list.reserve(sizeof...(each));
+  (list.push_back(static_cast<View>(std::forward<Each>(each))), ...);
+  return list;
 }
 
 }  // namespace kestrune::ui

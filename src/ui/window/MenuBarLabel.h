@@ -12,7 +12,9 @@ struct MenuBarLabel {
   const CPUProvider& cpu;
 
   // "34%", as the locale writes it.
-  std::string load(LocaleFormats& formats) const;
+  std::string load(LocaleFormats& formats) const {
+    return formats.percent(cpu.menuBarUsagePercent.get() / 100, 0);
+  }
 };
 
 }  // namespace kestrune::ui

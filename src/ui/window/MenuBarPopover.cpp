@@ -11,7 +11,7 @@
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/components/StatusColors.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 #include "ui/window/MainTab.h"
 
 namespace kestrune::ui {

@@ -17,7 +17,7 @@ class Sidebar final : public Component {
  public:
   using VisibleTabs = std::function<std::vector<MainTab>()>;
 
-  // `selectedTab`, and whatever `visibleTabs` reads, must outlive the sidebar.
+  // `selectedTab`, and what `visibleTabs` reads, must outlive the sidebar.
   Sidebar(Published<std::optional<MainTab>>& selectedTab, VisibleTabs visibleTabs)
       : selectedTab_(selectedTab), visibleTabs_(std::move(visibleTabs)) {}
 

@@ -13,8 +13,8 @@
 #include "platform/linux/LinuxSystemFacts.h"
 #include "platform/linux/files/Files.h"
 #include "platform/linux/files/Text.h"
+#include "platform/linux/program/LinuxProcessEnvironment.h"
 #include "platform/linux/program/TerminationSignals.h"
-#include "platform/linux/program/UserFolders.h"
 #include "support/ScriptedPlatform.h"
 #include "support/TemporaryFolder.h"
 

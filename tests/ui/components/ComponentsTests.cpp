@@ -5,7 +5,7 @@
 #include "ui/components/CoreBar.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Sparkline.h"
-#include "ui/components/TimeRange.h"
+#include "ui/components/Trends.h"
 
 namespace kestrune::ui {
 namespace {

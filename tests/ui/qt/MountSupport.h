@@ -9,7 +9,7 @@
 #include "ui/qt/LeafSupport.h"
 #include "ui/qt/mount/ViewHost.h"
 #include "ui/qt/theme/Theme.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui::qt {
 

@@ -149,7 +149,6 @@ TEST(Sizes, areTheIdealOnesWithoutAnOfferAndElseFitIt) {
   const auto s = [] { return symbol("s"); };
   const Case cases[] = {
       {"symbol", s(), {20, 20}, {20, 20}},
-      {"image", image("i"), {10, 10}, {100, 50}},
       {"icon", icon("a", "s"), {24, 24}, {100, 50}},
       {"chart", chart(), {10, 10}, {100, 50}},
       {"spacer", spacer(7), {0, 7}, {0, 50}},

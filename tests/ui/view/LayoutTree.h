@@ -9,7 +9,7 @@
 
 #include "ui/view/Diff.h"
 #include "ui/view/LayoutNode.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui::test {
 

@@ -23,7 +23,7 @@ struct AppUnit {
 // Parses /proc/PID/cgroup. Absent: the process was started in another way, or the text is malformed.
 std::optional<AppUnit> parseAppCgroup(std::string_view text);
 
-// The application's id in the file .flatpak-info of a sandbox. Empty: there is none.
+// The application's id in the file .flatpak-info of a sandbox. Empty: the file names no application.
 std::string parseFlatpakId(std::string_view text);
 
 }  // namespace kestrune::platform

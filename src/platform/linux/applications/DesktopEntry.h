@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ProcessEnvironment.h"
+
 namespace kestrune::platform {
 
 // The contents of an application's desktop file. Strings are bytes with the file's escapes resolved; empty if
@@ -32,5 +34,9 @@ std::vector<std::string> execArguments(std::string_view exec);
 // The names that desktop files may use for a locale, best first: "es_MX" and "es" for "es_MX.UTF-8". Empty
 // for "C" and "POSIX", which have no language.
 std::vector<std::string> localeNames(std::string_view locale);
+
+// The user's languages from the environment, best first, each followed by its more general names: "es_MX",
+// "es". Empty if the environment names none.
+std::vector<std::string> userLanguages(ProcessEnvironment& environment);
 
 }  // namespace kestrune::platform

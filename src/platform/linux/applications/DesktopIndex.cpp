@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -116,7 +115,7 @@ void DesktopIndex::addPlaces(Application& application, const DesktopEntry& entry
   if (isApplicationFolder(folderOf(path))) put(byFolder_, std::string(folderOf(path)), application);
 }
 
-// If several applications start the same program, the one that is most likely the program itself wins: listed
+// If several applications start the same program, the most likely to be the program itself wins: listed
 // in menus and with the fewest arguments.
 void DesktopIndex::put(Places& places, const std::string& key, const Application& application) {
   const auto rank = [](const Application& it) {

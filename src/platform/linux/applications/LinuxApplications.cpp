@@ -7,13 +7,12 @@
 #include <vector>
 
 #include "platform/linux/applications/AppIdentity.h"
-#include "platform/linux/applications/UserLanguages.h"
+#include "platform/linux/applications/DesktopEntry.h"
 #include "platform/linux/files/Files.h"
 #include "platform/linux/files/Text.h"
 #include "platform/linux/processes/ProcessFiles.h"
 #include "platform/linux/processes/ProgramName.h"
 #include "platform/linux/program/LinuxProcessEnvironment.h"
-#include "platform/linux/program/UserFolders.h"
 
 namespace kestrune::platform {
 namespace {

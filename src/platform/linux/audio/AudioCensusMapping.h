@@ -17,7 +17,7 @@ namespace kestrune::platform {
 AudioCensus audioCensus(const PulseFacts& facts,
                         const std::function<std::int32_t(const PulseClient&)>& pidOf);
 
-// `unknown` if the server's facts don't tell.
+// `unknown` if the server doesn't report it.
 AudioTransport audioTransport(const PulseDevice& device);
 
 }  // namespace kestrune::platform

@@ -1,7 +1,6 @@
 #include "platform/linux/audio/PulseCopies.h"
 
 #include <string_view>
-#include <type_traits>
 
 #include <pulse/def.h>
 #include <pulse/proplist.h>

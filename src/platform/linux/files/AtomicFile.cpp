@@ -56,7 +56,7 @@ bool renameUnlessTaken(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-// A file beside the one that it will replace.
+// A temporary file beside the file that it will replace.
 struct Temporary {
   std::string name;  // empty: it has none yet
   std::error_code error;

@@ -23,7 +23,7 @@ inline std::string_view takeLine(std::string_view& text) {
 // digits.
 std::string_view wholeLines(std::string_view text);
 
-// The rest of the first line that begins with `key`; empty if there is none.
+// The rest of the first line that begins with `key`; empty if no line does.
 std::string_view lineAfter(std::string_view text, std::string_view key);
 
 // All of `text` as a number. Absent: it isn't a number, or doesn't fit.

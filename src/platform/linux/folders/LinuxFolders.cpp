@@ -10,9 +10,11 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include "platform/linux/files/Directory.h"
+#include "platform/linux/files/Files.h"
 #include "platform/linux/files/OpenDirectory.h"
-#include "platform/linux/folders/WholeFileSystem.h"
 #include "platform/linux/program/ThreadPriority.h"
+#include "platform/linux/storage/MountInfo.h"
 
 namespace kestrune::platform {
 namespace {
@@ -43,6 +45,27 @@ DirectoryEntry entryOf(int directory, const FileLocation& folder, const char* na
   return entry;
 }
 
+// The machine's initial pid namespace, whose number is fixed in the kernel.
+constexpr const char* initialPidNamespace = "pid:[4026531836]";
+
+// Programs started from a Snap inherit SNAP; only those installed in the Snap are confined to it.
+bool isSnap(const std::string& root, ProcessEnvironment& environment) {
+  const auto snap = environment.variable("SNAP");
+  return snap && snap->starts_with('/') && readLink(below(root, "proc/self/exe")).starts_with(*snap + "/");
+}
+
+// Whether the program sees the machine's whole file system, as far as it can tell: it isn't in a container
+// (which would have its own pid namespace or leave a marker file), in a Flatpak or a confined Snap, or in a
+// chroot. Read from proc/ and marker files below `root`.
+bool seesWholeMachine(const std::string& root, ProcessEnvironment& environment) {
+  if (exists(below(root, ".flatpak-info")) || exists(below(root, "run/.containerenv"))) return false;
+  if (isSnap(root, environment)) return false;
+  const std::string pidNamespace = readLink(below(root, "proc/self/ns/pid"));
+  if (!pidNamespace.empty() && pidNamespace != initialPidNamespace) return false;
+  const auto mounts = readFile(below(root, "proc/self/mountinfo"));
+  return !mounts || findMount(*mounts, "/").has_value();
+}
+
 }  // namespace
 
 LinuxFolders::LinuxFolders(ProcessEnvironment& environment, std::string root)
@@ -61,7 +84,7 @@ FileLocation LinuxFolders::homeDirectory() {
 }
 
 bool LinuxFolders::seesWholeFileSystem() {
-  return platform::seesWholeFileSystem(root_, environment_);
+  return seesWholeMachine(root_, environment_);
 }
 
 std::optional<std::vector<DirectoryEntry>> LinuxFolders::contents(const FileLocation& folder,

@@ -1,15 +1,17 @@
 #include "platform/linux/folders/SubtreeWalk.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
 #include "platform/linux/files/OpenDirectory.h"
-#include "platform/linux/folders/FolderRules.h"
+#include "platform/linux/files/Text.h"
 
 namespace kestrune::platform {
 namespace {
@@ -18,6 +20,40 @@ namespace {
 constexpr std::size_t openLevels = 8;
 
 constexpr std::uint64_t maxBytes = std::numeric_limits<std::uint64_t>::max();
+
+constexpr std::array<std::string_view, 9> packageExtensions{
+    "app", "appdir", "appex", "bundle", "framework", "kext", "plugin", "prefpane", "xpc"};
+
+constexpr std::array<std::uint32_t, 25> kernelFileSystems{
+    AAFS_MAGIC, AUTOFS_SUPER_MAGIC, BINDERFS_SUPER_MAGIC, BINFMTFS_MAGIC, BPF_FS_MAGIC, CGROUP2_SUPER_MAGIC,
+    CGROUP_SUPER_MAGIC, DEBUGFS_MAGIC, DEVPTS_SUPER_MAGIC, EFIVARFS_MAGIC, NSFS_MAGIC, OPENPROM_SUPER_MAGIC,
+    PROC_SUPER_MAGIC, PSTOREFS_MAGIC, RDTGROUP_SUPER_MAGIC, SECURITYFS_MAGIC, SELINUX_MAGIC, SMACK_MAGIC,
+    SYSFS_MAGIC, TRACEFS_MAGIC, XENFS_SUPER_MAGIC,
+    // Not in the kernel's public header.
+    0x62656570,  // configfs
+    0x65735543,  // fusectl
+    0x19800202,  // mqueue
+    0x67596969,  // rpc_pipefs
+};
+
+// Whether a directory of that name is a package, which users see as a single item. Packages are recognised by
+// their extension, in upper or lower case: application bundles (app, appdir), their extensions (appex,
+// bundle, framework, kext, plugin, prefpane) and their services (xpc).
+bool isPackage(std::string_view directoryName) {
+  const auto dot = directoryName.rfind('.');
+  // ".app" is a hidden name without an extension.
+  if (dot == std::string_view::npos || dot == 0) return false;
+  const std::string_view extension = directoryName.substr(dot + 1);
+  return std::ranges::any_of(packageExtensions, [&](std::string_view known) {
+    return std::ranges::equal(extension, known, {}, lowerCase);
+  });
+}
+
+// Whether a file system of that type, as returned by statfs(2), shows the kernel's state rather than files.
+// Includes automount points that aren't mounted yet.
+bool isKernelFileSystem(std::uint32_t type) {
+  return std::ranges::find(kernelFileSystems, type) != kernelFileSystems.end();
+}
 
 DirectoryId idOf(const struct statx& info) {
   return {.device = (std::uint64_t{info.stx_dev_major} << 32U) | info.stx_dev_minor, .inode = info.stx_ino};

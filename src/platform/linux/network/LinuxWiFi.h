@@ -1,16 +1,33 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/LocationPermission.h"
 #include "platform/WiFi.h"
-#include "platform/linux/network/NetworkNameTools.h"
 #include "platform/linux/network/Nl80211.h"
 
 namespace kestrune::platform {
+
+// Finds the name of a Wi-Fi network by running the command-line tools that report it, where they are
+// installed below `root`. They are looked for once, when this is made. Any thread; several at a time.
+class NetworkNameTools {
+ public:
+  explicit NetworkNameTools(const std::string& root);
+
+  // The first name that a tool reports: for the interface, for en0, for en1, or for the radio. UTF-8. Waits
+  // for the tools without a timeout. Absent: no tool is installed, or none reports a name.
+  std::optional<std::string> find(const std::string& interfaceName) const;
+
+ private:
+  // Paths; empty if the tool isn't installed.
+  std::string networkSetup_;
+  std::string airport_;
+};
 
 // Answers questions about wireless interfaces. Main thread.
 class RadioSource {
@@ -44,6 +61,14 @@ class LinuxWiFi final : public WiFi {
   std::string root_;
   std::unique_ptr<RadioSource> radios_;
   const NetworkNameTools tools_;
+};
+
+// Linux doesn't withhold the Wi-Fi name, so there is nothing to ask for and nothing changes.
+class LinuxLocationPermission final : public LocationPermission {
+ public:
+  LocationAuthorization status() override { return LocationAuthorization::authorizedAlways; }
+  void request() override {}
+  void setWatcher(std::function<void()>) override {}
 };
 
 }  // namespace kestrune::platform

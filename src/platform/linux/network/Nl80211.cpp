@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
 #include <linux/netlink.h>
 #include <linux/nl80211.h>

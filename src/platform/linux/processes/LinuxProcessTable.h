@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -23,7 +22,7 @@ class LinuxProcessTable final : public ProcessTable {
  public:
   explicit LinuxProcessTable(std::string root = "/");
 
-  // A path is the one that the process was started by, even if the file has been deleted since. It is empty
+  // The path that the process was started by, even if the file has been deleted since. It is empty
   // for kernel threads, for processes that may not be inspected, and for paths of 1024 bytes or more.
   std::vector<ProcessReading> readings() override;
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Chip.h"
+#include "platform/Processors.h"
 
 namespace kestrune::platform {
 

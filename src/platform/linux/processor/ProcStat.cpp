@@ -1,7 +1,5 @@
 #include "platform/linux/processor/ProcStat.h"
 
-#include <algorithm>
-
 #include "platform/linux/files/FieldScanner.h"
 #include "platform/linux/files/Text.h"
 

@@ -4,7 +4,19 @@
 
 #include <unistd.h>
 
+#include "platform/linux/files/Files.h"
+
 namespace kestrune::platform {
+namespace {
+
+std::string folder(ProcessEnvironment& environment, const char* variable, const char* belowHome) {
+  const auto named = environment.variable(variable);
+  if (named && named->starts_with('/')) return *named;
+  const auto home = environment.variable("HOME");
+  return home && home->starts_with('/') ? below(*home, belowHome) : std::string();
+}
+
+}  // namespace
 
 LinuxProcessEnvironment::LinuxProcessEnvironment() {
   if (environ == nullptr) return;
@@ -20,6 +32,14 @@ LinuxProcessEnvironment::LinuxProcessEnvironment() {
 std::optional<std::string> LinuxProcessEnvironment::variable(const std::string& name) {
   const auto found = variables_.find(name);
   return found == variables_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::string configDirectory(ProcessEnvironment& environment) {
+  return folder(environment, "XDG_CONFIG_HOME", ".config");
+}
+
+std::string dataDirectory(ProcessEnvironment& environment) {
+  return folder(environment, "XDG_DATA_HOME", ".local/share");
 }
 
 }  // namespace kestrune::platform

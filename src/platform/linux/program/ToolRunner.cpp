@@ -4,7 +4,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <span>
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,6 +1,5 @@
 #include "platform/linux/storage/LinuxVolumes.h"
 
-#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>

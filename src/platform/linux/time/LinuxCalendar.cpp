@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
-#include <utility>
 
 #include "platform/linux/time/ZoneSnapshot.h"
 

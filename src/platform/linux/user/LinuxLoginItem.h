@@ -11,7 +11,7 @@ namespace kestrune::platform {
 // program's file, `isEnabled` updates the command and leaves the rest of the entry as it is.
 class LinuxLoginItem final : public LoginItem {
  public:
-  // `configDirectory`: the user's folder for settings, empty if there is none. `program`: the path to start.
+  // `configDirectory`: the user's folder for settings, empty if unknown. `program`: the path to start.
   LinuxLoginItem(const std::string& configDirectory, std::string program);
 
   bool isEnabled() override;

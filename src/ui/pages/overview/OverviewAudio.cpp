@@ -1,14 +1,13 @@
-#include "ui/pages/overview/OverviewAudio.h"
-
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "ui/components/AudioParts.h"
-#include "ui/components/Card.h"
+#include "ui/components/Effects.h"
 #include "ui/components/StatusColors.h"
-#include "ui/view/ViewList.h"
+#include "ui/pages/overview/OverviewParts.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -1,5 +1,3 @@
-#include "ui/pages/overview/OverviewNetwork.h"
-
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -10,7 +8,7 @@
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/pages/overview/OverviewParts.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {
@@ -46,7 +44,7 @@ View traffic(View sent, View received) {
   return hstack(innerSpacing, centered, views(std::move(sent).minWidth(75), spacer(), std::move(received)));
 }
 
-// ---- now
+// -- Now
 
 View liveConnectionDetail(const ViewContext& context) {
   const NetworkSnapshot& now = *context.env.network->current;
@@ -91,7 +89,7 @@ View throughput(const ViewContext& context) {
                                                      tinyLegend("Down", ColorRole::accent)))));
 }
 
-// ---- a past day
+// -- A past day
 
 View filterMenu(const SSIDTraffic& networks, Published<std::optional<std::string>>& selection) {
   const auto& selected = selection.get();

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/components/Card.h"
+#include "ui/components/Effects.h"
 
 namespace kestrune::ui {
 

@@ -1,17 +1,15 @@
-#include "ui/pages/overview/OverviewSystem.h"
-
 #include <string>
 #include <utility>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/NetworkParts.h"
 #include "ui/components/StatusColors.h"
 #include "ui/pages/overview/OverviewParts.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
+#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/Gauges.h"
@@ -12,11 +12,8 @@
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"
 #include "ui/components/StatusColors.h"
-#include "ui/pages/overview/OverviewAudio.h"
-#include "ui/pages/overview/OverviewNetwork.h"
 #include "ui/pages/overview/OverviewParts.h"
-#include "ui/pages/overview/OverviewSystem.h"
-#include "ui/view/ViewList.h"
+#include "ui/view/View.h"
 
 namespace kestrune::ui {
 namespace {
@@ -64,7 +61,7 @@ void OverviewTab::forgetFilterOnAnotherDay() {
   if (std::exchange(shownDate_, date) != date) selectedOverviewSSID.set(std::nullopt);
 }
 
-// ---- the date
+// -- The date
 
 std::string OverviewTab::dateLabel() const {
   const auto& date = env().selectedDate.get();
@@ -113,7 +110,7 @@ View OverviewTab::emptyState() const {
       .padding({.top = 60, .leading = 0, .bottom = 0, .trailing = 0});
 }
 
-// ---- the first row
+// -- The first row
 
 View OverviewTab::cpuCard() const {
   const auto& history = env().cpu->history.get();
@@ -192,7 +189,7 @@ View OverviewTab::networkCard() {
   return record_ ? pastNetworkCard(*record_, selectedOverviewSSID) : liveNetworkCard(context_);
 }
 
-// ---- below the grid
+// -- Below the grid
 
 View OverviewTab::audioSection() const {
   if (record_) {

@@ -72,7 +72,7 @@ class Edges {
  private:
   float position(int sample) const { return static_cast<float>(sample) * step_; }
 
-  // First and last sample in the range; last < first if there is none.
+  // First and last sample in the range; last < first if the range is empty.
   std::pair<int, int> samplesWithin(float from, float to) const {
     const auto last = static_cast<float>(count_ - 1);
     const float first = std::clamp(from * perPixel_, 0.0F, last + 1);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "ui/qt/leaves/ControlLeaf.h"
@@ -46,7 +45,7 @@ class SegmentedPickerLeaf final : public ControlLeaf {
 
  private:
   int count() const { return static_cast<int>(labels_.size()); }
-  // The segment under the pointer, unless the picker is disabled; -1 if there is none.
+  // The segment under the pointer, unless the picker is disabled; -1 if no segment is.
   int highlighted() const { return isEnabled() ? hovered_ : -1; }
   Font labelFont() const;
   QRect segmentRect(int index) const;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include <QFileInfo>
 #include <QPainter>
 
 #include "ui/qt/theme/Theme.h"
@@ -16,6 +17,20 @@ constexpr double drawingShare = 1.06;
 constexpr double capitalHeightShare = 0.72;
 
 constexpr double dividerOpacity = 0.14;
+
+constexpr qint64 maxFileSize = 4 << 20;
+
+// The path comes from an installed application; opening a pipe or a device could block.
+QIcon iconAt(const QString& path) {
+  const QFileInfo file(path);
+  return file.isFile() && file.size() <= maxFileSize ? QIcon(path) : QIcon();
+}
+
+QIcon iconNamed(const std::string& name) {
+  if (name.empty()) return {};
+  const QString wanted = QString::fromStdString(name);
+  return wanted.startsWith(QLatin1Char('/')) ? iconAt(wanted) : QIcon::fromTheme(wanted);
+}
 
 }  // namespace
 
@@ -49,25 +64,6 @@ void SymbolLeaf::paint(QPainter& painter) {
   painter.drawPixmap(QPointF(aligned((width() - side) / 2), aligned((height() - side) / 2)), picture);
 }
 
-ImageLeaf::ImageLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
-
-bool ImageLeaf::show(const Content& content, const LeafStyle& style) {
-  adopt(style);
-  const auto& next = std::get<ImageContent>(content);
-  if (next == content_) return false;
-  content_ = next;
-  update();
-  return false;
-}
-
-void ImageLeaf::paint(QPainter& painter) {
-  const QPixmap picture =
-      theme().image(content_.name, width(), height(), theme().color(style().foreground), devicePixelRatioF());
-  if (picture.isNull()) return;
-  painter.setOpacity(style().opacity);
-  painter.drawPixmap(QPointF(0, 0), picture);
-}
-
 DividerLeaf::DividerLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Separator) {}
 
 bool DividerLeaf::show(const Content&, const LeafStyle& style) {
@@ -82,6 +78,33 @@ void DividerLeaf::paint(QPainter& painter) {
   const QRectF line = width() >= height() ? QRectF(0, middle(height()), width(), hair)
                                           : QRectF(middle(width()), 0, hair, height());
   painter.fillRect(line, color(Color(ColorRole::primary, dividerOpacity)));
+}
+
+IconLeaf::IconLeaf(Theme& theme, QWidget* parent) : Leaf(theme, parent, QAccessible::Graphic) {}
+
+bool IconLeaf::show(const Content& content, const LeafStyle& style) {
+  adopt(style);
+  const auto& next = std::get<IconContent>(content);
+  if (next == content_) return false;
+  if (next.name != content_.name) icon_ = iconNamed(next.name);
+  content_ = next;
+  update();
+  return false;
+}
+
+void IconLeaf::paint(QPainter& painter) {
+  const double scale = devicePixelRatioF();
+  painter.setOpacity(style().opacity);
+  const QPixmap picture = icon_.pixmap(size(), scale);
+  if (!picture.isNull()) {
+    const QSizeF shown = QSizeF(picture.size()) / picture.devicePixelRatio();
+    painter.drawPixmap(QPointF((width() - shown.width()) / 2, (height() - shown.height()) / 2), picture);
+    return;
+  }
+  const double side = style().font.size;
+  const QPixmap symbol =
+      theme().symbol(content_.fallbackSymbol, side, theme().color(style().foreground), scale);
+  if (!symbol.isNull()) painter.drawPixmap(QPointF((width() - side) / 2, (height() - side) / 2), symbol);
 }
 
 }  // namespace kestrune::ui::qt

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QIcon>
+
 #include "ui/qt/leaves/Leaf.h"
 
 namespace kestrune::ui::qt {
@@ -19,20 +21,6 @@ class SymbolLeaf final : public Leaf {
   SymbolContent content_;
 };
 
-// A picture stretched over the leaf.
-class ImageLeaf final : public Leaf {
- public:
-  ImageLeaf(Theme& theme, QWidget* parent);
-
-  bool show(const Content& content, const LeafStyle& style) override;
-
- protected:
-  void paint(QPainter& painter) override;
-
- private:
-  ImageContent content_;
-};
-
 // A line one device pixel thick along its longer side.
 class DividerLeaf final : public Leaf {
  public:
@@ -42,6 +30,21 @@ class DividerLeaf final : public Leaf {
 
  protected:
   void paint(QPainter& painter) override;
+};
+
+// An application's icon, scaled to the leaf, or a fallback symbol in its middle.
+class IconLeaf final : public Leaf {
+ public:
+  IconLeaf(Theme& theme, QWidget* parent);
+
+  bool show(const Content& content, const LeafStyle& style) override;
+
+ protected:
+  void paint(QPainter& painter) override;
+
+ private:
+  IconContent content_;
+  QIcon icon_;
 };
 
 }  // namespace kestrune::ui::qt

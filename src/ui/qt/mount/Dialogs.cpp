@@ -1,10 +1,12 @@
 #include "ui/qt/mount/Dialogs.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include <QFileDialog>
 #include <QHash>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -86,6 +88,21 @@ QDialog* openExport(const FileExportContent& wanted, Current current, const Them
   return dialog;
 }
 
+constexpr int symbolSize = 16;
+
+QIcon icon(const std::string& symbolName, Theme& theme, double devicePixelRatio) {
+  if (symbolName.empty()) return {};
+  return {theme.symbol(symbolName, symbolSize, theme.color(ColorRole::primary), devicePixelRatio)};
+}
+
+void choose(const std::vector<MenuItem>& items, const TextContent& title) {
+  const auto item = std::ranges::find_if(
+      items, [&](const MenuItem& each) { return !each.isSeparator && each.title == title; });
+  if (item == items.end() || !item->action) return;
+  const auto action = item->action;  // the call may replace the items
+  action();
+}
+
 }  // namespace
 
 QDialog* openDialog(const Content& content, Current current, const Theme& theme, QWidget& parent) {
@@ -97,6 +114,25 @@ QDialog* openDialog(const Content& content, Current current, const Theme& theme,
   }
   if (dialog != nullptr) dialog->setAttribute(Qt::WA_DeleteOnClose);
   return dialog;
+}
+
+QMenu* openMenu(std::function<const std::vector<MenuItem>&()> items, Theme& theme, QWidget& parent,
+                QPoint place) {
+  auto* menu = new QMenu(&parent);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const MenuItem& item : items()) {
+    if (item.isSeparator) {
+      menu->addSeparator();
+      continue;
+    }
+    menu->addAction(icon(item.symbol, theme, parent.devicePixelRatioF()),
+                    withoutMnemonic(theme.text(item.title)), &parent,
+                    [items, title = item.title] { choose(items(), title); });
+  }
+  // An assistive tool chooses without a click, and the menu would stay.
+  QObject::connect(menu, &QMenu::triggered, menu, &QMenu::close);
+  menu->popup(place);
+  return menu;
 }
 
 }  // namespace kestrune::ui::qt

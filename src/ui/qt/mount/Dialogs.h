@@ -1,8 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include <QDialog>
+#include <QMenu>
+#include <QPoint>
 
 #include "ui/view/View.h"
 
@@ -15,5 +18,10 @@ class Theme;
 // deletes itself when it closes. Main thread.
 QDialog* openDialog(const Content& content, std::function<const Content*()> current, const Theme& theme,
                     QWidget& parent);
+
+// Opens a menu of `items` over `parent`, at a place on screen. The items are read again when the user
+// chooses: an item that no longer exists does nothing. The menu deletes itself when it closes. Main thread.
+QMenu* openMenu(std::function<const std::vector<MenuItem>&()> items, Theme& theme, QWidget& parent,
+                QPoint place);
 
 }  // namespace kestrune::ui::qt

@@ -1,10 +1,8 @@
 #include "ui/qt/mount/LeafFactory.h"
 
-#include "ui/qt/charts/BarLeaf.h"
 #include "ui/qt/charts/DayChartLeaf.h"
+#include "ui/qt/charts/GaugeLeaf.h"
 #include "ui/qt/charts/LineChartLeaf.h"
-#include "ui/qt/charts/RingLeaf.h"
-#include "ui/qt/leaves/IconLeaf.h"
 #include "ui/qt/leaves/SegmentedPickerLeaf.h"
 #include "ui/qt/leaves/SliderLeaf.h"
 #include "ui/qt/leaves/SwitchLeaf.h"
@@ -20,7 +18,6 @@ struct Maker {
 
   Leaf* operator()(const TextContent&) const { return new TextLeaf(theme, parent); }
   Leaf* operator()(const SymbolContent&) const { return new SymbolLeaf(theme, parent); }
-  Leaf* operator()(const ImageContent&) const { return new ImageLeaf(theme, parent); }
   Leaf* operator()(const IconContent&) const { return new IconLeaf(theme, parent); }
   Leaf* operator()(const SwitchContent&) const { return new SwitchLeaf(theme, parent); }
   Leaf* operator()(const SliderContent&) const { return new SliderLeaf(theme, parent); }

@@ -1,11 +1,8 @@
 #include "ui/qt/mount/MountedView.h"
 
-#include <algorithm>
-
 #include "ui/qt/leaves/ToolTip.h"
 #include "ui/qt/mount/Dialogs.h"
 #include "ui/qt/mount/LeafFactory.h"
-#include "ui/qt/mount/Menus.h"
 #include "ui/qt/mount/Panes.h"
 #include "ui/qt/mount/RowsPane.h"
 #include "ui/qt/mount/Transitions.h"

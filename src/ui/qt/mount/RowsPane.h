@@ -3,7 +3,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <vector>
 
 #include <QPointer>
 #include <QScrollArea>

@@ -6,7 +6,6 @@
 #include "ui/qt/theme/Theme.h"
 
 namespace kestrune::ui::qt {
-
 namespace {
 
 Inherited surroundings() {

@@ -6,8 +6,6 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <QSize>
-#include <QString>
 
 namespace kestrune::ui::qt {
 
@@ -20,7 +18,7 @@ class PictureCache {
   PictureCache();
 
   // `name` is the path below the resources' root without the extension; the picture is stretched to `width`
-  // by `height`. Null if there is none of that name.
+  // by `height`. Null if no picture has that name.
   QPixmap picture(const std::string& name, double width, double height, const QColor& color,
                   double devicePixelRatio);
   void clear() { kept_.clear(); }

@@ -8,7 +8,6 @@
 #include <QColor>
 #include <QFont>
 #include <QFontMetricsF>
-#include <QPalette>
 #include <QPixmap>
 
 #include "texts/Catalogue.h"

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/linux/processor/CpuList.h"
 #include "platform/linux/processor/CpuTopology.h"
 #include "platform/linux/processor/LinuxChip.h"
 #include "platform/linux/processor/LinuxProcessors.h"

@@ -33,7 +33,6 @@ std::vector<Change> changes() {
   return {
       {"text", verbatimText("a"), verbatimText("b")},
       {"symbol", SymbolContent{"cpu"}, SymbolContent{"gearshape"}},
-      {"image", ImageContent{"kestrune"}, ImageContent{"MenuBarIconTemplate"}},
       {"icon", IconContent{"", "cpu"}, IconContent{"", "gearshape"}},
       change("height of a point", lines, [](auto& to) { to.lines[0].heights[0] = 1; }),
       change("width of a line", lines, [](auto& to) { to.lineWidth = 2; }),
