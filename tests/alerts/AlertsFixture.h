@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "alerts/AlertsMonitor.h"
-#include "support/ScriptedPlatform.h"
+#include "support/Providers.h"
 
 namespace kestrune::test {
 
@@ -21,35 +21,27 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
   }
 
   void setCPU(double usage, std::vector<double> cores = {}) {
-    cpu->current.set({.usagePercent = usage, .coreUsages = std::move(cores), .topProcesses = {}});
+    sources.cpu->current.set({.usagePercent = usage, .coreUsages = std::move(cores)});
   }
   void setPressure(Pressure level, double usedGB = 12) {
-    MemorySnapshot snapshot;
-    snapshot.usedBytes = static_cast<std::uint64_t>(usedGB * 0x1p30);
-    snapshot.totalBytes = 16 * gigabyte;
-    snapshot.pressure = level;
-    memoryProvider->current.set(snapshot);
+    const auto used = static_cast<std::uint64_t>(usedGB * 0x1p30);
+    sources.memory->current.set({.usedBytes = used, .totalBytes = 16 * gigabyte, .pressure = level});
   }
   void setDisk(std::uint64_t total, std::uint64_t used) {
-    DiskSnapshot snapshot;
-    snapshot.volumeTotalBytes = total;
-    snapshot.volumeUsedBytes = used;
-    snapshot.volumeFreeBytes = total - used;
-    disk->current.set(snapshot);
+    sources.disk->current.set(
+        {.volumeTotalBytes = total, .volumeUsedBytes = used, .volumeFreeBytes = total - used});
   }
   // A day with this much traffic, up and down together, spread over three hours.
   void setTraffic(double gigabytes) {
-    HourBucket hour;
-    hour.networkUpBytes = gigabytes * 0x1p30 / 12;
-    hour.networkDownBytes = gigabytes * 0x1p30 / 4;
-    recorder->current.hours.assign(3, hour);
+    const double twelfth = gigabytes * 0x1p30 / 12;
+    recorder->current.hours.assign(3, {.networkUpBytes = twelfth, .networkDownBytes = 3 * twelfth});
   }
   void set(const char* key, platform::PreferenceValue value) { settings.set(key, std::move(value)); }
 
   // Starts the monitor and authorizes it.
   void start() {
     monitor->refreshAuthorization();
-    monitor->start(cpu, memoryProvider, disk, recorder);
+    monitor->start(sources.cpu, sources.memory, sources.disk, recorder);
     settle();
   }
   void evaluate(int times = 1) { advance(times * std::chrono::seconds(5)); }
@@ -62,6 +54,10 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
       last = alert;
     }
     return identifiers;
+  }
+  std::vector<std::string> firedAfter(int evaluations = 1) {
+    evaluate(evaluations);
+    return fired();
   }
   // How many evaluations until an alert fires; 0 if none does within twenty minutes.
   int evaluationsUntilItFires() {
@@ -77,23 +73,12 @@ class AlertsFixture : public testing::Test, public ScriptedPlatform {
   Preferences settings{preferences};
   Catalogue texts;
   LocaleFormats formats{"en_US.UTF-8"};
-  std::shared_ptr<ProcessScanCache> scans = std::make_shared<ProcessScanCache>(clock, processTable, *lane);
-  std::shared_ptr<CPUProvider> cpu = std::make_shared<CPUProvider>(loop, processors, chip, scans);
-  std::shared_ptr<MemoryProvider> memoryProvider = std::make_shared<MemoryProvider>(loop, memory, scans);
-  std::shared_ptr<DiskProvider> disk = std::make_shared<DiskProvider>(loop, blockStorage, volumes);
+  Providers sources{*this};
   std::shared_ptr<HistoryRecorder> recorder = std::make_shared<HistoryRecorder>(
       loop, HistoryRecorder::Services{.calendar = calendar, .facts = systemFacts, .files = recordFiles});
-  std::shared_ptr<AlertsMonitor> monitor = makeMonitor(formats);
+  std::shared_ptr<AlertsMonitor> monitor = std::make_shared<AlertsMonitor>(
+      loop, AlertsMonitor::Services{settings, notifications, workspace, calendar, texts, formats});
   platform::UserNotification last;  // returned by `fired`
-
-  std::shared_ptr<AlertsMonitor> makeMonitor(LocaleFormats& localeFormats) {
-    return std::make_shared<AlertsMonitor>(loop, AlertsMonitor::Services{.preferences = settings,
-                                                                         .notifications = notifications,
-                                                                         .workspace = workspace,
-                                                                         .calendar = calendar,
-                                                                         .texts = texts,
-                                                                         .formats = localeFormats});
-  }
 };
 
 }  // namespace kestrune::test

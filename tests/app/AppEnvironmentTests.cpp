@@ -12,8 +12,6 @@ constexpr double daySeconds = 86400;
 
 class AppEnvironmentTest : public testing::Test, public test::ScriptedPlatform {
  protected:
-  const HistoryRing<double>& usage() { return *environment->cpu->usageHistory; }
-
   Preferences store{preferences};
   LocaleFormats formats{"en_US"};
   Catalogue texts;
@@ -22,45 +20,31 @@ class AppEnvironmentTest : public testing::Test, public test::ScriptedPlatform {
   const Date today = calendar.startOfDay(clock.now());
 };
 
-TEST_F(AppEnvironmentTest, samplesWithoutAnyView) {
-  EXPECT_EQ(usage().size(), 1U);
+TEST_F(AppEnvironmentTest, samplesWithoutAnyViewUntilDestroyed) {
+  const auto& usage = environment->cpu->usageHistory;
+  EXPECT_EQ(usage->size(), 1U);
   advance(999ms);
-  EXPECT_EQ(usage().size(), 1U);
+  EXPECT_EQ(usage->size(), 1U);
   advance(1ms);
-  EXPECT_EQ(usage().size(), 2U);
-}
-
-TEST_F(AppEnvironmentTest, destructionEndsItsLoops) {
-  advance(2s);
+  EXPECT_EQ(usage->size(), 2U);
   environment.reset();
   settle();
   EXPECT_EQ(loop.nextDeadline(), std::nullopt);
 }
 
-TEST_F(AppEnvironmentTest, shiftingStopsAtToday) {
-  auto& selected = environment->selectedDate;
-  environment->shiftSelectedDate(1);
-  EXPECT_EQ(selected.get(), std::nullopt);
-  environment->shiftSelectedDate(0);
-  EXPECT_EQ(selected.get(), std::nullopt);
-  environment->shiftSelectedDate(-1);
-  EXPECT_EQ(selected.get(), today + -daySeconds);
-  environment->shiftSelectedDate(-6);
-  EXPECT_EQ(selected.get(), today + -7 * daySeconds);
-  environment->shiftSelectedDate(6);
-  EXPECT_EQ(selected.get(), today + -daySeconds);
-  environment->shiftSelectedDate(1);
-  EXPECT_EQ(selected.get(), std::nullopt);
-}
-
-TEST_F(AppEnvironmentTest, dayOutsideTheCalendarIsIgnored) {
+TEST_F(AppEnvironmentTest, shiftingStopsAtTodayAndAtTheCalendarsEnd) {
+  const auto& selected = environment->selectedDate;
+  for (const auto& [shift, daysAgo] : {std::pair(1, 0), {0, 0}, {-1, 1}, {-6, 7}, {6, 1}, {1, 0}}) {
+    environment->shiftSelectedDate(shift);
+    EXPECT_EQ(*selected, daysAgo > 0 ? std::optional(today + -daysAgo * daySeconds) : std::nullopt) << shift;
+  }
   environment->shiftSelectedDate(-3);
   calendar.isOutOfRange = true;
   environment->shiftSelectedDate(-1);
-  EXPECT_EQ(environment->selectedDate.get(), today + -3 * daySeconds);
+  EXPECT_EQ(*selected, today + -3 * daySeconds) << "a day outside the calendar";
   environment->selectedDate.set(std::nullopt);
   environment->shiftSelectedDate(-1);
-  EXPECT_EQ(environment->selectedDate.get(), std::nullopt);
+  EXPECT_EQ(*selected, std::nullopt);
 }
 
 }  // namespace

@@ -17,25 +17,10 @@ std::vector<std::string> names(const FolderItems& items) {
 }
 
 // The expected order: a plain list that is sorted again after each result.
-class Reference {
- public:
-  explicit Reference(std::vector<FolderItem> listed) : items_(std::move(listed)) { sort(); }
-
-  const std::vector<FolderItem>& items() const { return items_; }
-  void setMeasure(const FileLocation& url, std::uint64_t bytes) {
-    const auto item = std::ranges::find(items_, url, &FolderItem::url);
-    item->sizeBytes = bytes;
-    item->childCount = 1;
-    sort();
-  }
-
- private:
-  void sort() {
-    std::ranges::stable_sort(items_, std::greater(),
-                             [](const FolderItem& item) { return item.sizeBytes.value_or(0); });
-  }
-  std::vector<FolderItem> items_;
-};
+void sort(std::vector<FolderItem>& items) {
+  std::ranges::stable_sort(items, std::greater(),
+                           [](const FolderItem& item) { return item.sizeBytes.value_or(0); });
+}
 
 // Few different sizes, for many ties, and several blocks of rows.
 class FolderItemsTest : public testing::Test {
@@ -44,7 +29,6 @@ class FolderItemsTest : public testing::Test {
     for (int i = 0; i < 3000; ++i) {
       FolderItem item{.url = FileLocation("/d/" + std::to_string(i)), .isDirectory = i % 4 != 0};
       if (!item.isDirectory) item.sizeBytes = size(random);
-      if (!item.isDirectory) item.childCount = 0;
       listed.push_back(item);
     }
   }
@@ -58,15 +42,11 @@ TEST_F(FolderItemsTest, insertionKeepsSortOrder) {
   FolderItems items(listed);
   const FolderItems snapshot = items;
   const auto before = names(snapshot);
-  Reference reference(listed);
-  struct Directory {
-    FolderItems::Rank rank;
-    FileLocation url;
-  };
-  std::vector<Directory> directories;
-  for (std::size_t row = 0; row < items.size(); ++row) {
-    const auto rank = static_cast<FolderItems::Rank>(row);
-    if (items[row].isDirectory) directories.push_back({rank, items[row].url});
+  std::vector<FolderItem> reference = listed;
+  sort(reference);
+  std::vector<std::pair<FolderItems::Rank, FileLocation>> directories;
+  for (FolderItems::Rank row = 0; row < items.size(); ++row) {
+    if (items[row].isDirectory) directories.emplace_back(row, items[row].url);
   }
   std::ranges::shuffle(directories, random);
   ASSERT_EQ(directories.size(), 2250U);
@@ -75,16 +55,17 @@ TEST_F(FolderItemsTest, insertionKeepsSortOrder) {
   for (const auto& [rank, url] : directories) {
     const std::uint64_t bytes = size(random);
     items.setMeasure(rank, bytes, 1);
-    reference.setMeasure(url, bytes);
+    std::ranges::find(reference, url, &FolderItem::url)->sizeBytes = bytes;
+    sort(reference);
     ASSERT_EQ(items.measuredDirectoryCount(), ++measured);
     if (measured % 50 != 0 && measured != directories.size()) continue;
     ASSERT_EQ(items.size(), listed.size());
     for (std::size_t row = 0; row < listed.size(); ++row) {
-      ASSERT_EQ(items[row].url, reference.items()[row].url) << row << " after " << measured;
-      ASSERT_EQ(items[row].sizeBytes, reference.items()[row].sizeBytes);
+      ASSERT_EQ(items[row].url, reference[row].url) << row << " after " << measured;
+      ASSERT_EQ(items[row].sizeBytes, reference[row].sizeBytes);
     }
   }
-  EXPECT_TRUE(std::ranges::equal(items, reference.items(), {}, &FolderItem::url, &FolderItem::url));
+  EXPECT_TRUE(std::ranges::equal(items, reference, {}, &FolderItem::url, &FolderItem::url));
   EXPECT_EQ(names(snapshot), before) << "a copy does not change";
 }
 

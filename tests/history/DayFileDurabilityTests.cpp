@@ -1,19 +1,11 @@
 // Day files on a real file system when the program is killed or the disk fails.
-#include <array>
-#include <chrono>
 #include <csignal>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <thread>
 
 #include <gmock/gmock.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include "SampleDay.h"
 #include "history/DailySummaryJson.h"
@@ -31,28 +23,6 @@ namespace fs = std::filesystem;
 
 constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
 constexpr const char* fileName = "Kestrune/history/2026-05-09.json";
-
-// Mounts a file system on a folder, for this process only.
-class Mount {
- public:
-  Mount(std::string folder, const char* options) : folder_(std::move(folder)) {
-    isThere_ = test::hasLeftMachine() && mount("tmpfs", folder_.c_str(), "tmpfs", 0, options) == 0;
-  }
-  ~Mount() {
-    if (isThere_) umount2(folder_.c_str(), MNT_DETACH);
-  }
-  Mount(const Mount&) = delete;
-  Mount& operator=(const Mount&) = delete;
-
-  explicit operator bool() const { return isThere_; }
-  bool makeReadOnly() const {
-    return mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
-  }
-
- private:
-  std::string folder_;
-  bool isThere_ = false;
-};
 
 // A record of a busy day, identified by its days of uptime.
 DailySummary numberedDay(std::int64_t number) {
@@ -93,6 +63,7 @@ class DayFileDurabilityTest : public testing::Test, public test::ScriptedPlatfor
 
   test::TemporaryFolder folder;
   const std::string data = folder / "data";
+  test::Mounts disk;
 };
 
 TEST_F(DayFileDurabilityTest, killedProgramLeavesAWholeFile) {
@@ -133,8 +104,8 @@ TEST_F(DayFileDurabilityTest, killedProgramLeavesAWholeFile) {
 
 TEST_F(DayFileDurabilityTest, fullDiskKeepsTheOldFile) {
   fs::create_directory(data);
-  const Mount disk(data, "size=256k,mode=0700");
-  if (!disk) GTEST_SKIP() << "the kernel grants no mount";
+  if (!disk.add(data, "tmpfs", "tmpfs", 0, "size=256k,mode=0700"))
+    GTEST_SKIP() << "the kernel grants no mount";
   ASSERT_EQ(save(numberedDay(1)), "");
   {
     std::ofstream filler(data + "/filler", std::ios::binary);
@@ -150,10 +121,9 @@ TEST_F(DayFileDurabilityTest, fullDiskKeepsTheOldFile) {
 
 TEST_F(DayFileDurabilityTest, readOnlyDiskKeepsTheOldFile) {
   fs::create_directory(data);
-  const Mount disk(data, "size=1m,mode=0700");
-  if (!disk) GTEST_SKIP() << "the kernel grants no mount";
+  if (!disk.add(data, "tmpfs", "tmpfs", 0, "size=1m,mode=0700")) GTEST_SKIP() << "the kernel grants no mount";
   ASSERT_EQ(save(numberedDay(1)), "");
-  ASSERT_TRUE(disk.makeReadOnly());
+  ASSERT_EQ(mount(nullptr, data.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
   EXPECT_EQ(save(numberedDay(2)), "[HistoryRecorder] save failed: Read-only file system\n");
   EXPECT_EQ(onFile(), numberedDay(1));
 }

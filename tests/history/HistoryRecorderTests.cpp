@@ -1,6 +1,3 @@
-#include <cmath>
-#include <cstdlib>
-
 #include <gmock/gmock.h>
 
 #include "SampleDay.h"
@@ -22,25 +19,14 @@ constexpr Date midnight{799977600};  // 2026-05-09T00:00:00Z
 constexpr double day = 86400;
 constexpr const char* fileName = "2026-05-09.json";
 
-constexpr double timeOfDay(int hours, int minutes, int seconds) {
-  return hours * 3600.0 + minutes * 60.0 + seconds;
-}
-
-// Sets the machine's time zone for its lifetime.
-class Zone {
- public:
-  explicit Zone(const char* name) { setenv("TZ", name, 1); }
-  ~Zone() { unsetenv("TZ"); }
-  Zone(const Zone&) = delete;
-  Zone& operator=(const Zone&) = delete;
-};
+constexpr double hour = 3600;
 
 class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform {
  protected:
-  HistoryRecorderTest() { clock.setWall(midnight + timeOfDay(10, 0, 30)); }
+  HistoryRecorderTest() { clock.setWall(midnight + (10 * hour + 30)); }
 
-  void begin() { begin(calendar); }
-  void begin(platform::Calendar& userCalendar) {
+  void begin() { beginIn(calendar); }
+  void beginIn(platform::Calendar& userCalendar) {
     files.emplace(historyFolder, userCalendar);
     recorder = std::make_shared<HistoryRecorder>(
         loop, HistoryRecorder::Services{.calendar = userCalendar, .facts = systemFacts, .files = *files});
@@ -55,6 +41,12 @@ class HistoryRecorderTest : public testing::Test, public test::ScriptedPlatform 
     sources.network->current.set(snapshot);
   }
   void showUsage(double percent) const { sources.cpu->current.set({.usagePercent = percent}); }
+  // What is printed while time passes.
+  std::string printedDuring(Duration time) {
+    testing::internal::CaptureStdout();
+    advance(time);
+    return testing::internal::GetCapturedStdout();
+  }
   std::optional<DailySummary> onFile(const std::string& name) { return decodeDay(historyFolder.files[name]); }
   std::vector<std::int64_t> hours() const {
     std::vector<std::int64_t> hours;
@@ -131,9 +123,8 @@ TEST_F(HistoryRecorderTest, foldsWhatTheProvidersShow) {
                                   {"b", {.name = "b", .cpuSum = 5, .cpuCount = 1, .memorySum = 50}}}));
   EXPECT_EQ(record.networkSSIDs,
             (std::map<std::string, NetworkSSIDStat>{{"Home", {.uploadBytes = 300, .downloadBytes = 12000}}}));
-  EXPECT_EQ(record.diskTotalBytes, 1000U);
-  EXPECT_EQ(record.diskUsedBytes, 600U);
-  EXPECT_EQ(record.diskFreeBytes, 400U);
+  EXPECT_THAT((std::array{record.diskTotalBytes, record.diskUsedBytes, record.diskFreeBytes}),
+              ElementsAre(1000, 600, 400));
   EXPECT_EQ(record.batteryHealthPercent, 96);
 }
 
@@ -184,18 +175,16 @@ TEST_F(HistoryRecorderTest, nextSaveReplacesADamagedRecord) {
   std::string damaged = encodeDay(test::sampleDay(midnight)).text;
   damaged.pop_back();
   historyFolder.files[fileName] = damaged;
-  testing::internal::CaptureStdout();
   begin();
   EXPECT_EQ(recorder->current, (DailySummary{.date = midnight}));
   advance(9min);
   EXPECT_EQ(historyFolder.files[fileName], damaged);
-  advance(1min);
+  EXPECT_EQ(printedDuring(1min), "");
   EXPECT_EQ(onFile(fileName), recorder->current);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 TEST_F(HistoryRecorderTest, midnightStartsANewRecord) {
-  clock.setWall(midnight + timeOfDay(23, 57, 30));
+  clock.setWall(midnight + (24 * hour - 150));
   begin();
   sources.network->current.set({.uploadBytesPerSec = 10, .interfaceName = "Ethernet"});
   advance(2min);
@@ -216,7 +205,7 @@ TEST_F(HistoryRecorderTest, midnightStartsANewRecord) {
 TEST_F(HistoryRecorderTest, daysAsleepLeaveNoFile) {
   begin();
   advance(3min);
-  clock.setWall(midnight + 4 * day + timeOfDay(7, 0, 0));
+  clock.setWall(midnight + (4 * day + 7 * hour));
   advance(1min);
   EXPECT_EQ(onFile(fileName)->hours[0].cpu.count, 3);
   EXPECT_EQ(recorder->current.date, midnight + 4 * day);
@@ -227,23 +216,23 @@ TEST_F(HistoryRecorderTest, daysAsleepLeaveNoFile) {
 TEST_F(HistoryRecorderTest, settingTheClockBackKeepsTheRecord) {
   begin();
   advance(3min);
-  clock.setWall(midnight + -2 * day + timeOfDay(22, 0, 0));
+  clock.setWall(midnight + (22 * hour - 2 * day));
   advance(1min);
   EXPECT_EQ(recorder->current.date, midnight);
   EXPECT_THAT(hours(), ElementsAre(10, 22));
   EXPECT_EQ(historyFolder.writes, 0);
-  clock.setWall(midnight + timeOfDay(10, 30, 0));
+  clock.setWall(midnight + 10.5 * hour);
   advance(1min);
   EXPECT_THAT(hours(), ElementsAre(10, 22, 10)) << "an hour can appear twice";
   EXPECT_EQ(ticks(), 5);
 }
 
 TEST_F(HistoryRecorderTest, dayWithoutMidnightStartsAfterTheJump) {
-  const Zone zone("America/Sao_Paulo");
+  setenv("TZ", "America/Sao_Paulo", 1);
   platform::LinuxCalendar saoPaulo;
   const Date jump{1541300400 - unixTimeOfReferenceDate};  // 01:00 on the 4th of November 2018
   clock.setWall(jump + -90);
-  begin(saoPaulo);
+  beginIn(saoPaulo);
   advance(1min);
   EXPECT_THAT(hours(), ElementsAre(23));
   advance(1min);
@@ -251,14 +240,13 @@ TEST_F(HistoryRecorderTest, dayWithoutMidnightStartsAfterTheJump) {
   EXPECT_EQ(recorder->current.date, jump);
   recorder->save(recorder->current);
   EXPECT_THAT(historyFolder.files, ElementsAre(Key("2018-11-03.json"), Key("2018-11-04.json")));
+  unsetenv("TZ");
 }
 
 TEST_F(HistoryRecorderTest, reportsEachFailedSaveAndContinues) {
   historyFolder.failure = "No space left on device";
   begin();
-  testing::internal::CaptureStdout();
-  advance(29min);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+  EXPECT_EQ(printedDuring(29min),
             "[HistoryRecorder] save failed: No space left on device\n"
             "[HistoryRecorder] save failed: No space left on device\n");
   EXPECT_EQ(historyFolder.writes, 2) << "no retry";
@@ -269,9 +257,7 @@ TEST_F(HistoryRecorderTest, reportsEachFailedSaveAndContinues) {
 
   historyFolder.failure = "Input/output error";
   clock.setWall(midnight + day);
-  testing::internal::CaptureStdout();
-  advance(1min);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "[HistoryRecorder] save failed: Input/output error\n");
+  EXPECT_EQ(printedDuring(1min), "[HistoryRecorder] save failed: Input/output error\n");
   EXPECT_EQ(recorder->current.date, midnight + day) << "the new day begins regardless";
 }
 

@@ -73,14 +73,13 @@ TEST_F(AudioProviderTest, devicesHaveFiguresForEachDirection) {
   speaker.output.hasStreams = true;
   audio.next = {.defaultOutput = 5, .defaultInput = 4, .devices = {headset(), nameless, speaker}};
   const AudioSnapshot now = read();
+  const auto figures = [](const auto& device) {
+    return std::tuple(device.volume, device.isMuted, device.channelCount);
+  };
   ASSERT_EQ(now.allOutputDevices.size(), 2U);
-  EXPECT_EQ(now.allOutputDevices[0].volume, 0.5F);
-  EXPECT_TRUE(now.allOutputDevices[0].isMuted);
-  EXPECT_EQ(now.allOutputDevices[0].channelCount, 8);
+  EXPECT_EQ(figures(now.allOutputDevices[0]), std::tuple(0.5F, true, 8));
   ASSERT_EQ(now.allInputDevices.size(), 1U);
-  EXPECT_EQ(now.allInputDevices[0].volume, 0.25F);
-  EXPECT_FALSE(now.allInputDevices[0].isMuted);
-  EXPECT_EQ(now.allInputDevices[0].channelCount, 1);
+  EXPECT_EQ(figures(now.allInputDevices[0]), std::tuple(0.25F, false, 1));
   ASSERT_TRUE(now.defaultOutput);
   EXPECT_EQ(now.defaultOutput->name, "Sp\uFFFD");
   EXPECT_EQ(now.defaultOutput->volume, -1.0F);
@@ -98,15 +97,12 @@ TEST_F(AudioProviderTest, groupsHelpersAndSkipsIdleClients) {
 }
 
 TEST_F(AudioProviderTest, namesHaveFallbacks) {
-  const auto identify = [&](std::int32_t pid, const char* identifier) {
-    applications.running[pid] = {.bundleIdentifier = identifier, .localizedName = ""};
-  };
-  identify(1, "org.located");
+  applications.running = {{1, {.bundleIdentifier = "org.located", .localizedName = ""}},
+                          {2, {.bundleIdentifier = "org.vendor.web helper", .localizedName = ""}},
+                          {3, {.bundleIdentifier = "ends.in.", .localizedName = ""}},
+                          {6, {.bundleIdentifier = {}, .localizedName = "Plain"}}};
   applications.paths["org.located"] = "/opt/apps/Nice Player.desktop";
-  identify(2, "org.vendor.web helper");
-  identify(3, "ends.in.");
   applications.processNames[4] = "averyveryverylongname";
-  applications.running[6] = {.bundleIdentifier = {}, .localizedName = "Plain"};
   for (const std::int32_t pid : {1, 2, 3, 4, 5, 6, 0}) {
     audio.next.clients.push_back(
         {.id = static_cast<std::uint32_t>(100 + pid), .isRunningOutput = true, .pid = pid});

@@ -41,14 +41,9 @@ TEST_F(CPUProviderTest, loadIsTheDifferenceToTheLastRead) {
   EXPECT_THAT(provider->current->coreUsages, ElementsAre(50.0, 25.0));
   EXPECT_THAT(provider->usageHistory->values(), ElementsAre(34.0, 37.5));
   EXPECT_THAT((*provider->history)[1].value.coreUsages, ElementsAre(50.0, 25.0));
-}
-
-TEST_F(CPUProviderTest, everyStateButIdleCountsAsBusy) {
-  processors.ticks = {ProcessorTicks{}};
   tick();
-  processors.ticks = {ProcessorTicks{.user = 10, .system = 20, .idle = 40, .nice = 30}};
-  tick();
-  EXPECT_EQ(provider->current->usagePercent, 60.0);
+  EXPECT_EQ(provider->current->usagePercent, 37.5) << "without new ticks the total repeats";
+  EXPECT_THAT(provider->current->coreUsages, ElementsAre(0.0, 0.0));
 }
 
 TEST_F(CPUProviderTest, menuBarShowsEveryThirdTick) {
@@ -58,14 +53,6 @@ TEST_F(CPUProviderTest, menuBarShowsEveryThirdTick) {
     shown.push_back(provider->menuBarUsagePercent.get());
   }
   EXPECT_THAT(shown, ElementsAre(34.0, 34.0, 34.0, 40.0, 40.0, 40.0, 70.0));
-}
-
-TEST_F(CPUProviderTest, withoutNewTicksTheTotalRepeatsAndTheCoresAreZero) {
-  tick();
-  tickAfter({50, 50});
-  tick();
-  EXPECT_EQ(provider->current->usagePercent, 50.0);
-  EXPECT_THAT(provider->current->coreUsages, ElementsAre(0.0, 0.0));
 }
 
 TEST_F(CPUProviderTest, failedReadRepeatsAllFigures) {
@@ -102,16 +89,20 @@ TEST_F(CPUProviderTest, processorsMayAppearAndDisappear) {
   EXPECT_EQ(provider->current->usagePercent, 80.0);
 }
 
-TEST_F(CPUProviderTest, loadStaysWithinItsBounds) {
-  processors.ticks = {{.user = 0, .idle = 1000}, {.user = 1000, .idle = 0}};
-  tick();
-  processors.ticks = {{.user = 500, .idle = 900},
-                      {.user = 900, .idle = 500}};  // one counter of each runs backwards
-  tick();
+TEST_F(CPUProviderTest, loadCountsAllButIdleWithinItsBounds) {
+  const auto readTicks = [&](std::vector<ProcessorTicks> ticks) {
+    processors.ticks = std::move(ticks);
+    tick();
+    return provider->current->usagePercent;
+  };
+  readTicks({{}});
+  EXPECT_EQ(readTicks({{.user = 10, .system = 20, .idle = 40, .nice = 30}}), 60.0);
+
+  // One counter of each processor runs backwards.
+  readTicks({{.user = 0, .idle = 1000}, {.user = 1000, .idle = 0}});
+  readTicks({{.user = 500, .idle = 900}, {.user = 900, .idle = 500}});
   EXPECT_THAT(provider->current->coreUsages, ElementsAre(100.0, 0.0));
-  processors.ticks = {{.user = 2000, .idle = 0}, {.user = 2000, .idle = 0}};
-  tick();
-  EXPECT_EQ(provider->current->usagePercent, 100.0);
+  EXPECT_EQ(readTicks({{.user = 2000, .idle = 0}, {.user = 2000, .idle = 0}}), 100.0);
 }
 
 TEST_F(CPUProviderDeathTest, overflowEndsTheProcess) {

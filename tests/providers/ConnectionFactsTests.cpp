@@ -42,13 +42,9 @@ TEST_F(ConnectionFactsTest, aMissingNetworkNameIsSearchedFor) {
 
 TEST_F(ConnectionFactsTest, needsLocationOnlyForAMissingName) {
   using enum LocationAuthorization;
-  for (const auto status : {notDetermined, restricted, denied}) {
+  for (const auto status : {notDetermined, restricted, denied, authorizedAlways, authorizedWhenInUse}) {
     question.authStatus = status;
-    EXPECT_TRUE(facts().needsLocation);
-  }
-  for (const auto status : {authorizedAlways, authorizedWhenInUse}) {
-    question.authStatus = status;
-    EXPECT_FALSE(facts().needsLocation);
+    EXPECT_EQ(facts().needsLocation, status != authorizedAlways && status != authorizedWhenInUse);
   }
   question.authStatus = denied;
   question.wifiSSID = "Home";

@@ -50,10 +50,9 @@ TEST_F(MemoryProviderTest, readsAtOnceAndThenOncePerInterval) {
 }
 
 TEST_F(MemoryProviderTest, pressureFollowsTheShareInUse) {
+  using enum Pressure;
   const std::vector<std::pair<std::uint64_t, Pressure>> levels = {
-      {749, Pressure::nominal},  {750, Pressure::warning},   {899, Pressure::warning},
-      {900, Pressure::critical}, {1001, Pressure::critical},
-  };
+      {749, nominal}, {750, warning}, {899, warning}, {900, critical}, {1001, critical}};
   for (const auto& [used, pressure] : levels) {
     use(used);
     provider->tick();

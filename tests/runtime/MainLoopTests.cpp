@@ -1,11 +1,4 @@
-#include <chrono>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/TestClock.h"
 

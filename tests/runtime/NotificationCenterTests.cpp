@@ -1,11 +1,4 @@
-#include <any>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "runtime/NotificationCenter.h"
 
@@ -41,15 +34,13 @@ TEST_F(NotificationCenterTest, handlersMaySubscribeAndUnsubscribe) {
 
 TEST_F(NotificationCenterTest, handlerMayUnsubscribeItself) {
   NotificationCenter::Subscription own;
-  const auto nested = observe("nested", "nested");
   const auto marker = std::make_shared<int>(0);
   own = center.observe("opened", [&, marker](const std::any&) {
     own = {};
-    center.post("nested");
+    center.post("opened");
     ++*marker;
   });
   center.post("opened");
-  EXPECT_THAT(heard, ElementsAre("nested"));
   EXPECT_EQ(*marker, 1);
   EXPECT_EQ(marker.use_count(), 1);
 }

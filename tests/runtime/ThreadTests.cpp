@@ -1,17 +1,9 @@
 #include <atomic>
-#include <condition_variable>
 #include <future>
 #include <latch>
-#include <memory>
-#include <mutex>
-#include <numeric>
-#include <optional>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "runtime/Arrivals.h"
 #include "runtime/Task.h"
@@ -26,24 +18,15 @@ using testing::ElementsAre;
 class BlockingWaker final : public LoopWaker {
  public:
   void wake() override {
-    const std::lock_guard lock(mutex_);
     woken_ = true;
-    changed_.notify_one();
+    woken_.notify_one();
   }
   void setDeadline(std::optional<ContinuousTime>) override {}
-  void acknowledge() override {
-    const std::lock_guard lock(mutex_);
-    woken_ = false;
-  }
-  void wait() {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return woken_; });
-  }
+  void acknowledge() override { woken_ = false; }
+  void wait() { woken_.wait(false); }
 
  private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool woken_ = false;
+  std::atomic<bool> woken_ = false;
 };
 
 class ThreadTest : public testing::Test {
@@ -51,90 +34,86 @@ class ThreadTest : public testing::Test {
   test::TestClock clock;
   BlockingWaker waker;
   std::unique_ptr<MainLoop> loop = std::make_unique<MainLoop>(clock, waker);
-
-  template <class Condition>
-  void runUntil(Condition condition) {
-    while (!condition()) {
-      waker.wait();
-      loop->run();
-    }
-  }
 };
+
+// Runs the same work in some threads; they are joined where the result is destroyed.
+std::vector<std::jthread> inThreads(int count, const std::function<void()>& work) {
+  std::vector<std::jthread> threads;
+  while (count-- > 0) threads.emplace_back(work);
+  return threads;
+}
 
 std::shared_ptr<ThreadLane> makeLane(std::string name = "lane") {
   return std::make_shared<ThreadLane>(std::move(name), nullptr);
 }
 
-TEST_F(ThreadTest, laneKeepsOrderAndNeverOverlaps) {
-  std::vector<int> order;  // unguarded: the lane is one thread
+// Work that has begun and waits for its release.
+struct Gate {
+  std::latch begun{1};
+  std::latch release{1};
+
+  void pass() {
+    begun.count_down();
+    release.wait();
+  }
+};
+
+TEST_F(ThreadTest, laneNeverOverlaps) {
+  std::size_t done = 0;  // unguarded: the lane is one thread
   std::vector<std::string> prepared;
-  std::promise<void> done;
+  std::latch end(1);
   {
     ThreadLane lane("walks", [&](const std::string& name) { prepared.push_back(name); });
-    std::vector<std::thread> submitters;
-    submitters.reserve(4);
-    for (int i = 0; i < 4; ++i) {
-      submitters.emplace_back([&, i] {
-        for (int j = 0; j < 100; ++j) lane.submit([&, i] { order.push_back(i); });
-      });
-    }
-    for (auto& submitter : submitters) submitter.join();
-    lane.submit([&] { done.set_value(); });
-    done.get_future().wait();
+    inThreads(4, [&] {
+      for (int i = 0; i < 100; ++i) lane.submit([&] { ++done; });
+    }).clear();
+    lane.submit([&] { end.count_down(); });
+    end.wait();
   }
-  EXPECT_EQ(order.size(), 400U);
+  EXPECT_EQ(done, 400U);
   EXPECT_THAT(prepared, ElementsAre("walks"));
 }
 
 TEST_F(ThreadTest, severalThreadsGetPastHungWork) {
-  std::promise<void> release;
-  const auto released = release.get_future().share();
-  std::atomic<int> done = 0;
-  ThreadLane lane("several", {}, 3);
   std::latch bothHang(2);
+  std::latch passed(1);
+  ThreadLane lane("several", {}, 3);
   for (int i = 0; i < 2; ++i) {
     lane.submit([&] {
       bothHang.count_down();
-      released.wait();
-      ++done;
+      passed.wait();
     });
   }
   bothHang.wait();
-  std::promise<void> passed;
-  lane.submit([&] { passed.set_value(); });
-  passed.get_future().wait();
-  EXPECT_EQ(done, 0);
-  release.set_value();
+  lane.submit([&] { passed.count_down(); });
+  passed.wait();
 }
 
 TEST_F(ThreadTest, destroyedLaneFinishesRunningWorkOnly) {
   auto lane = makeLane();
-  std::latch begun(1);
-  std::latch release(1);
+  Gate gate;
   std::atomic<bool> finished = false;
   const auto dropped = std::make_shared<std::atomic<bool>>(false);
   lane->submit([&] {
-    begun.count_down();
-    release.wait();
+    gate.pass();
     finished = true;
   });
   lane->submit([dropped] { *dropped = true; });
-  begun.wait();
-  std::thread releaser([&] { release.count_down(); });
+  gate.begun.wait();
+  const std::jthread releaser([&] { gate.release.count_down(); });
   lane.reset();
   EXPECT_TRUE(finished);
   EXPECT_FALSE(*dropped);
   EXPECT_EQ(dropped.use_count(), 1);
-  releaser.join();
   EXPECT_NO_THROW(makeLane().reset());  // one that never worked
 }
 
 TEST_F(ThreadTest, destroyedWorkMaySubmitMore) {
   const auto lane = makeLane();
-  std::promise<void> done;
-  std::shared_ptr<void> last(nullptr, [&](void*) { lane->submit([&] { done.set_value(); }); });
+  std::latch done(1);
+  std::shared_ptr<void> last(nullptr, [&](void*) { lane->submit([&] { done.count_down(); }); });
   lane->submit([last = std::move(last)] {});
-  done.get_future().wait();
+  done.wait();
 }
 
 Task takeAll(MainLoop&, std::shared_ptr<Arrivals<int>> arrivals, std::size_t expected,
@@ -151,20 +130,18 @@ TEST_F(ThreadTest, arrivalsKeepEachThreadsOrder) {
   const auto taken = std::make_shared<std::vector<int>>();
   constexpr int each = 5000;
   const Task task = takeAll(*loop, arrivals, 2 * each, taken);
-  std::vector<std::thread> senders;
-  for (const int sign : {1, -1}) {
-    senders.emplace_back([=] {
-      for (int i = 1; i <= each; ++i) arrivals->add(sign * i);
-    });
+  std::atomic<int> sign = 1;
+  const auto senders = inThreads(2, [&] {
+    const int mine = sign.exchange(-1);
+    for (int i = 1; i <= each; ++i) arrivals->add(mine * i);
+  });
+  while (!task.isDone()) {
+    waker.wait();
+    loop->run();
   }
-  runUntil([&] { return task.isDone(); });
-  for (auto& sender : senders) sender.join();
-  std::vector<int> positive = *taken;
-  std::erase_if(positive, [](int value) { return value < 0; });
-  std::vector<int> expected(each);
-  std::iota(expected.begin(), expected.end(), 1);
-  EXPECT_EQ(positive, expected);
   EXPECT_EQ(taken->size(), 2U * each);
+  std::erase_if(*taken, [](int value) { return value < 0; });
+  for (int i = 0; i < each; ++i) ASSERT_EQ(taken->at(static_cast<std::size_t>(i)), i + 1);
 }
 
 TEST_F(ThreadTest, loopMayDieWhileTaskAwaitsArrivals) {
@@ -187,7 +164,7 @@ TEST_F(ThreadTest, cancellationFlagOutlivesTheTask) {
   auto task = handOutFlag(*loop, flag);
   loop->run();
   std::latch hasBegun(1);
-  std::thread reader([&, mine = *flag] {
+  std::jthread reader([&, mine = *flag] {
     hasBegun.count_down();
     while (!mine->load()) std::this_thread::yield();
   });
@@ -199,16 +176,10 @@ TEST_F(ThreadTest, cancellationFlagOutlivesTheTask) {
   EXPECT_TRUE((*flag)->load());
 }
 
-struct Gate {
-  std::latch begun{1};
-  std::latch release{1};
-};
-
 Task gated(MainLoop&, std::shared_ptr<WorkLane> lane, std::shared_ptr<Gate> gate,
            std::shared_ptr<int> witness) {
   const auto work = [gate] {
-    gate->begun.count_down();
-    gate->release.wait();
+    gate->pass();
     return std::string(100, 'x');
   };
   *witness = static_cast<int>((co_await background(*lane, work)).size());
@@ -234,19 +205,15 @@ TEST_F(ThreadTest, loopMayDieWhileOthersPost) {
   const auto witness = std::make_shared<int>(0);
   std::latch started(2);
   std::atomic<bool> stop = false;
-  std::vector<std::thread> posters;
-  posters.reserve(2);
-  for (int i = 0; i < 2; ++i) {
-    posters.emplace_back([&, inbox = loop->inbox()] {
-      inbox->post([witness] {});
-      started.count_down();
-      while (!stop) inbox->post([witness] {});
-    });
-  }
+  auto posters = inThreads(2, [&, inbox = loop->inbox()] {
+    inbox->post([witness] {});
+    started.count_down();
+    while (!stop) inbox->post([witness] {});
+  });
   started.wait();
   loop.reset();
   stop = true;
-  for (auto& poster : posters) poster.join();
+  posters.clear();
   EXPECT_EQ(witness.use_count(), 1);
 }
 

@@ -1,6 +1,3 @@
-#include <string>
-#include <string_view>
-
 #include <gtest/gtest.h>
 
 #include "runtime/Utf8.h"

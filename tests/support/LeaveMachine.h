@@ -1,6 +1,8 @@
 #pragma once
 
 #include <fstream>
+#include <string>
+#include <vector>
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -27,5 +29,28 @@ inline bool hasLeftMachine() {
   static const bool hasLeft = leaveMachine();
   return hasLeft;
 }
+
+// File systems that this process alone has mounted, until this object is destroyed.
+class Mounts {
+ public:
+  Mounts() = default;
+  ~Mounts() {
+    for (; !folders_.empty(); folders_.pop_back()) umount2(folders_.back().c_str(), MNT_DETACH);
+  }
+  Mounts(const Mounts&) = delete;
+  Mounts& operator=(const Mounts&) = delete;
+
+  // False if the kernel doesn't grant it.
+  bool add(const std::string& folder, const char* type, const std::string& source, unsigned long flags = 0,
+           const std::string& options = {}) {
+    if (!hasLeftMachine()) return false;
+    if (mount(source.c_str(), folder.c_str(), type, flags, options.c_str()) != 0) return false;
+    folders_.push_back(folder);
+    return true;
+  }
+
+ private:
+  std::vector<std::string> folders_;
+};
 
 }  // namespace kestrune::test

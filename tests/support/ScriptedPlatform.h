@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
 #include <map>
-#include <memory>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/Application.h"
 #include "platform/HistoryFolder.h"
@@ -20,6 +20,12 @@
 // A computer whose answers a test sets.
 namespace kestrune::test {
 
+template <class Key, class Value>
+std::optional<Value> valueAt(const std::map<Key, Value>& map, const Key& key) {
+  const auto entry = map.find(key);
+  return entry == map.end() ? std::nullopt : std::optional(entry->second);
+}
+
 class ScriptedProcessors final : public platform::Processors {
  public:
   // Four processors that have not done anything yet; absent: the read fails.
@@ -27,7 +33,14 @@ class ScriptedProcessors final : public platform::Processors {
   std::function<void()> onRead;  // called while the counters are read
 
   // Adds `total` ticks to each processor: `busy` of them user time, the rest idle.
-  void pass(std::int32_t total, const std::vector<std::int32_t>& busy);
+  void pass(std::int32_t total, const std::vector<std::int32_t>& busy) {
+    if (!ticks) ticks.emplace();
+    ticks->resize(busy.size());
+    for (std::size_t i = 0; i < busy.size(); ++i) {
+      (*ticks)[i].user += busy[i];
+      (*ticks)[i].idle += total - busy[i];
+    }
+  }
 
   std::optional<std::vector<platform::ProcessorTicks>> processorTicks() override {
     if (onRead) onRead();
@@ -66,7 +79,16 @@ class ScriptedProcessTable final : public platform::ProcessTable {
   bool isReadable = true;
   int walks = 0;
 
-  std::vector<platform::ProcessReading> readings() override;
+  std::vector<platform::ProcessReading> readings() override {
+    ++walks;
+    std::vector<platform::ProcessReading> readings;
+    if (!isReadable) return readings;
+    for (const auto& [pid, process] : processes) {
+      const auto& [resident, user, system] = process.info;
+      readings.push_back({pid, process.name, process.path, resident, user, system});
+    }
+    return readings;
+  }
 };
 
 class ScriptedEnvironment final : public platform::ProcessEnvironment {
@@ -74,7 +96,7 @@ class ScriptedEnvironment final : public platform::ProcessEnvironment {
   std::map<std::string, std::string> variables{{"HOME", "/home/test"}};
 
   bool isEmpty() override { return variables.empty(); }
-  std::optional<std::string> variable(const std::string& name) override;
+  std::optional<std::string> variable(const std::string& name) override { return valueAt(variables, name); }
 };
 
 // Days of 24 hours in a zone without daylight saving.
@@ -83,10 +105,28 @@ class ScriptedCalendar final : public platform::Calendar {
   bool isOutOfRange = false;  // adding days yields nothing
   double hoursEast = 0;       // of UTC
 
-  Date startOfDay(Date date) override;
-  std::optional<Date> addingDays(Date date, int days) override;
-  int secondOfDay(Date date) override;
-  std::function<std::string(Date)> dayFormatter() override;
+  Date startOfDay(Date date) override { return {dayNumber(date, hoursEast) * 86400 - hoursEast * 3600}; }
+  std::optional<Date> addingDays(Date date, int days) override {
+    return isOutOfRange ? std::nullopt : std::optional(date + days * 86400.0);
+  }
+  int secondOfDay(Date date) override { return static_cast<int>(date - startOfDay(date)); }
+  std::function<std::string(Date)> dayFormatter() override {
+    return [east = hoursEast](Date date) {
+      const std::chrono::sys_days first(std::chrono::year(2001) / 1 / 1);
+      const std::chrono::year_month_day day(first +
+                                            std::chrono::days(static_cast<int>(dayNumber(date, east))));
+      std::array<char, 16> text{};
+      std::snprintf(text.data(), text.size(), "%d-%02u-%02u", static_cast<int>(day.year()),
+                    static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+      return std::string(text.data());
+    };
+  }
+
+ private:
+  // Counted from the first day of 2001.
+  static double dayNumber(Date date, double hoursEast) {
+    return std::floor((date.seconds + hoursEast * 3600) / 86400);
+  }
 };
 
 class ScriptedHistoryFolder final : public platform::HistoryFolder {
@@ -96,9 +136,16 @@ class ScriptedHistoryFolder final : public platform::HistoryFolder {
   std::vector<std::string> reads;      // the names, in order
   int writes = 0;                      // including failed ones
 
-  std::optional<std::string> read(const std::string& name) override;
+  std::optional<std::string> read(const std::string& name) override {
+    reads.push_back(name);
+    return valueAt(files, name);
+  }
   bool exists(const std::string& name) override { return files.contains(name); }
-  std::optional<std::string> write(const std::string& name, const std::string& content) override;
+  std::optional<std::string> write(const std::string& name, const std::string& content) override {
+    ++writes;
+    if (!failure) files[name] = content;
+    return failure;
+  }
 };
 
 class ScriptedSystemFacts final : public platform::SystemFacts {
@@ -180,7 +227,12 @@ class ScriptedNetworkInterfaces final : public platform::NetworkInterfaces {
   platform::InterfaceNaming names{.uncounted = {"docker"}, .wired = {"eth"}, .vpn = {"tun"}};
 
   // Adds an interface, or sets its counters.
-  void setLink(const std::string& name, std::uint64_t received, std::uint64_t sent);
+  void setLink(const std::string& name, std::uint64_t received, std::uint64_t sent) {
+    if (!list) list.emplace();
+    auto link = std::ranges::find(list->links, name, &platform::LinkEntry::name);
+    if (link == list->links.end()) link = list->links.insert(link, {.name = name, .counters = {}});
+    link->counters = platform::LinkCounters{received, sent};
+  }
 
   std::optional<std::vector<platform::LinkEntry>> links() override {
     return list ? std::optional(list->links) : std::nullopt;
@@ -232,9 +284,13 @@ class ScriptedApplications final : public platform::Applications {
   std::map<std::string, std::string> paths;  // by bundle identifier
   std::map<std::int32_t, std::string> processNames;
 
-  std::optional<platform::RunningApplication> runningApplication(std::int32_t pid) override;
-  std::optional<std::string> applicationPath(const std::string& bundleIdentifier) override;
-  std::string processName(std::int32_t pid) override;
+  std::optional<platform::RunningApplication> runningApplication(std::int32_t pid) override {
+    return valueAt(running, pid);
+  }
+  std::optional<std::string> applicationPath(const std::string& bundle) override {
+    return valueAt(paths, bundle);
+  }
+  std::string processName(std::int32_t pid) override { return valueAt(processNames, pid).value_or(""); }
 };
 
 class ScriptedNotifications final : public platform::UserNotifications {
@@ -248,10 +304,21 @@ class ScriptedNotifications final : public platform::UserNotifications {
   std::optional<std::string> error;                    // the error of each delivery
   std::vector<platform::UserNotification> deliveries;  // including failed ones
 
-  void authorizationStatus(std::function<void(platform::NotificationAuthorization)> answer) override;
-  void requestAuthorization(std::function<void()> done) override;
+  void authorizationStatus(std::function<void(platform::NotificationAuthorization)> answer) override {
+    loop_.post([this, answer = std::move(answer)] { answer(status); });
+  }
+  void requestAuthorization(std::function<void()> done) override {
+    ++requests;
+    loop_.post([this, done = std::move(done)] {
+      status = statusAfterRequest.value_or(status);
+      done();
+    });
+  }
   void deliver(const platform::UserNotification& notification,
-               std::function<void(std::optional<std::string> error)> done) override;
+               std::function<void(std::optional<std::string> error)> done) override {
+    deliveries.push_back(notification);
+    loop_.post([error = error, done = std::move(done)] { done(error); });
+  }
 
  private:
   MainLoop& loop_;

@@ -26,24 +26,17 @@ class FolderMountTest : public testing::Test {
   void SetUp() override {
     if (!test::hasLeftMachine()) GTEST_SKIP() << "the kernel grants no mounts of its own";
   }
-  ~FolderMountTest() override {
-    for (auto target = mounted_.rbegin(); target != mounted_.rend(); ++target) {
-      EXPECT_EQ(umount2(target->c_str(), MNT_DETACH), 0) << *target;
-    }
-  }
   // False: the kernel doesn't grant it.
   bool mountAt(const std::string& name, const char* type, const std::string& source, unsigned long flags = 0,
                const std::string& options = {}) {
     tree.directory(name);
-    if (mount(source.c_str(), (tree / name).c_str(), type, flags, options.c_str()) != 0) return false;
-    mounted_.push_back(tree / name);
-    return true;
+    return mounts_.add(tree / name, type, source, flags, options);
   }
 
   test::FolderTree tree;
 
  private:
-  std::vector<std::string> mounted_;
+  test::Mounts mounts_;
 };
 
 TEST_F(FolderMountTest, kernelFileSystemsCountAsNothing) {
