@@ -13,6 +13,12 @@ using test::Delivery;
 using test::until;
 using testing::ElementsAre;
 
+std::vector<std::uint32_t> replaced(const test::ScriptedDaemon& service) {
+  std::vector<std::uint32_t> ids;
+  for (const auto& call : service.calls) ids.push_back(call.replaced);
+  return ids;
+}
+
 // The calls on the bus, as a scripted service records them.
 class NotificationProtocolTest : public testing::Test {
  protected:
@@ -21,11 +27,6 @@ class NotificationProtocolTest : public testing::Test {
     const bool came = until([&] { return daemon.calls.size() >= count; });
     until([] { return false; }, 50ms);
     return came && daemon.calls.size() == count;
-  }
-  static std::vector<std::uint32_t> replaced(const test::ScriptedDaemon& service) {
-    std::vector<std::uint32_t> ids;
-    for (const auto& call : service.calls) ids.push_back(call.replaced);
-    return ids;
   }
 
   test::PrivateBus bus;
@@ -121,6 +122,33 @@ TEST_F(NotificationProtocolTest, startsOverWithANewService) {
   EXPECT_TRUE(Delivery(notifications, {"disk", "t", "5"}).succeeds());
   EXPECT_THAT(replaced(successor), ElementsAre(0, 100, 100, 0)) << "late answers of the old one don't count";
   EXPECT_EQ(successor.calls.at(1).body, "&lt;4&gt;") << "capabilities are those of the new one";
+}
+
+TEST_F(NotificationProtocolTest, failsWhileThereIsNoService) {
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).succeeds());
+  bus.connect("daemon").unregisterService("org.freedesktop.Notifications");
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "2"}).fails());
+  const test::ScriptedDaemon successor(bus.connect("successor"), 100);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "3"}).succeeds());
+  EXPECT_THAT(replaced(successor), ElementsAre(0));
+}
+
+TEST(NotificationActivationTest, theBusStartsTheServiceIfItCan) {
+  test::PrivateBus bus;
+  DBusNotifications notifications(bus.connect("program"));
+  bus.makeActivatable("/bin/false");
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).fails());
+
+  bus.makeActivatable("/bin/true");  // the bus waits for what that has started
+  const Delivery waiting(notifications, {"cpu", "t", "2"});
+  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_EQ(waiting.reports(), 0);
+  const test::ScriptedDaemon daemon(bus.connect("daemon"), 7);
+  EXPECT_TRUE(waiting.succeeds());
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "3"}).succeeds());
+  EXPECT_THAT(replaced(daemon), ElementsAre(0, 7));
 }
 
 TEST(NotificationsWithoutABusTest, failAtOnce) {
