@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "Notifications.h"
 #include "ScriptedDaemon.h"
+#include "platform/desktop/DBusNotifications.h"
 #include "platform/desktop/SessionBus.h"
 
 namespace kestrune::desktop {
@@ -9,9 +9,43 @@ namespace {
 
 using namespace std::chrono_literals;
 using platform::NotificationAuthorization;
-using test::Delivery;
 using test::until;
 using testing::ElementsAre;
+
+// Delivers a notification and keeps the outcome.
+class Delivery {
+ public:
+  Delivery(DBusNotifications& notifications, const platform::UserNotification& notification) {
+    notifications.deliver(notification, [outcome = outcome_](std::optional<std::string> error) {
+      ++outcome->reports;
+      outcome->error = std::move(error);
+    });
+  }
+
+  int reports() const { return outcome_->reports; }
+  // Both wait for the outcome.
+  bool succeeds() const { return isOver() && !outcome_->error; }
+  bool fails() const { return isOver() && !outcome_->error.value_or("").empty(); }
+
+ private:
+  struct Outcome {
+    int reports = 0;
+    std::optional<std::string> error;
+  };
+  bool isOver() const {
+    return until([this] { return reports() > 0; });
+  }
+  std::shared_ptr<Outcome> outcome_ = std::make_shared<Outcome>();
+};
+
+// The answer, or absent if none comes.
+auto authorization(DBusNotifications& notifications) {
+  const auto answer = std::make_shared<std::optional<NotificationAuthorization>>();
+  notifications.authorizationStatus([answer](auto status) { *answer = status; });
+  EXPECT_FALSE(*answer) << "answers come later";
+  until([&] { return answer->has_value(); });
+  return *answer;
+}
 
 std::vector<std::uint32_t> replaced(const test::ScriptedDaemon& service) {
   std::vector<std::uint32_t> ids;
@@ -91,7 +125,7 @@ TEST_F(NotificationProtocolTest, failedDeliveriesAreNotSentLater) {
   daemon.unanswered = {"Notify"};
   const Delivery sent(impatient, {"cpu", "t", "1"});
   ASSERT_TRUE(hasCalls(1));
-  EXPECT_EQ(test::authorization(impatient), NotificationAuthorization::authorized) << "it may only be slow";
+  EXPECT_EQ(authorization(impatient), NotificationAuthorization::authorized) << "it may only be slow";
   const Delivery waiting(impatient, {"cpu", "t", "2"});
   EXPECT_EQ(waiting.reports(), 0) << "no call waits";
   EXPECT_TRUE(sent.fails());
@@ -127,7 +161,7 @@ TEST_F(NotificationProtocolTest, startsOverWithANewService) {
 TEST_F(NotificationProtocolTest, failsWhileThereIsNoService) {
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).succeeds());
   bus.connect("daemon").unregisterService("org.freedesktop.Notifications");
-  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::denied);
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "2"}).fails());
   const test::ScriptedDaemon successor(bus.connect("successor"), 100);
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "3"}).succeeds());
@@ -138,12 +172,12 @@ TEST(NotificationActivationTest, theBusStartsTheServiceIfItCan) {
   test::PrivateBus bus;
   DBusNotifications notifications(bus.connect("program"));
   bus.makeActivatable("/bin/false");
-  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::authorized);
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).fails());
 
   bus.makeActivatable("/bin/true");  // the bus waits for what that has started
   const Delivery waiting(notifications, {"cpu", "t", "2"});
-  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::authorized);
   EXPECT_EQ(waiting.reports(), 0);
   const test::ScriptedDaemon daemon(bus.connect("daemon"), 7);
   EXPECT_TRUE(waiting.succeeds());
@@ -162,9 +196,9 @@ TEST(NotificationsWithoutABusTest, failAtOnce) {
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
 
   DBusNotifications unreachable(QDBusConnection::connectToBus("unix:path=/nonexistent/bus", "unreachable"));
-  EXPECT_EQ(test::authorization(unreachable), NotificationAuthorization::denied);
+  EXPECT_EQ(authorization(unreachable), NotificationAuthorization::denied);
   DBusNotifications notifications(std::nullopt);
-  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::denied);
   const Delivery delivery(notifications, {"id", "t", "b"});
   EXPECT_EQ(delivery.reports(), 0) << "answers come later";
   EXPECT_TRUE(delivery.fails());
