@@ -34,14 +34,12 @@ std::uint32_t idOf(const AudioCensus& census, const std::string& name) {
 
 // What the clients of one process are doing, as letters: (r)ecording, (p)laying.
 std::string uses(const AudioCensus& census, pid_t pid) {
-  bool records = false;
-  bool plays = false;
-  for (const AudioClient& client : census.clients) {
-    if (client.pid != pid) continue;
-    records = records || client.isRunningInput;
-    plays = plays || client.isRunningOutput;
-  }
-  return std::string(records ? "r" : "") + (plays ? "p" : "");
+  const auto isAny = [&](auto isRunning) {
+    return std::ranges::any_of(census.clients,
+                               [=](const auto& client) { return client.pid == pid && client.*isRunning; });
+  };
+  return std::string(isAny(&AudioClient::isRunningInput) ? "r" : "") +
+         (isAny(&AudioClient::isRunningOutput) ? "p" : "");
 }
 
 auto ownClients(const AudioCensus& census) {
