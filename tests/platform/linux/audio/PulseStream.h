@@ -19,6 +19,10 @@ class PulseStream {
         loop_, pa_threaded_mainloop_unlock);
     return action();
   }
+  template <class Condition>
+  void waitFor(Condition condition) const {
+    EXPECT_TRUE(eventually([&] { return locked(condition); }));
+  }
 
  public:
   enum class Kind { playback, recording, levelMeter };
@@ -26,11 +30,9 @@ class PulseStream {
   PulseStream(Kind kind, const std::string& device) {
     pa_context_connect(context_, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
     pa_threaded_mainloop_start(loop_);
-    const auto isConnected = [this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; };
-    EXPECT_TRUE(eventually([&] { return locked(isConnected); }));
-    locked([&] { return stream_ = opened(kind, device); });
-    const auto isOpen = [this] { return pa_stream_get_state(stream_) == PA_STREAM_READY; };
-    EXPECT_TRUE(eventually([&] { return locked(isOpen); }));
+    waitFor([this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; });
+    locked([&] { stream_ = opened(kind, device); });
+    waitFor([this] { return pa_stream_get_state(stream_) == PA_STREAM_READY; });
   }
   ~PulseStream() {
     pa_threaded_mainloop_stop(loop_);

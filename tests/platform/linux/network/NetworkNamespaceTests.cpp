@@ -4,7 +4,6 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <net/if.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <unistd.h>
@@ -18,7 +17,6 @@ namespace kestrune::platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 
 bool run(const std::string& command) {
   return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
@@ -88,21 +86,11 @@ TEST_F(NetworkNamespaceTest, countsThePortAlone) {
   EXPECT_GT(links.size(), static_cast<std::size_t>(layers) + 1);
 }
 
-TEST_F(NetworkNamespaceTest, listsLinksAndAddressesInTheKernelsOrder) {
+TEST_F(NetworkNamespaceTest, listsAddressesInTheKernelsOrder) {
   ASSERT_TRUE(ip("link set lo up") && ip("addr add 10.0.0.9/24 dev eth0 label eth0:1"));
   ASSERT_TRUE(ip("addr add 192.168.7.1/32 dev eth0"));
-  const auto list = interfaces.interfaces().value();
-  std::vector<std::string> names;
-  for (const auto& link : list.links) names.push_back(link.name);
-  std::vector<std::string> kernelNames;
-  const std::unique_ptr<struct if_nameindex, void (*)(struct if_nameindex*)> kernelList(if_nameindex(),
-                                                                                        if_freenameindex);
-  for (const auto* entry = kernelList.get(); entry->if_index != 0; ++entry) {
-    kernelNames.emplace_back(entry->if_name);
-  }
-  EXPECT_THAT(names, ElementsAreArray(kernelNames));
-
   std::vector<std::string> addresses;
+  const auto list = interfaces.interfaces().value();
   for (const auto& entry : list.addresses) addresses.push_back(entry.interfaceName + " " + entry.address);
   // Further addresses in the subnet of an earlier address are last.
   EXPECT_THAT(addresses, ElementsAre("lo 127.0.0.1", "eth0 10.0.0.1", "eth0 192.168.7.1", "eth0 10.0.0.9"));
