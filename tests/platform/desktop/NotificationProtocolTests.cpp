@@ -175,9 +175,11 @@ TEST(NotificationActivationTest, theBusStartsTheServiceIfItCan) {
   EXPECT_EQ(authorization(notifications), NotificationAuthorization::authorized);
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).fails());
 
-  bus.makeActivatable("/bin/true");  // the bus waits for what that has started
+  // Fails once, and then the bus waits for what has been started.
+  bus.makeActivatable("/bin/sh -c \"! mkdir " + bus.folder / "first" + " && mkdir " +
+                      bus.folder / "second\"");
   const Delivery waiting(notifications, {"cpu", "t", "2"});
-  EXPECT_EQ(authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_TRUE(until([&] { return bus.folder.has("second"); }));
   EXPECT_EQ(waiting.reports(), 0);
   const test::ScriptedDaemon daemon(bus.connect("daemon"), 7);
   EXPECT_TRUE(waiting.succeeds());
