@@ -158,6 +158,20 @@ TEST_F(NotificationProtocolTest, startsOverWithANewService) {
   EXPECT_EQ(successor.calls.at(1).body, "&lt;4&gt;") << "capabilities are those of the new one";
 }
 
+TEST_F(NotificationProtocolTest, waitsForTheCapabilitiesOfANewService) {
+  daemon.unanswered = {"GetCapabilities"};
+  const Delivery delivery(notifications, {"cpu", "t", "<1>"});
+  authorization(notifications);  // so that the bus has passed on the question before
+  test::ScriptedDaemon successor(bus.connect("successor"), 100);
+  successor.capabilities = {"body-markup"};
+  successor.unanswered = {"GetCapabilities"};
+  EXPECT_TRUE(until([&] { return daemon.answer(); }));
+  EXPECT_TRUE(hasCalls(0));
+  EXPECT_TRUE(until([&] { return successor.answer(); }));
+  EXPECT_TRUE(delivery.succeeds());
+  EXPECT_EQ(successor.calls.at(0).body, "&lt;1&gt;");
+}
+
 TEST_F(NotificationProtocolTest, failsWhileThereIsNoService) {
   EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).succeeds());
   bus.connect("daemon").unregisterService("org.freedesktop.Notifications");
