@@ -116,13 +116,15 @@ def test_it_follows_dark_mode_and_accent():
         portal = own.start_script("portal.py", stdin=subprocess.PIPE)
         assert portal.stdout.readline() == "ready\n"
         own.open_program()
-        session.wait_for("a light window", lambda: own.brightness(700, 12) > 600)
-        print("dark", file=portal.stdin, flush=True)
-        session.wait_for("a dark window", lambda: 0 < own.brightness(700, 12) < 200)
-        print("accent 0.9 0.3 0.7", file=portal.stdin, flush=True)
-        session.wait_for("the accent", lambda: own.shows(230, 77, 179))
-        print("light", file=portal.stdin, flush=True)
-        session.wait_for("a light window", lambda: own.brightness(700, 12) > 600)
+        def is_light():
+            return own.brightness(700, 12) > 600
+
+        session.wait_for("a light window", is_light)
+        for line, what, is_shown in (("color-scheme uint32 1", "a dark window", lambda: 0 < own.brightness(700, 12) < 200),
+                                     ("accent-color (0.9, 0.3, 0.7)", "the accent", lambda: own.shows(230, 77, 179)),
+                                     ("color-scheme uint32 2", "a light window", is_light)):
+            print(line, file=portal.stdin, flush=True)
+            session.wait_for(what, is_shown)
 
 
 def test_it_fits_the_screen_at_every_scale():

@@ -1,4 +1,4 @@
-"""A desktop portal with the user's colour preferences. A line "dark", "light" or "accent R G B" on stdin changes them."""
+"""A desktop portal with the user's colour preferences. A line "KEY VALUE" on stdin changes one."""
 
 import sys
 
@@ -19,27 +19,16 @@ def answer(connection, sender, path, interface, method, parameters, invocation):
     invocation.return_value(GLib.Variant("(a{sa{sv}})", ({NAMESPACE: settings},)))
 
 
-def change(key, value):
-    settings[key] = value
-    bus.emit_signal(None, PATH, "org.freedesktop.portal.Settings", "SettingChanged",
-                    GLib.Variant("(ssv)", (NAMESPACE, key, value)))
-
-
 def obey(channel, condition):
-    words = sys.stdin.readline().split()
-    if not words:
-        loop.quit()
-        return False
-    if words[0] == "accent":
-        change("accent-color", GLib.Variant("(ddd)", tuple(map(float, words[1:]))))
-    else:
-        change("color-scheme", GLib.Variant("u", {"dark": 1, "light": 2}[words[0]]))
+    key, value = sys.stdin.readline().split(maxsplit=1)
+    settings[key] = GLib.Variant.parse(None, value, None, None)
+    bus.emit_signal(None, PATH, "org.freedesktop.portal.Settings", "SettingChanged",
+                    GLib.Variant("(ssv)", (NAMESPACE, key, settings[key])))
     return True
 
 
-loop = GLib.MainLoop()
 bus.register_object(PATH, Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0], answer, None, None)
 Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE, None, None)
-GLib.io_add_watch(0, GLib.IO_IN | GLib.IO_HUP, obey)
+GLib.io_add_watch(0, GLib.IO_IN, obey)
 print("ready", flush=True)
-loop.run()
+GLib.MainLoop().run()

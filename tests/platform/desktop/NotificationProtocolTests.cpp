@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "Notifications.h"
 #include "ScriptedDaemon.h"
+#include "platform/desktop/DBusNotifications.h"
 #include "platform/desktop/SessionBus.h"
 
 namespace kestrune::desktop {
@@ -9,9 +9,49 @@ namespace {
 
 using namespace std::chrono_literals;
 using platform::NotificationAuthorization;
-using test::Delivery;
 using test::until;
 using testing::ElementsAre;
+
+// Delivers a notification and keeps the outcome.
+class Delivery {
+ public:
+  Delivery(DBusNotifications& notifications, const platform::UserNotification& notification) {
+    notifications.deliver(notification, [outcome = outcome_](std::optional<std::string> error) {
+      ++outcome->reports;
+      outcome->error = std::move(error);
+    });
+  }
+
+  int reports() const { return outcome_->reports; }
+  // Both wait for the outcome.
+  bool succeeds() const { return isOver() && !outcome_->error; }
+  bool fails() const { return isOver() && !outcome_->error.value_or("").empty(); }
+
+ private:
+  struct Outcome {
+    int reports = 0;
+    std::optional<std::string> error;
+  };
+  bool isOver() const {
+    return until([this] { return reports() > 0; });
+  }
+  std::shared_ptr<Outcome> outcome_ = std::make_shared<Outcome>();
+};
+
+// The answer, or absent if none comes.
+auto authorization(DBusNotifications& notifications) {
+  const auto answer = std::make_shared<std::optional<NotificationAuthorization>>();
+  notifications.authorizationStatus([answer](auto status) { *answer = status; });
+  EXPECT_FALSE(*answer) << "answers come later";
+  until([&] { return answer->has_value(); });
+  return *answer;
+}
+
+std::vector<std::uint32_t> replaced(const test::ScriptedDaemon& service) {
+  std::vector<std::uint32_t> ids;
+  for (const auto& call : service.calls) ids.push_back(call.replaced);
+  return ids;
+}
 
 // The calls on the bus, as a scripted service records them.
 class NotificationProtocolTest : public testing::Test {
@@ -21,11 +61,6 @@ class NotificationProtocolTest : public testing::Test {
     const bool came = until([&] { return daemon.calls.size() >= count; });
     until([] { return false; }, 50ms);
     return came && daemon.calls.size() == count;
-  }
-  static std::vector<std::uint32_t> replaced(const test::ScriptedDaemon& service) {
-    std::vector<std::uint32_t> ids;
-    for (const auto& call : service.calls) ids.push_back(call.replaced);
-    return ids;
   }
 
   test::PrivateBus bus;
@@ -90,7 +125,7 @@ TEST_F(NotificationProtocolTest, failedDeliveriesAreNotSentLater) {
   daemon.unanswered = {"Notify"};
   const Delivery sent(impatient, {"cpu", "t", "1"});
   ASSERT_TRUE(hasCalls(1));
-  EXPECT_EQ(test::authorization(impatient), NotificationAuthorization::authorized) << "it may only be slow";
+  EXPECT_EQ(authorization(impatient), NotificationAuthorization::authorized) << "it may only be slow";
   const Delivery waiting(impatient, {"cpu", "t", "2"});
   EXPECT_EQ(waiting.reports(), 0) << "no call waits";
   EXPECT_TRUE(sent.fails());
@@ -123,6 +158,49 @@ TEST_F(NotificationProtocolTest, startsOverWithANewService) {
   EXPECT_EQ(successor.calls.at(1).body, "&lt;4&gt;") << "capabilities are those of the new one";
 }
 
+TEST_F(NotificationProtocolTest, waitsForTheCapabilitiesOfANewService) {
+  daemon.unanswered = {"GetCapabilities"};
+  const Delivery delivery(notifications, {"cpu", "t", "<1>"});
+  authorization(notifications);  // so that the bus has passed on the question before
+  test::ScriptedDaemon successor(bus.connect("successor"), 100);
+  successor.capabilities = {"body-markup"};
+  successor.unanswered = {"GetCapabilities"};
+  EXPECT_TRUE(until([&] { return daemon.answer(); }));
+  EXPECT_TRUE(hasCalls(0));
+  EXPECT_TRUE(until([&] { return successor.answer(); }));
+  EXPECT_TRUE(delivery.succeeds());
+  EXPECT_EQ(successor.calls.at(0).body, "&lt;1&gt;");
+}
+
+TEST_F(NotificationProtocolTest, failsWhileThereIsNoService) {
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).succeeds());
+  bus.connect("daemon").unregisterService("org.freedesktop.Notifications");
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "2"}).fails());
+  const test::ScriptedDaemon successor(bus.connect("successor"), 100);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "3"}).succeeds());
+  EXPECT_THAT(replaced(successor), ElementsAre(0));
+}
+
+TEST(NotificationActivationTest, theBusStartsTheServiceIfItCan) {
+  test::PrivateBus bus;
+  DBusNotifications notifications(bus.connect("program"));
+  bus.makeActivatable("/bin/false");
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::authorized);
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "1"}).fails());
+
+  // Fails once, and then the bus waits for what has been started.
+  bus.makeActivatable("/bin/sh -c \"! mkdir " + bus.folder / "first" + " && mkdir " +
+                      bus.folder / "second\"");
+  const Delivery waiting(notifications, {"cpu", "t", "2"});
+  EXPECT_TRUE(until([&] { return bus.folder.has("second"); }));
+  EXPECT_EQ(waiting.reports(), 0);
+  const test::ScriptedDaemon daemon(bus.connect("daemon"), 7);
+  EXPECT_TRUE(waiting.succeeds());
+  EXPECT_TRUE(Delivery(notifications, {"cpu", "t", "3"}).succeeds());
+  EXPECT_THAT(replaced(daemon), ElementsAre(0, 7));
+}
+
 TEST(NotificationsWithoutABusTest, failAtOnce) {
   const auto folder = qgetenv("XDG_RUNTIME_DIR");
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
@@ -134,9 +212,9 @@ TEST(NotificationsWithoutABusTest, failAtOnce) {
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
 
   DBusNotifications unreachable(QDBusConnection::connectToBus("unix:path=/nonexistent/bus", "unreachable"));
-  EXPECT_EQ(test::authorization(unreachable), NotificationAuthorization::denied);
+  EXPECT_EQ(authorization(unreachable), NotificationAuthorization::denied);
   DBusNotifications notifications(std::nullopt);
-  EXPECT_EQ(test::authorization(notifications), NotificationAuthorization::denied);
+  EXPECT_EQ(authorization(notifications), NotificationAuthorization::denied);
   const Delivery delivery(notifications, {"id", "t", "b"});
   EXPECT_EQ(delivery.reports(), 0) << "answers come later";
   EXPECT_TRUE(delivery.fails());

@@ -60,11 +60,6 @@ class PrivateBus {
     connect("test").interface()->call(QStringLiteral("ReloadConfig"));
   }
 
-  // Whether any connection has the notification service's name.
-  bool hasService() {
-    return connect("test").interface()->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));
-  }
-
   TemporaryFolder folder;
 
  private:

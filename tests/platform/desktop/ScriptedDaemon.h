@@ -33,9 +33,11 @@ class ScriptedDaemon final : public QDBusVirtualObject {
   std::vector<Notify> calls;
   QStringList unanswered;  // methods whose calls are recorded but not answered
 
-  // Answers all calls that were not answered.
-  void answer() {
-    for (const auto& reply : std::exchange(answers_, {})) reply();
+  // Answers all calls that were not answered. False: there are none.
+  bool answer() {
+    const auto answers = std::exchange(answers_, {});
+    for (const auto& reply : answers) reply();
+    return !answers.empty();
   }
   void close(std::uint32_t id) {
     bus_.send(QDBusMessage::createSignal(path, name, QStringLiteral("NotificationClosed")) << id << 2U);

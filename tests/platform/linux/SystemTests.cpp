@@ -89,25 +89,18 @@ TEST(Platform, readsBelowItsRootAndWalksInASlowLane) {
   EXPECT_TRUE(config.has("Kestrune/history/day"));
 
   constexpr int ofThread = 1;  // of the kernel's interface for I/O priorities
-  struct Seen {
-    int niceness = 0;
-    long ioPriority = 0;
-    std::string name;
-  };
-  std::promise<Seen> seen;
-  const auto ownNiceness = [] { return getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())); };
-  const int before = ownNiceness();
-  platform.processLane->submit([&seen] {
+  // Niceness, class of I/O priority and name of the calling thread.
+  const auto described = [] {
     char name[16]{};
     pthread_getname_np(pthread_self(), name, sizeof name);
-    seen.set_value(
-        {getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), syscall(SYS_ioprio_get, ofThread, 0), name});
-  });
-  const Seen lane = seen.get_future().get();
-  EXPECT_EQ(lane.niceness, 10);
-  EXPECT_EQ(lane.ioPriority >> 13, 3) << "the idle class";
-  EXPECT_EQ(lane.name, "kestrune-scan");
-  EXPECT_EQ(ownNiceness(), before) << "only that thread";
+    return std::to_string(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()))) + " " +
+           std::to_string(syscall(SYS_ioprio_get, ofThread, 0) >> 13) + " " + name;
+  };
+  const std::string before = described();
+  std::promise<std::string> lane;
+  platform.processLane->submit([&] { lane.set_value(described()); });
+  EXPECT_EQ(lane.get_future().get(), "10 3 kestrune-scan") << "class 3 is idle";
+  EXPECT_EQ(described(), before) << "only that thread";
 }
 
 }  // namespace

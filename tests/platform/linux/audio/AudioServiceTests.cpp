@@ -34,41 +34,33 @@ std::uint32_t idOf(const AudioCensus& census, const std::string& name) {
 
 // What the clients of one process are doing, as letters: (r)ecording, (p)laying.
 std::string uses(const AudioCensus& census, pid_t pid) {
-  bool records = false;
-  bool plays = false;
-  for (const AudioClient& client : census.clients) {
-    if (client.pid != pid) continue;
-    records = records || client.isRunningInput;
-    plays = plays || client.isRunningOutput;
-  }
-  return std::string(records ? "r" : "") + (plays ? "p" : "");
+  const auto isAny = [&](auto isRunning) {
+    return std::ranges::any_of(census.clients,
+                               [=](const auto& client) { return client.pid == pid && client.*isRunning; });
+  };
+  return std::string(isAny(&AudioClient::isRunningInput) ? "r" : "") +
+         (isAny(&AudioClient::isRunningOutput) ? "p" : "");
 }
 
 auto ownClients(const AudioCensus& census) {
   return std::ranges::count(census.clients, getpid(), &AudioClient::pid);
 }
 
-struct ServerKind {
-  std::string name;
-  std::unique_ptr<test::SoundServer> (*make)();
-};
-
 // A server with the sinks "Front" (the default) and "Rear" and the source "Mic".
-class AudioServiceTest : public testing::TestWithParam<ServerKind> {
+class AudioServiceTest : public testing::TestWithParam<test::SoundServer::Kind> {
  protected:
   void SetUp() override {
-    server = GetParam().make();
     startServer();
     ASSERT_TRUE(isComplete());
   }
 
   void startServer() {
-    server->start();
-    frontNumber = server->addSink("front", "Front", 48000, 2);
-    server->addSink("rear", "Rear", 44100, 6);
-    server->addSource("mic", "Mic");
-    server->control("set-default-sink front");
-    server->control("set-default-source mic");
+    server.start();
+    frontNumber = server.addSink("front", "Front", 48000, 2);
+    server.addSink("rear", "Rear", 44100, 6);
+    server.addSource("mic", "Mic");
+    server.control("set-default-sink front");
+    server.control("set-default-source mic");
   }
 
   bool becomes(const std::function<bool(const AudioCensus&)>& condition) {
@@ -86,7 +78,7 @@ class AudioServiceTest : public testing::TestWithParam<ServerKind> {
     return becomes([&](const AudioCensus& census) { return uses(census, pid) == expected; });
   }
 
-  std::unique_ptr<test::SoundServer> server;
+  test::SoundServer server{GetParam()};
   std::string frontNumber;
   LinuxAudioService service;
 };
@@ -116,34 +108,34 @@ TEST_P(AudioServiceTest, followsVolumeMuteAndDefaults) {
       return shown && std::abs(*shown - volume) < 0.006F;
     });
   };
-  server->control("set-sink-volume front 30% 70%");
+  server.control("set-sink-volume front 30% 70%");
   EXPECT_TRUE(volumeBecomes("Front", 0.7F)) << "the loudest channel";
-  server->control("set-sink-volume front 150%");
+  server.control("set-sink-volume front 150%");
   EXPECT_TRUE(volumeBecomes("Front", 1));
-  server->control("set-source-volume mic 20%");
+  server.control("set-source-volume mic 20%");
   EXPECT_TRUE(volumeBecomes("Mic", 0.2F));
-  server->control("set-sink-mute front 1");
+  server.control("set-sink-mute front 1");
   EXPECT_TRUE(becomes([](const auto& census) { return find(census, "Front")->output.isMuted == true; }));
-  server->control("set-default-sink rear");
+  server.control("set-default-sink rear");
   EXPECT_TRUE(becomes([](const auto& census) { return census.defaultOutput == idOf(census, "Rear"); }));
-  server->control("set-default-source front.monitor");
+  server.control("set-default-source front.monitor");
   EXPECT_TRUE(becomes([](const auto& census) { return census.defaultInput == 0; }));
   EXPECT_EQ(idOf(service.census(), "Front"), id) << "ids don't change";
 }
 
 TEST_P(AudioServiceTest, dropsUnpluggedDevices) {
-  const auto player = server->play("front");
+  const auto player = server.play("front");
   ASSERT_TRUE(isUsing(player->pid(), "p"));
-  server->control("unload-module " + frontNumber);
+  server.control("unload-module " + frontNumber);
   EXPECT_TRUE(becomes([](const auto& census) {
     return find(census, "Front") == nullptr && census.defaultOutput == idOf(census, "Rear");
   }));
 }
 
 TEST_P(AudioServiceTest, reportsWhoPlaysAndRecords) {
-  auto player = server->play("rear");
+  auto player = server.play("rear");
   EXPECT_TRUE(isUsing(player->pid(), "p"));
-  const auto recorder = server->record("mic");
+  const auto recorder = server.record("mic");
   EXPECT_TRUE(isUsing(recorder->pid(), "r"));
   EXPECT_EQ(uses(service.census(), player->pid()), "p");
   EXPECT_EQ(uses(service.census(), getpid()), "");
@@ -171,12 +163,12 @@ TEST_P(AudioServiceTest, corkedStreamsAreNotRunning) {
 
 TEST_P(AudioServiceTest, levelMetersAndMonitorsUseNoInput) {
   const PulseStream meter(PulseStream::Kind::levelMeter, "mic");
-  const auto ofSink = server->record("front.monitor");
+  const auto ofSink = server.record("front.monitor");
   // Once the server lists a later stream it also lists these two.
-  const auto recorder = server->record("mic");
+  const auto recorder = server.record("mic");
   ASSERT_TRUE(isUsing(recorder->pid(), "r"));
-  ASSERT_TRUE(eventually(
-      [&] { return std::ranges::count(server->control("list short source-outputs"), '\n') == 2; }));
+  ASSERT_TRUE(
+      eventually([&] { return std::ranges::count(server.control("list short source-outputs"), '\n') == 2; }));
   const AudioCensus census = service.census();
   EXPECT_EQ(uses(census, getpid()), "");
   EXPECT_EQ(uses(census, ofSink->pid()), "");
@@ -185,7 +177,7 @@ TEST_P(AudioServiceTest, levelMetersAndMonitorsUseNoInput) {
 TEST_P(AudioServiceTest, reconnectsToARestartedServer) {
   const std::size_t descriptors = openDescriptors();
   for (int round = 0; round < 2; ++round) {
-    server->kill();
+    server.kill();
     const AudioCensus none = service.census();
     EXPECT_TRUE(none.devices.empty() && none.clients.empty());
     EXPECT_EQ(none.defaultOutput, 0U);
@@ -193,7 +185,7 @@ TEST_P(AudioServiceTest, reconnectsToARestartedServer) {
     startServer();
     EXPECT_TRUE(isComplete());
   }
-  server->kill();
+  server.kill();
   startServer();
   EXPECT_FALSE(service.census().devices.empty()) << "no census has noticed the loss before";
   EXPECT_EQ(openDescriptors(), descriptors);
@@ -204,7 +196,7 @@ TEST_P(AudioServiceTest, timesOutWhileTheServerHangs) {
   LinuxAudioService hasty("/", 30ms);
   ASSERT_TRUE(eventually([&] { return !hasty.census().devices.empty(); }));
   const std::size_t descriptors = openDescriptors();
-  server->process().stop();
+  server.process().stop();
   const auto start = std::chrono::steady_clock::now();
   for (int i = 0; i < 40; ++i) {
     EXPECT_TRUE(hasty.census().devices.empty());
@@ -214,17 +206,15 @@ TEST_P(AudioServiceTest, timesOutWhileTheServerHangs) {
   EXPECT_GE(took, 30ms);
   EXPECT_LT(took, 40 * 30ms + 2s);
 
-  server->process().resume();
+  server.process().resume();
   EXPECT_TRUE(eventually([&] { return !hasty.census().devices.empty(); }));
   EXPECT_EQ(openDescriptors(), descriptors);
   // Of `service` and `hasty`; abandoned connections are closed.
   EXPECT_TRUE(eventually([&] { return ownClients(hasty.census()) == 2; }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Servers, AudioServiceTest,
-                         testing::Values(ServerKind{"PulseAudio", test::makePulseAudio},
-                                         ServerKind{"PipeWire", test::makePipeWire}),
-                         [](const auto& server) { return server.param.name; });
+INSTANTIATE_TEST_SUITE_P(PulseAudio, AudioServiceTest, testing::Values(test::SoundServer::Kind::pulseAudio));
+INSTANTIATE_TEST_SUITE_P(PipeWire, AudioServiceTest, testing::Values(test::SoundServer::Kind::pipeWire));
 
 TEST(AudioServiceWithoutServer, isEmptyAtOnceAndStartsNone) {
   const test::PrivateSession session;

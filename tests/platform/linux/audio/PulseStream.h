@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <pulse/pulseaudio.h>
@@ -20,6 +19,10 @@ class PulseStream {
         loop_, pa_threaded_mainloop_unlock);
     return action();
   }
+  template <class Condition>
+  void waitFor(Condition condition) const {
+    EXPECT_TRUE(eventually([&] { return locked(condition); }));
+  }
 
  public:
   enum class Kind { playback, recording, levelMeter };
@@ -27,11 +30,9 @@ class PulseStream {
   PulseStream(Kind kind, const std::string& device) {
     pa_context_connect(context_, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
     pa_threaded_mainloop_start(loop_);
-    const auto isConnected = [this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; };
-    EXPECT_TRUE(eventually([&] { return locked(isConnected); }));
-    locked([&] { return stream_ = opened(kind, device); });
-    const auto isOpen = [this] { return pa_stream_get_state(stream_) == PA_STREAM_READY; };
-    EXPECT_TRUE(eventually([&] { return locked(isOpen); }));
+    waitFor([this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; });
+    locked([&] { stream_ = opened(kind, device); });
+    waitFor([this] { return pa_stream_get_state(stream_) == PA_STREAM_READY; });
   }
   ~PulseStream() {
     pa_threaded_mainloop_stop(loop_);
@@ -55,23 +56,12 @@ class PulseStream {
     const pa_sample_spec format{.format = PA_SAMPLE_S16LE, .rate = rate, .channels = 1};
     pa_stream* const stream = pa_stream_new(context_, "test", &format, nullptr);
     if (kind == Kind::playback) {
-      pa_stream_set_write_callback(stream, writeSilence, nullptr);
       pa_stream_connect_playback(stream, device.c_str(), nullptr, PA_STREAM_NOFLAGS, nullptr, nullptr);
     } else {
       const auto flags = kind == Kind::levelMeter ? PA_STREAM_PEAK_DETECT : PA_STREAM_NOFLAGS;
-      pa_stream_set_read_callback(stream, dropRecorded, nullptr);
       pa_stream_connect_record(stream, device.c_str(), nullptr, flags);
     }
     return stream;
-  }
-  static void writeSilence(pa_stream* stream, std::size_t size, void*) {
-    const std::vector<char> silence(size);
-    pa_stream_write(stream, silence.data(), size, nullptr, 0, PA_SEEK_RELATIVE);
-  }
-  static void dropRecorded(pa_stream* stream, std::size_t, void*) {
-    const void* data = nullptr;
-    std::size_t size = 0;
-    while (pa_stream_peek(stream, &data, &size) == 0 && size > 0) pa_stream_drop(stream);
   }
 
   pa_threaded_mainloop* loop_ = pa_threaded_mainloop_new();

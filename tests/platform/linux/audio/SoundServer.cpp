@@ -5,75 +5,7 @@
 #include "support/Eventually.h"
 
 namespace kestrune::test {
-namespace {
-
 namespace fs = std::filesystem;
-
-class PulseAudio final : public SoundServer {
- public:
-  void kill() override { daemon_.reset(); }
-  ChildProcess& process() override { return *daemon_; }
-  std::string addSource(const std::string& name, const std::string& description) const override {
-    return control("load-module module-null-source channels=1 source_name=" + name +
-                   " description=" + description);
-  }
-
- protected:
-  std::string question() const override { return "info"; }
-  void launch() override {
-    // Without its own start file, and so without a search for hardware.
-    daemon_ = session.start("pulseaudio",
-                            "-n --daemonize=no --exit-idle-time=-1 --disallow-exit --use-pid-file=no"
-                            " --load=module-native-protocol-unix");
-  }
-
- private:
-  std::unique_ptr<ChildProcess> daemon_;
-};
-
-class PipeWire final : public SoundServer {
- public:
-  void kill() override {
-    pulse_.reset();
-    manager_.reset();
-    pipewire_.reset();
-  }
-  ChildProcess& process() override { return *pulse_; }
-  std::string addSource(const std::string& name, const std::string& description) const override {
-    return control(
-        "load-module module-null-sink media.class=Audio/Source/Virtual channel_map=mono sink_name=" + name +
-        " sink_properties=device.description=" + description);
-  }
-
- protected:
-  // The server answers before its parts have found each other. The dummy device is the last to appear.
-  std::string question() const override { return "set-default-sink auto_null"; }
-  void launch() override {
-    const auto configure = [this](const std::string& file, const std::string& text) {
-      session.folder.write("config/wireplumber/" + file + ".lua.d/51-no-hardware.lua", text);
-    };
-    configure(
-        "main",
-        "alsa_monitor.enabled = false\nv4l2_monitor.enabled = false\nlibcamera_monitor.enabled = false\n");
-    configure("bluetooth", "bluez_monitor.enabled = false\n");
-    const std::string address = "unix:path=" + session.runtimeFolder() + "/bus";
-    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
-    if (!bus_) bus_ = session.start("dbus-daemon", "--session --nofork --address=" + address);
-    pipewire_ = session.start("pipewire");
-    // The others exit if they find no server.
-    EXPECT_TRUE(eventually([] { return std::system("pw-cli info 0 >/dev/null 2>&1") == 0; }));
-    manager_ = session.start("wireplumber");
-    pulse_ = session.start("pipewire-pulse");
-  }
-
- private:
-  std::unique_ptr<ChildProcess> bus_;
-  std::unique_ptr<ChildProcess> pipewire_;
-  std::unique_ptr<ChildProcess> manager_;
-  std::unique_ptr<ChildProcess> pulse_;
-};
-
-}  // namespace
 
 PrivateSession::PrivateSession() {
   for (const char* name :
@@ -100,10 +32,42 @@ std::unique_ptr<ChildProcess> PrivateSession::start(const std::string& program,
   return std::make_unique<ChildProcess>(program + " " + arguments, folder / (program + ".log"));
 }
 
+void SoundServer::launchPipeWire() {
+  const auto configure = [this](const std::string& file, const std::string& text) {
+    session_.folder.write("config/wireplumber/" + file + ".lua.d/51-no-hardware.lua", text);
+  };
+  configure(
+      "main",
+      "alsa_monitor.enabled = false\nv4l2_monitor.enabled = false\nlibcamera_monitor.enabled = false\n");
+  configure("bluetooth", "bluez_monitor.enabled = false\n");
+  const std::string address = "unix:path=" + session_.runtimeFolder() + "/bus";
+  setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+  if (!bus_) bus_ = session_.start("dbus-daemon", "--session --nofork --address=" + address);
+  processes_.push_back(session_.start("pipewire"));
+  // The others exit if they find no server.
+  EXPECT_TRUE(eventually([] { return std::system("pw-cli info 0 >/dev/null 2>&1") == 0; }));
+  for (const char* other : {"wireplumber", "pipewire-pulse"}) processes_.push_back(session_.start(other));
+}
+
 void SoundServer::start() {
-  launch();
-  const std::string command = "pactl " + question() + " >/dev/null 2>&1";
-  EXPECT_TRUE(eventually([&] { return std::system(command.c_str()) == 0; })) << session.complaints();
+  std::string command = "pactl info";
+  if (kind_ == Kind::pipeWire) {
+    launchPipeWire();
+    // The server answers before its parts have found each other. The dummy device is the last to appear.
+    command = "pactl set-default-sink auto_null";
+  } else {
+    // Without its own start file, and so without a search for hardware.
+    processes_.push_back(
+        session_.start("pulseaudio",
+                       "-n --daemonize=no --exit-idle-time=-1 --disallow-exit --use-pid-file=no"
+                       " --load=module-native-protocol-unix"));
+  }
+  command += " >/dev/null 2>&1";
+  EXPECT_TRUE(eventually([&] { return std::system(command.c_str()) == 0; })) << session_.complaints();
+}
+
+void SoundServer::kill() {
+  while (!processes_.empty()) processes_.pop_back();
 }
 
 std::string SoundServer::control(const std::string& arguments) {
@@ -119,20 +83,21 @@ std::string SoundServer::addSink(const std::string& name, const std::string& des
                  " sink_properties=device.description=" + description);
 }
 
+void SoundServer::addSource(const std::string& name, const std::string& description) const {
+  if (kind_ == Kind::pulseAudio) {
+    control("load-module module-null-source channels=1 source_name=" + name + " description=" + description);
+  } else {
+    control("load-module module-null-sink media.class=Audio/Source/Virtual channel_map=mono sink_name=" +
+            name + " sink_properties=device.description=" + description);
+  }
+}
+
 std::unique_ptr<ChildProcess> SoundServer::play(const std::string& sink) const {
-  return session.start("pacat", "--playback --raw --latency-msec=50 --device=" + sink + " /dev/zero");
+  return session_.start("pacat", "--playback --raw --latency-msec=50 --device=" + sink + " /dev/zero");
 }
 
 std::unique_ptr<ChildProcess> SoundServer::record(const std::string& source) const {
-  return session.start("pacat", "--record --raw --latency-msec=50 --device=" + source + " /dev/null");
-}
-
-std::unique_ptr<SoundServer> makePulseAudio() {
-  return std::make_unique<PulseAudio>();
-}
-
-std::unique_ptr<SoundServer> makePipeWire() {
-  return std::make_unique<PipeWire>();
+  return session_.start("pacat", "--record --raw --latency-msec=50 --device=" + source + " /dev/null");
 }
 
 }  // namespace kestrune::test

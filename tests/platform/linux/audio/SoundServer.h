@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"
@@ -23,17 +24,18 @@ class PrivateSession {
 // A real sound server in a session of its own, where libraries find it.
 class SoundServer {
  public:
-  virtual ~SoundServer() = default;
+  enum class Kind { pulseAudio, pipeWire };
+  explicit SoundServer(Kind kind) : kind_(kind) {}
 
   // Returns once the server answers.
   void start();
-  virtual void kill() = 0;
+  void kill();
   // The process that clients are connected to.
-  virtual ChildProcess& process() = 0;
+  ChildProcess& process() { return *processes_.back(); }
 
-  // Both return a number for `unload-module`.
+  // Returns a number for `unload-module`.
   std::string addSink(const std::string& name, const std::string& description, int rate, int channels) const;
-  virtual std::string addSource(const std::string& name, const std::string& description) const = 0;
+  void addSource(const std::string& name, const std::string& description) const;
 
   // Runs the server's control tool and returns its output, without the line break at the end.
   static std::string control(const std::string& arguments);
@@ -41,15 +43,13 @@ class SoundServer {
   std::unique_ptr<ChildProcess> play(const std::string& sink) const;
   std::unique_ptr<ChildProcess> record(const std::string& source) const;
 
- protected:
-  virtual void launch() = 0;
-  // A control command that succeeds once the server is ready.
-  virtual std::string question() const = 0;
+ private:
+  void launchPipeWire();
 
-  PrivateSession session;
+  Kind kind_;
+  PrivateSession session_;
+  std::unique_ptr<ChildProcess> bus_;
+  std::vector<std::unique_ptr<ChildProcess>> processes_;
 };
-
-std::unique_ptr<SoundServer> makePulseAudio();
-std::unique_ptr<SoundServer> makePipeWire();
 
 }  // namespace kestrune::test

@@ -74,13 +74,11 @@ TEST_F(FolderMountTest, sumsSaturate) {
 TEST_F(FolderMountTest, entersEachBindMountOnce) {
   tree.file("top/file", 1);
   constexpr int doublings = 10;
-  for (int i = 0; i < doublings; ++i) tree.directory("top/" + std::to_string(i));
   for (int i = 0; i < doublings; ++i) {
     ASSERT_TRUE(mountAt("top/" + std::to_string(i), nullptr, tree / "top", MS_BIND | MS_REC));
   }
   test::DrivenWalk driven;
-  auto walk = driven.walk();
-  walk.begin(FileLocation(tree / "top"));
+  auto walk = driven.walk(FileLocation(tree / "top"));
   EXPECT_EQ(test::finished(walk), (FolderMeasure{1, 1}));
   EXPECT_EQ(driven.entries, doublings + 1U);
 }
@@ -99,21 +97,18 @@ TEST_F(FolderMountTest, aHungFileSystemDelaysNothingElse) {
   ASSERT_TRUE(listing);
   EXPECT_EQ(listing->size(), 2U);
 
-  std::promise<FolderMeasure> hung;
-  std::promise<FolderMeasure> fine;
   MeasurePool pool({.threads = 1, .maxThreads = 3, .stallTimeout = 20ms});
-  const auto never = std::make_shared<std::atomic<bool>>(false);
-  const auto measure = [&](const std::string& name, std::promise<FolderMeasure>& result) {
-    pool.measure({FileLocation(tree / name)}, never,
-                 [&](std::size_t, const FolderMeasure& found) { result.set_value(found); });
+  const auto measure = [&](const std::string& name) {
+    const auto result = std::make_shared<std::promise<FolderMeasure>>();
+    pool.measure({FileLocation(tree / name)}, std::make_shared<std::atomic<bool>>(false),
+                 [=](std::size_t, const FolderMeasure& found) { result->set_value(found); });
+    return result->get_future();
   };
-  measure("hung", hung);
-  measure("fine", fine);
-  auto hungResult = hung.get_future();
-  EXPECT_EQ(fine.get_future().get(), (FolderMeasure{5, 1}));
-  EXPECT_EQ(hungResult.wait_for(0s), std::future_status::timeout);
+  auto hung = measure("hung");
+  EXPECT_EQ(measure("fine").get(), (FolderMeasure{5, 1}));
+  EXPECT_EQ(hung.wait_for(0s), std::future_status::timeout);
   server = UniqueFd();
-  EXPECT_EQ(hungResult.get(), FolderMeasure{});
+  EXPECT_EQ(hung.get(), FolderMeasure{});
 }
 
 }  // namespace

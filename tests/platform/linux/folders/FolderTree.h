@@ -53,8 +53,12 @@ class FolderTree : public TemporaryFolder {
 // A walk that a test drives step by step.
 class DrivenWalk {
  public:
-  platform::SubtreeWalk walk() {
-    return platform::SubtreeWalk({isCancelled, isClosing, entries, mounts, buffer_});
+  // Begun at a folder or at what another walk has split off.
+  template <class Start>
+  platform::SubtreeWalk walk(Start start) {
+    platform::SubtreeWalk walk({isCancelled, isClosing, entries, mounts, buffer_});
+    walk.begin(std::move(start));
+    return walk;
   }
 
   std::atomic<bool> isCancelled = false;
@@ -76,8 +80,7 @@ inline platform::FolderMeasure finished(platform::SubtreeWalk& walk) {
 // Measures a folder in this thread.
 inline platform::FolderMeasure measured(const std::string& path) {
   DrivenWalk driven;
-  auto walk = driven.walk();
-  walk.begin(platform::FileLocation(path));
+  auto walk = driven.walk(platform::FileLocation(path));
   return finished(walk);
 }
 

@@ -1,9 +1,6 @@
 #include <algorithm>
 #include <atomic>
-#include <condition_variable>
 #include <future>
-#include <map>
-#include <mutex>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -17,29 +14,18 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-// Collects the measures of one request.
+// Takes the measures of one request, each of them once.
 class Results {
  public:
+  explicit Results(std::size_t count) : promises_(count) {}
   Folders::MeasureDone take() {
-    return [this](std::size_t index, const FolderMeasure& measure) {
-      const std::lock_guard lock(mutex_);
-      EXPECT_TRUE(measures_.emplace(index, measure).second) << "reported twice";
-      changed_.notify_all();
-    };
+    return [this](std::size_t index, const FolderMeasure& measure) { promises_[index].set_value(measure); };
   }
-  // Returns once there are that many.
-  std::vector<FolderMeasure> waitFor(std::size_t count) {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return measures_.size() >= count; });
-    std::vector<FolderMeasure> measures;
-    for (const auto& [index, measure] : measures_) measures.push_back(measure);
-    return measures;
-  }
+  // Waits for it.
+  FolderMeasure get(std::size_t index) { return promises_[index].get_future().get(); }
 
  private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::map<std::size_t, FolderMeasure> measures_;
+  std::vector<std::promise<FolderMeasure>> promises_;
 };
 
 CancellationFlag neverCancelled() {
@@ -49,9 +35,9 @@ CancellationFlag neverCancelled() {
 class MeasurePoolTest : public testing::Test {
  protected:
   FolderMeasure measure(MeasurePool& pool, const std::string& path) {
-    Results results;
+    Results results(1);
     pool.measure({FileLocation(path)}, neverCancelled(), results.take());
-    return results.waitFor(1).front();
+    return results.get(0);
   }
 
   test::FolderTree tree;
@@ -64,14 +50,15 @@ TEST_F(MeasurePoolTest, measuresEachFolderOnce) {
     folders.emplace_back(tree / std::to_string(i));
   }
   MeasurePool pool({.threads = 4, .maxThreads = 4});
-  Results first;
-  Results second;
+  Results first(folders.size());
+  Results second(folders.size());
   pool.measure(folders, neverCancelled(), first.take());
   pool.measure(folders, neverCancelled(), second.take());
   pool.measure({}, neverCancelled(), [](std::size_t, const FolderMeasure&) { ADD_FAILURE(); });
-  const auto measures = first.waitFor(folders.size());
-  for (std::size_t i = 0; i < measures.size(); ++i) EXPECT_EQ(measures[i], (FolderMeasure{i + 1, 1}));
-  EXPECT_EQ(second.waitFor(folders.size()), measures);
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    EXPECT_EQ(first.get(i), (FolderMeasure{i + 1, 1}));
+    EXPECT_EQ(second.get(i), (FolderMeasure{i + 1, 1}));
+  }
 }
 
 TEST_F(MeasurePoolTest, cancelledRequestsStopEarlyAndReportAll) {
@@ -82,14 +69,15 @@ TEST_F(MeasurePoolTest, cancelledRequestsStopEarlyAndReportAll) {
   }
   const auto flag = std::make_shared<std::atomic<bool>>(false);
   MeasurePool pool({.threads = 2, .maxThreads = 2});
-  Results results;
+  Results results(folders.size());
   const auto take = results.take();
   std::atomic<int> taken = 0;
   pool.measure(folders, flag, [&](std::size_t index, const FolderMeasure& measure) {
     if (++taken == 10) *flag = true;
     take(index, measure);
   });
-  const auto measures = results.waitFor(folders.size());
+  std::vector<FolderMeasure> measures;
+  for (std::size_t i = 0; i < folders.size(); ++i) measures.push_back(results.get(i));
   EXPECT_GE(std::ranges::count(measures, FolderMeasure{20, 20}), 10);
   EXPECT_EQ(measures[49], FolderMeasure{});
   EXPECT_EQ(measure(pool, folders[49].path()), (FolderMeasure{20, 20})) << "other requests continue";
@@ -138,10 +126,10 @@ TEST_F(MeasurePoolTest, mayBeDestroyedAtAnyTime) {
   for (int i = 0; i < 100; ++i) tree.file(std::to_string(i) + "/sub/file", 1);
   const std::size_t descriptors = test::openDescriptors();
   for (int round = 0; round < 30; ++round) {
-    Results results;
+    Results results(1000);
     MeasurePool pool({.threads = 3, .maxThreads = 3});
     pool.measure(std::vector(1000, FileLocation(tree.path())), neverCancelled(), results.take());
-    if (round % 3 > 0) results.waitFor(2);
+    if (round % 3 > 0) results.get(1);
   }
   EXPECT_EQ(test::openDescriptors(), descriptors);
 }

@@ -80,10 +80,9 @@ TEST_F(SubtreeWalkTest, depthTakesNoDescriptors) {
   constexpr int levels = 100;
   tree.chain(levels, "d", addSiblings);
   DrivenWalk driven;
-  auto walk = driven.walk();
+  auto walk = driven.walk(FileLocation(tree.path()));
   const std::size_t before = test::openDescriptors();
   std::size_t peak = 0;
-  walk.begin(FileLocation(tree.path()));
   for (int steps = 0; walk.step(); ++steps) {
     if (steps % 50 == 0) peak = std::max(peak, test::openDescriptors());
   }
@@ -98,8 +97,7 @@ TEST_F(SubtreeWalkTest, skipsBranchesMovedAway) {
   tree.chain(levels, "d", addSiblings);
   tree.file("last/file", 1);
   DrivenWalk driven;
-  auto walk = driven.walk();
-  walk.begin(FileLocation(tree.path()));
+  auto walk = driven.walk(FileLocation(tree.path()));
   while (driven.entries < 20 * (siblings + 1)) ASSERT_TRUE(walk.step());
   fs::rename(tree / "d/d/d/d", elsewhere / "moved");
   fs::rename(tree / "d/d", elsewhere / "moved too");
@@ -114,8 +112,7 @@ TEST_F(SubtreeWalkTest, skipsDirectoriesReplacedMeanwhile) {
   outside.file("secret", 1000);
   for (const auto* name : {"link", "file", "fifo", "gone"}) tree.file(std::string(name) + "/content", 10);
   DrivenWalk driven;
-  auto walk = driven.walk();
-  walk.begin(FileLocation(tree.path()));
+  auto walk = driven.walk(FileLocation(tree.path()));
   for (const auto* name : {"link", "file", "fifo", "gone"}) fs::remove_all(tree / name);
   tree.link("link", outside.path());
   tree.file("file", 500);
@@ -128,8 +125,7 @@ TEST_F(SubtreeWalkTest, stopsAtTheNextEntryWhenEitherFlagIsSet) {
   for (int i = 0; i < 100; ++i) tree.file(std::to_string(i) + "/file", 1);
   for (auto DrivenWalk::*flag : {&DrivenWalk::isCancelled, &DrivenWalk::isClosing}) {
     DrivenWalk driven;
-    auto walk = driven.walk();
-    walk.begin(FileLocation(tree.path()));
+    auto walk = driven.walk(FileLocation(tree.path()));
     EXPECT_TRUE(walk.step());
     driven.*flag = true;
     const std::uint64_t entries = driven.entries;
@@ -143,8 +139,7 @@ TEST_F(SubtreeWalkTest, stopsAtTheNextEntryWhenEitherFlagIsSet) {
 FolderMeasure measuredInParts(const std::string& path, int& parts) {
   DrivenWalk driven;
   std::vector<std::unique_ptr<SubtreeWalk>> walks;
-  walks.push_back(std::make_unique<SubtreeWalk>(driven.walk()));
-  walks.back()->begin(FileLocation(path));
+  walks.push_back(std::make_unique<SubtreeWalk>(driven.walk(FileLocation(path))));
   FolderMeasure sum;
   for (std::size_t turn = 0; !walks.empty(); ++turn) {
     const std::size_t index = turn % walks.size();
@@ -154,8 +149,7 @@ FolderMeasure measuredInParts(const std::string& path, int& parts) {
       walks.erase(walks.begin() + static_cast<std::ptrdiff_t>(index));
     } else if (auto part = walks.size() < 8 ? walks[index]->split() : std::nullopt) {
       ++parts;
-      walks.push_back(std::make_unique<SubtreeWalk>(driven.walk()));
-      walks.back()->begin(*std::move(part));
+      walks.push_back(std::make_unique<SubtreeWalk>(driven.walk(*std::move(part))));
     }
   }
   return sum;

@@ -23,7 +23,6 @@ class LinuxNetworkInterfacesTest : public testing::Test {
   void describe(const std::string& name, const std::string& file, const std::string& text = "") {
     root.write("sys/class/net/" + name + "/" + file, text);
   }
-  void forget(const std::string& name) { std::filesystem::remove_all(root / ("sys/class/net/" + name)); }
   static std::vector<std::string> carriedOf(const std::vector<LinkEntry>& links) {
     std::vector<std::string> names;
     for (const auto& link : links) {
@@ -62,7 +61,7 @@ TEST_F(LinuxNetworkInterfacesTest, changesShowWithNewNamesAndInFullReads) {
   EXPECT_THAT(carriedInFullRead(), ElementsAre("a"));
   EXPECT_THAT(carried(), ElementsAre("a"));
 
-  forget("a");
+  std::filesystem::remove_all(root / "sys/class/net/a");
   setNames({"eth0", "b"});
   describe("b", "lower_eth0");
   EXPECT_THAT(carried(), ElementsAre("b"));
@@ -100,17 +99,11 @@ TEST_F(LinuxNetworkInterfacesTest, bothReadsAtTheSameTime) {
     }
   });
   for (int i = 0; i < rounds; ++i) {
-    setNames(i % 2 == 0 ? std::vector<std::string>{"eth0", "br0", "eth1"}
-                        : std::vector<std::string>{"eth0", "br0"});
+    setNames({"eth0", "br0", i % 2 == 0 ? "eth1" : "eth2"});
     EXPECT_THAT(carried(), ElementsAre("br0"));
   }
   other.join();
 }
-
-constexpr const char* header =
-    "Inter-|   Receive                                                |  Transmit\n"
-    " face |bytes    packets errs drop fifo frame compressed multicast|bytes    packets errs drop fifo colls "
-    "carrier compressed\n";
 
 // A line as the kernel prints it.
 std::string line(const std::string& name, const std::string& received, const std::string& sent) {
@@ -130,7 +123,6 @@ std::vector<std::string> parsed(const std::string& text) {
 }
 
 TEST(NetDevTest, namesMayBeOdd) {
-  EXPECT_THAT(parsed(header), IsEmpty());
   EXPECT_THAT(parsed(line("eth0:1", "5", "6") + line("a|b", " 7", "8") + line("  \xff\x01\"", " 9", "1") +
                      line("123", "456", "7")),
               ElementsAre("eth0:1 5 6", "a|b 7 8", "\xff\x01\" 9 1", "123 456 7"));

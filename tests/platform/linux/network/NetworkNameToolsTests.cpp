@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include <gtest/gtest.h>
 
 #include "platform/linux/network/LinuxWiFi.h"
@@ -10,18 +8,17 @@ namespace {
 
 class NetworkNameToolsTest : public testing::Test {
  protected:
-  // Installs a tool that notes its arguments and prints the file "answers/LAST ARGUMENT".
-  void install(const std::string& path) {
-    root.write(path, "#!/bin/sh\necho \"$@\" >> '" + (root / "calls") + "'\nfor last; do :; done\ncat '" +
-                         (root / "answers") + "'/\"$last\"\n");
-    std::filesystem::permissions(root / path, std::filesystem::perms::owner_all);
+  // Installs tools that note their arguments and print the file "answers/LAST ARGUMENT".
+  void installAll() {
+    for (const char* path :
+         {"usr/sbin/networksetup",
+          "System/Library/PrivateFrameworks/Apple80211.framework/Versions/Current/Resources/airport"}) {
+      root.script(path, "#!/bin/sh\necho \"$@\" >> '" + (root / "calls") + "'\nfor last; do :; done\ncat '" +
+                            (root / "answers") + "'/\"$last\"\n");
+    }
   }
   void answer(const std::string& lastArgument, const std::string& text) {
     root.write("answers/" + lastArgument, text);
-  }
-  void installAll() {
-    install("usr/sbin/networksetup");
-    install("System/Library/PrivateFrameworks/Apple80211.framework/Versions/Current/Resources/airport");
   }
 
   test::TemporaryFolder root;

@@ -1,16 +1,11 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <net/if.h>
-#include <netinet/in.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include "platform/linux/files/UniqueFd.h"
@@ -22,51 +17,20 @@ namespace kestrune::platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
-
-constexpr int datagrams = 40;
-constexpr std::size_t datagramBytes = 1200;
-constexpr std::uint64_t payload = datagrams * datagramBytes;
-// Headers of up to 42 bytes around each datagram, and the few frames in which the hosts find each other.
-constexpr std::uint64_t overhead = std::uint64_t{datagrams} * 42 + 1000;
 
 bool run(const std::string& command) {
   return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
 }
 
-// Without IPv6, whose unrequested frames would blur the counts. None: the kernel refuses.
+// None: the kernel refuses.
 UniqueFd enterNewNamespace() {
   if (!test::hasLeftMachine() || unshare(CLONE_NEWNET) != 0) return {};
-  for (const std::string scope : {"all", "default"}) {
-    std::ofstream("/proc/sys/net/ipv6/conf/" + scope + "/disable_ipv6") << "1\n";
-  }
   return UniqueFd(open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC));
 }
 
-sockaddr_in addressOf(const char* text) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(4711);
-  inet_pton(AF_INET, text, &address.sin_addr);
-  return address;
-}
-
-const sockaddr* plain(const sockaddr_in& address) {
-  return reinterpret_cast<const sockaddr*>(&address);
-}
-
-// In the thread's namespace. Receiving times out.
-UniqueFd makeSocket(const char* address) {
-  UniqueFd socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-  constexpr timeval timeout{.tv_sec = 5, .tv_usec = 0};
-  setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
-  const sockaddr_in own = addressOf(address);
-  return bind(socket.get(), plain(own), sizeof own) == 0 ? std::move(socket) : UniqueFd();
-}
-
-// Two network namespaces of this process, near and far, joined by a virtual cable. Its ends are called eth0
-// and have the addresses 10.0.0.1 (near) and 10.0.0.2 (far). The process is in the near namespace, and sees
-// it in /proc and /sys, until the next test. The rest of the machine is not touched.
+// Two network namespaces of this process, near and far, joined by a virtual cable whose ends are called eth0.
+// The near one has the address 10.0.0.1. The process is in the near namespace, and sees it in /proc and /sys,
+// until the next test. The rest of the machine is not touched.
 class NetworkNamespaceTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -77,11 +41,6 @@ class NetworkNamespaceTest : public testing::Test {
     if (!run("ip -Version")) GTEST_SKIP() << "ip(8) is missing";
     if (!ip("link add eth0 type veth peer name eth0 netns " + farName())) GTEST_SKIP() << "no virtual cables";
     ASSERT_TRUE(ip("addr add 10.0.0.1/24 dev eth0") && ip("link set eth0 up"));
-    ASSERT_TRUE(setns(far.get(), CLONE_NEWNET) == 0 && ip("addr add 10.0.0.2/24 dev eth0") &&
-                ip("link set eth0 up"));
-    farSocket = makeSocket("10.0.0.2");
-    ASSERT_EQ(setns(near.get(), CLONE_NEWNET), 0);
-    nearSocket = makeSocket("10.0.0.1");
   }
   ~NetworkNamespaceTest() override {
     if (hasMountedSys) umount2("/sys", MNT_DETACH);
@@ -93,43 +52,11 @@ class NetworkNamespaceTest : public testing::Test {
     return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(far.get());
   }
 
-  // Each datagram is received before the next is sent. False: one was lost.
-  static bool send(const UniqueFd& from, const UniqueFd& to, const char* address) {
-    const sockaddr_in target = addressOf(address);
-    std::array<char, datagramBytes> data{};
-    for (int i = 0; i < datagrams; ++i) {
-      const auto sent = sendto(from.get(), data.data(), data.size(), 0, plain(target), sizeof target);
-      if (sent < 0 || recv(to.get(), data.data(), data.size(), 0) != sent) return false;
-    }
-    return true;
-  }
-
-  LinkCounters portCounters() {
-    const auto links = interfaces.links().value();
-    return std::ranges::find(links, "eth0", &LinkEntry::name)->counters.value();
-  }
-
   UniqueFd far;
   UniqueFd near;
-  UniqueFd farSocket;
-  UniqueFd nearSocket;
   bool hasMountedSys = false;
   LinuxNetworkInterfaces interfaces;
 };
-
-TEST_F(NetworkNamespaceTest, countersGrowByWhatIsMoved) {
-  const LinkCounters before = portCounters();
-  ASSERT_TRUE(send(nearSocket, farSocket, "10.0.0.2"));
-  const LinkCounters sent = portCounters();
-  EXPECT_GE(sent.sent, before.sent + payload);
-  EXPECT_LE(sent.sent, before.sent + payload + overhead);
-  EXPECT_LE(sent.received, before.received + overhead);
-  ASSERT_TRUE(send(farSocket, nearSocket, "10.0.0.1"));
-  const LinkCounters both = portCounters();
-  EXPECT_GE(both.received, sent.received + payload);
-  EXPECT_LE(both.received, sent.received + payload + overhead);
-  EXPECT_LE(both.sent, sent.sent + overhead);
-}
 
 // No name gives away what an interface is.
 TEST_F(NetworkNamespaceTest, countsThePortAlone) {
@@ -159,21 +86,11 @@ TEST_F(NetworkNamespaceTest, countsThePortAlone) {
   EXPECT_GT(links.size(), static_cast<std::size_t>(layers) + 1);
 }
 
-TEST_F(NetworkNamespaceTest, listsLinksAndAddressesInTheKernelsOrder) {
+TEST_F(NetworkNamespaceTest, listsAddressesInTheKernelsOrder) {
   ASSERT_TRUE(ip("link set lo up") && ip("addr add 10.0.0.9/24 dev eth0 label eth0:1"));
   ASSERT_TRUE(ip("addr add 192.168.7.1/32 dev eth0"));
-  const auto list = interfaces.interfaces().value();
-  std::vector<std::string> names;
-  for (const auto& link : list.links) names.push_back(link.name);
-  std::vector<std::string> kernelNames;
-  const std::unique_ptr<struct if_nameindex, void (*)(struct if_nameindex*)> kernelList(if_nameindex(),
-                                                                                        if_freenameindex);
-  for (const auto* entry = kernelList.get(); entry->if_index != 0; ++entry) {
-    kernelNames.emplace_back(entry->if_name);
-  }
-  EXPECT_THAT(names, ElementsAreArray(kernelNames));
-
   std::vector<std::string> addresses;
+  const auto list = interfaces.interfaces().value();
   for (const auto& entry : list.addresses) addresses.push_back(entry.interfaceName + " " + entry.address);
   // Further addresses in the subnet of an earlier address are last.
   EXPECT_THAT(addresses, ElementsAre("lo 127.0.0.1", "eth0 10.0.0.1", "eth0 192.168.7.1", "eth0 10.0.0.9"));

@@ -1,15 +1,13 @@
-#include <cstring>
 #include <filesystem>
-#include <set>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <linux/genetlink.h>
 #include <linux/netlink.h>
 #include <linux/nl80211.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/linux/files/UniqueFd.h"
 #include "platform/linux/network/LinuxWiFi.h"
 #include "platform/linux/network/Nl80211.h"
 #include "platform/linux/network/Nl80211Socket.h"
@@ -21,43 +19,30 @@ namespace {
 using namespace std::string_literals;
 using testing::ElementsAre;
 
-// A message's attributes, laid out as by the kernel.
-class Message {
- public:
-  Message& add(int type, std::string_view value) {
-    const nlattr header{.nla_len = static_cast<std::uint16_t>(NLA_HDRLEN + value.size()),
-                        .nla_type = static_cast<std::uint16_t>(type)};
-    text_.append(bytesOf(header)).append(value);
-    text_.resize((text_.size() + NLA_ALIGNTO - 1) / NLA_ALIGNTO * NLA_ALIGNTO, '\0');
-    return *this;
-  }
-  Message& add(int type, std::uint32_t value) { return add(type, bytesOf(value)); }
-  Message& nest(int type, const Message& inner) { return add(type | NLA_F_NESTED, inner.text_); }
+std::string bytesOf(const auto& value) {
+  return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+}
 
-  const std::string& text() const { return text_; }
-  std::optional<RadioInterface> asInterface() const {
-    return parseRadioInterface(std::as_bytes(std::span(text_)));
-  }
-  std::optional<HeardNetwork> asNetwork() const { return parseHeardNetwork(std::as_bytes(std::span(text_))); }
-
- private:
-  static std::string bytesOf(const auto& value) {
-    std::string bytes(sizeof value, '\0');
-    std::memcpy(bytes.data(), &value, sizeof value);
-    return bytes;
-  }
-
-  std::string text_;
-};
+// An attribute of a message, laid out as by the kernel.
+std::string attribute(int type, std::string_view value) {
+  std::string text = bytesOf(nlattr{.nla_len = static_cast<std::uint16_t>(NLA_HDRLEN + value.size()),
+                                    .nla_type = static_cast<std::uint16_t>(type)});
+  text.append(value).resize(NLA_ALIGN(text.size()), '\0');
+  return text;
+}
+std::string attribute(int type, std::uint32_t value) {
+  return attribute(type, bytesOf(value));
+}
 
 // An interface of a radio, as the kernel reports it.
-Message interfaceMessage(std::uint32_t mode) {
-  return Message()
-      .add(NL80211_ATTR_IFINDEX, 3)
-      .add(NL80211_ATTR_IFNAME, "wlp2s0\0"s)
-      .add(NL80211_ATTR_WIPHY, std::uint32_t{0})
-      .add(NL80211_ATTR_IFTYPE, mode)
-      .add(NL80211_ATTR_MAC, "\2\0\0\0\0\1"s);
+std::string interfaceMessage(std::uint32_t mode) {
+  return attribute(NL80211_ATTR_IFINDEX, 3) + attribute(NL80211_ATTR_IFNAME, "wlp2s0\0"s) +
+         attribute(NL80211_ATTR_WIPHY, 0U) + attribute(NL80211_ATTR_IFTYPE, mode) +
+         attribute(NL80211_ATTR_MAC, "\2\0\0\0\0\1"s);
+}
+
+std::optional<RadioInterface> asInterface(std::span<const char> message) {
+  return parseRadioInterface(std::as_bytes(message));
 }
 
 std::string element(char type, const std::string& value) {
@@ -66,7 +51,7 @@ std::string element(char type, const std::string& value) {
 
 TEST(Nl80211Test, readsTheNetworkOfAStation) {
   const auto station = [](const std::string& ssid) {
-    return interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, ssid).asInterface().value();
+    return asInterface(interfaceMessage(NL80211_IFTYPE_STATION) + attribute(NL80211_ATTR_SSID, ssid)).value();
   };
   for (const std::string& ssid : {"Home"s, "Caf\xc3\xa9 \xff"s, "a\0b"s, std::string(32, 'x')}) {
     EXPECT_TRUE(station(ssid).isClient);
@@ -79,53 +64,51 @@ TEST(Nl80211Test, readsTheNetworkOfAStation) {
 }
 
 TEST(Nl80211Test, otherModesAreNotClients) {
-  EXPECT_FALSE(interfaceMessage(NL80211_IFTYPE_AP).asInterface()->isClient);
-  const auto management = Message().add(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_P2P_DEVICE).asInterface();
-  ASSERT_TRUE(management);
-  EXPECT_FALSE(management->isClient);
-  EXPECT_FALSE(Message().add(NL80211_ATTR_IFNAME, "wlan0\0"s).asInterface()) << "without a mode";
+  EXPECT_FALSE(asInterface(interfaceMessage(NL80211_IFTYPE_AP))->isClient);
+  EXPECT_FALSE(asInterface(attribute(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_P2P_DEVICE)).value().isClient);
+  EXPECT_FALSE(asInterface(attribute(NL80211_ATTR_IFNAME, "wlan0\0"s))) << "without a mode";
 }
 
 TEST(Nl80211Test, findsTheConnectedNetworkAmongThoseHeard) {
-  const auto heard = [](const Message& network) {
-    return Message().add(NL80211_ATTR_GENERATION, 7).nest(NL80211_ATTR_BSS, network).asNetwork().value();
+  const auto heard = [](const std::string& network) {
+    const std::string message =
+        attribute(NL80211_ATTR_GENERATION, 7) + attribute(NL80211_ATTR_BSS | NLA_F_NESTED, network);
+    return parseHeardNetwork(std::as_bytes(std::span(message))).value();
   };
   const std::string rates = element(1, "\x82\x84");
   const std::string hidden = element(0, "\0\0\0\0"s) + rates;
   const std::string named = rates + element(0, "a\0b"s) + element(3, "\6");
-  Message network;
-  network.add(NL80211_BSS_BSSID, "\2\0\0\0\0\2"s).add(NL80211_BSS_INFORMATION_ELEMENTS, named);
+  std::string network =
+      attribute(NL80211_BSS_BSSID, "\2\0\0\0\0\2"s) + attribute(NL80211_BSS_INFORMATION_ELEMENTS, named);
   EXPECT_FALSE(heard(network).isAssociated);
-  network.add(NL80211_BSS_BEACON_IES, hidden).add(NL80211_BSS_STATUS, NL80211_BSS_STATUS_ASSOCIATED);
+  network += attribute(NL80211_BSS_BEACON_IES, hidden) +
+             attribute(NL80211_BSS_STATUS, NL80211_BSS_STATUS_ASSOCIATED);
   EXPECT_TRUE(heard(network).isAssociated);
   EXPECT_EQ(heard(network).ssid, "a\0b"s) << "hidden in beacons, named in answers";
 
-  EXPECT_FALSE(heard(Message().add(NL80211_BSS_STATUS, NL80211_BSS_STATUS_AUTHENTICATED)).isAssociated);
-  EXPECT_EQ(heard(Message().add(NL80211_BSS_BEACON_IES, named)).ssid, "a\0b"s);
+  EXPECT_FALSE(heard(attribute(NL80211_BSS_STATUS, NL80211_BSS_STATUS_AUTHENTICATED)).isAssociated);
+  EXPECT_EQ(heard(attribute(NL80211_BSS_BEACON_IES, named)).ssid, "a\0b"s);
   for (const std::string& elements : {""s, hidden, "\0"s, "\0\5abc"s, rates, "\1\377"s + element(0, "x")}) {
-    EXPECT_EQ(heard(Message().add(NL80211_BSS_INFORMATION_ELEMENTS, elements)).ssid, std::nullopt);
+    EXPECT_EQ(heard(attribute(NL80211_BSS_INFORMATION_ELEMENTS, elements)).ssid, std::nullopt);
   }
-  EXPECT_FALSE(interfaceMessage(NL80211_IFTYPE_STATION).asNetwork());
+  const std::string other = interfaceMessage(NL80211_IFTYPE_STATION);
+  EXPECT_FALSE(parseHeardNetwork(std::as_bytes(std::span(other))));
 }
 
 // Each truncated copy is as large as its text, so that reading beyond its end is found.
 TEST(Nl80211Test, truncatedAndInvalidMessagesYieldOnlyWhatIsThere) {
-  const std::string whole = interfaceMessage(NL80211_IFTYPE_STATION).add(NL80211_ATTR_SSID, "Home").text();
+  std::string whole = interfaceMessage(NL80211_IFTYPE_STATION) + attribute(NL80211_ATTR_SSID, "Home");
   for (std::size_t length = 0; length < whole.size(); ++length) {
-    const std::vector<char> cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-    const auto interface = parseRadioInterface(std::as_bytes(std::span(cut)));
+    const auto interface = asInterface(std::vector(whole.data(), whole.data() + length));
     if (!interface) continue;
     EXPECT_EQ(interface->name, "wlp2s0") << length;
     EXPECT_EQ(interface->ssid, std::nullopt) << length;
   }
-  std::string endless = whole;
-  endless[0] = '\0';  // a length of zero must end the reading
-  EXPECT_FALSE(parseRadioInterface(std::as_bytes(std::span(endless))));
-  const auto odd = Message()
-                       .add(NL80211_ATTR_IFINDEX, "\1\2")
-                       .add(NL80211_ATTR_IFNAME, "\0"s)
-                       .add(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION)
-                       .asInterface();
+  whole[0] = '\0';  // a length of zero must end the reading
+  EXPECT_FALSE(asInterface(whole));
+  const auto odd =
+      asInterface(attribute(NL80211_ATTR_IFINDEX, "\1\2") + attribute(NL80211_ATTR_IFNAME, "\0"s) +
+                  attribute(NL80211_ATTR_IFTYPE, NL80211_IFTYPE_STATION));
   EXPECT_EQ(odd->index, 0U);
   EXPECT_EQ(odd->name, std::nullopt);
 }
@@ -193,49 +176,34 @@ TEST_F(LinuxWiFiTest, asksNothingOnAMachineWithoutARadio) {
   EXPECT_EQ(defaultInterface(), "wlan0") << "a radio was plugged in";
 }
 
-// The open sockets of this process.
-std::set<int> openSockets() {
-  std::set<int> sockets;
-  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-    std::error_code gone;
-    const std::string target = std::filesystem::read_symlink(entry.path(), gone).string();
-    if (target.starts_with("socket:")) sockets.insert(std::stoi(entry.path().filename()));
-  }
-  return sockets;
-}
-
-bool namesFamily(const std::vector<Nl80211Socket::Attributes>& messages, std::string_view name) {
-  return std::ranges::any_of(messages, [&](const auto& message) {
-    return !std::ranges::search(message, std::as_bytes(std::span(name))).empty();
-  });
+// The number that the next file to be opened will have.
+int nextDescriptor() {
+  return UniqueFd(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0)).get();
 }
 
 // The kernel's list of families is itself a family, there on every machine.
 TEST(Nl80211SocketTest, readsWholeListsAndSurvivesABrokenSocket) {
-  const auto before = openSockets();
+  const int kept = nextDescriptor();
   {
     Nl80211Socket socket("nlctrl");
-    int kept = -1;
     for (int round = 0; round < 3; ++round) {
       const auto families = socket.list(CTRL_CMD_GETFAMILY);
       ASSERT_TRUE(families);
-      EXPECT_TRUE(namesFamily(*families, "nlctrl"));
-      std::vector<int> own;
-      std::ranges::set_difference(openSockets(), before, std::back_inserter(own));
-      ASSERT_EQ(own.size(), 1U);
-      kept = own.front();
+      EXPECT_TRUE(std::ranges::any_of(*families, [](const auto& message) {
+        return !std::ranges::search(message, std::as_bytes(std::span("nlctrl"))).empty();
+      }));
       EXPECT_NE(fcntl(kept, F_GETFD) & FD_CLOEXEC, 0);
+      EXPECT_EQ(nextDescriptor(), kept + 1) << "one socket for all";
     }
-    const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
-    dup2(nowhere, kept);
-    close(nowhere);
+    const UniqueFd nowhere(open("/dev/null", O_RDWR | O_CLOEXEC));
+    dup2(nowhere.get(), kept);
     EXPECT_TRUE(socket.list(CTRL_CMD_GETFAMILY));
     EXPECT_FALSE(socket.list(250)) << "no such command";
     EXPECT_TRUE(socket.list(CTRL_CMD_GETFAMILY));
   }
   Nl80211Socket unknown("no-such-family");
   EXPECT_FALSE(unknown.list(CTRL_CMD_GETFAMILY));
-  EXPECT_EQ(openSockets(), before);
+  EXPECT_EQ(nextDescriptor(), kept);
 }
 
 }  // namespace

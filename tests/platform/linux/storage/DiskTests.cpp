@@ -119,16 +119,9 @@ TEST(MountInfoTest, topmostMountCounts) {
   EXPECT_EQ(unescaped("a\\040b\\x2fc\\04\\xzz\\777\\"), "a b/c\\04\\xzz\\777\\");
 }
 
-TEST(LinuxVolumesOnThisMachine, readsCapacityAndNameOfTheRoot) {
-  LinuxVolumes volumes;
-  const auto capacity = volumes.capacity("/");
-  ASSERT_TRUE(capacity);
-  const auto space = std::filesystem::space("/");
-  EXPECT_EQ(capacity->totalBytes, space.capacity);
-  // Others may write in between.
-  EXPECT_NEAR(static_cast<double>(capacity->freeBytes), static_cast<double>(space.available), 1U << 28U);
-  EXPECT_NE(volumes.name("/").value_or(""), "");
-  EXPECT_FALSE(volumes.capacity("/no/such/folder"));
+TEST(LinuxVolumesOnThisMachine, aMissingFolderHasNoCapacity) {
+  EXPECT_TRUE(LinuxVolumes().capacity("/"));
+  EXPECT_FALSE(LinuxVolumes().capacity("/no/such/folder"));
 }
 
 }  // namespace

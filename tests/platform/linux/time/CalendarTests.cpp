@@ -1,9 +1,10 @@
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
+#include <iomanip>
 #include <limits>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -25,13 +26,12 @@ Date utc(int year, unsigned month, unsigned day, double hours) {
 }
 
 // The date according to the C library in the current zone.
-std::string localDate(std::int64_t unixSeconds) {
-  const time_t time = unixSeconds;
+std::string localDate(time_t unixSeconds) {
   tm local{};
-  localtime_r(&time, &local);
-  std::array<char, 16> text{};
-  std::strftime(text.data(), text.size(), "%Y-%m-%d", &local);
-  return text.data();
+  localtime_r(&unixSeconds, &local);
+  std::ostringstream text;
+  text << std::put_time(&local, "%F");
+  return text.str();
 }
 
 class CalendarTest : public testing::Test {
@@ -41,42 +41,38 @@ class CalendarTest : public testing::Test {
     setenv("TZ", zone, 1);
     tzset();
   }
+  LinuxCalendar& in(const char* zone) {
+    setZone(zone);
+    return calendar;
+  }
   LinuxCalendar calendar;
 };
 
 TEST_F(CalendarTest, daysStartAtTheirFirstInstant) {
-  const auto start = [this](const char* zone, Date date) {
-    setZone(zone);
-    return calendar.startOfDay(date);
-  };
-  EXPECT_EQ(start("Europe/Madrid", utc(2024, 3, 31, 20)), utc(2024, 3, 30, 23));
-  EXPECT_EQ(start("Europe/Madrid", utc(2024, 10, 27, 20)), utc(2024, 10, 26, 22));
+  EXPECT_EQ(in("Europe/Madrid").startOfDay(utc(2024, 3, 31, 20)), utc(2024, 3, 30, 23));
+  EXPECT_EQ(in("Europe/Madrid").startOfDay(utc(2024, 10, 27, 20)), utc(2024, 10, 26, 22));
   // 23:59:59 is followed by 01:00.
-  EXPECT_EQ(start("America/Sao_Paulo", utc(2018, 11, 4, 15)), utc(2018, 11, 4, 3));
-  EXPECT_EQ(start("America/Sao_Paulo", utc(2018, 11, 4, 3) + -1), utc(2018, 11, 3, 3));
+  EXPECT_EQ(in("America/Sao_Paulo").startOfDay(utc(2018, 11, 4, 15)), utc(2018, 11, 4, 3));
+  EXPECT_EQ(in("America/Sao_Paulo").startOfDay(utc(2018, 11, 4, 3) + -1), utc(2018, 11, 3, 3));
   // 01:00 is followed by 00:00 again.
-  EXPECT_EQ(start("America/Havana", utc(2023, 11, 5, 18)), utc(2023, 11, 5, 4));
-  EXPECT_EQ(start("America/Havana", utc(2023, 11, 5, 5.5)), utc(2023, 11, 5, 4));
-  for (const Date far : {Date::distantPast, Date{-1e300}}) EXPECT_EQ(start("UTC", far), far);
+  EXPECT_EQ(in("America/Havana").startOfDay(utc(2023, 11, 5, 18)), utc(2023, 11, 5, 4));
+  EXPECT_EQ(in("America/Havana").startOfDay(utc(2023, 11, 5, 5.5)), utc(2023, 11, 5, 4));
+  for (const Date far : {Date::distantPast, Date{-1e300}}) EXPECT_EQ(in("UTC").startOfDay(far), far);
 }
 
 TEST_F(CalendarTest, addingDaysKeepsTheTimeOfDay) {
-  const auto add = [this](const char* zone, Date date, int days) {
-    setZone(zone);
-    return calendar.addingDays(date, days);
-  };
-  EXPECT_EQ(add("Europe/Madrid", utc(2024, 3, 30, 23), 1), utc(2024, 3, 31, 22));
-  EXPECT_EQ(add("Europe/Madrid", utc(2024, 3, 30, 23) + 0.25, 1), utc(2024, 3, 31, 22) + 0.25);
-  EXPECT_EQ(add("Europe/Madrid", utc(2024, 10, 26, 22), 1), utc(2024, 10, 27, 23));
-  EXPECT_EQ(add("Europe/Madrid", utc(2024, 10, 27, 23), -1), utc(2024, 10, 26, 22));
+  EXPECT_EQ(in("Europe/Madrid").addingDays(utc(2024, 3, 30, 23), 1), utc(2024, 3, 31, 22));
+  EXPECT_EQ(in("Europe/Madrid").addingDays(utc(2024, 3, 30, 23) + 0.25, 1), utc(2024, 3, 31, 22) + 0.25);
+  EXPECT_EQ(in("Europe/Madrid").addingDays(utc(2024, 10, 26, 22), 1), utc(2024, 10, 27, 23));
+  EXPECT_EQ(in("Europe/Madrid").addingDays(utc(2024, 10, 27, 23), -1), utc(2024, 10, 26, 22));
   // A day without midnight, and a zone without 30 December 2011.
-  EXPECT_EQ(add("America/Sao_Paulo", utc(2018, 11, 3, 3), 1), utc(2018, 11, 4, 3));
-  EXPECT_EQ(add("America/Sao_Paulo", utc(2018, 11, 3, 3.5), 1), utc(2018, 11, 4, 3));
-  EXPECT_EQ(add("Pacific/Apia", utc(2011, 12, 29, 10), 1), utc(2011, 12, 30, 10));
+  EXPECT_EQ(in("America/Sao_Paulo").addingDays(utc(2018, 11, 3, 3), 1), utc(2018, 11, 4, 3));
+  EXPECT_EQ(in("America/Sao_Paulo").addingDays(utc(2018, 11, 3, 3.5), 1), utc(2018, 11, 4, 3));
+  EXPECT_EQ(in("Pacific/Apia").addingDays(utc(2011, 12, 29, 10), 1), utc(2011, 12, 30, 10));
 
-  EXPECT_TRUE(add("UTC", utc(2024, 1, 1, 0), 40'000'000));
-  EXPECT_FALSE(add("UTC", utc(2024, 1, 1, 0), std::numeric_limits<int>::max()));
-  for (const double seconds : {1e300, std::nan("")}) EXPECT_FALSE(add("UTC", {seconds}, 1));
+  EXPECT_TRUE(in("UTC").addingDays(utc(2024, 1, 1, 0), 40'000'000));
+  EXPECT_FALSE(in("UTC").addingDays(utc(2024, 1, 1, 0), std::numeric_limits<int>::max()));
+  for (const double seconds : {1e300, std::nan("")}) EXPECT_FALSE(in("UTC").addingDays({seconds}, 1));
 }
 
 TEST_F(CalendarTest, formattersKeepTheirZone) {
@@ -114,19 +110,15 @@ TEST_F(CalendarTest, formattersAgreeWithTheLibraryThroughEveryChange) {
 }
 
 TEST_F(CalendarTest, theHourIsThatOfAWallClock) {
-  const auto hour = [this](const char* zone, Date date) {
-    setZone(zone);
-    return calendar.hour(date);
-  };
-  EXPECT_EQ(hour("America/Sao_Paulo", utc(2018, 11, 4, 3) + -1), 23);
-  EXPECT_EQ(hour("America/Sao_Paulo", utc(2018, 11, 4, 3)), 1);
-  EXPECT_EQ(hour("Europe/Madrid", utc(2024, 10, 27, 0) + -1), 1);
+  EXPECT_EQ(in("America/Sao_Paulo").hour(utc(2018, 11, 4, 3) + -1), 23);
+  EXPECT_EQ(in("America/Sao_Paulo").hour(utc(2018, 11, 4, 3)), 1);
+  EXPECT_EQ(in("Europe/Madrid").hour(utc(2024, 10, 27, 0) + -1), 1);
   // 02:00 to 03:00 comes twice.
   for (const double hours : {0.0, 0.999, 1.0, 1.999}) {
-    EXPECT_EQ(hour("Europe/Madrid", utc(2024, 10, 27, hours)), 2) << hours;
+    EXPECT_EQ(in("Europe/Madrid").hour(utc(2024, 10, 27, hours)), 2) << hours;
   }
-  EXPECT_EQ(hour("Europe/Madrid", utc(2024, 10, 27, 2)), 3);
-  EXPECT_EQ(hour("Asia/Kathmandu", fromUnix(-1)), 5);
+  EXPECT_EQ(in("Europe/Madrid").hour(utc(2024, 10, 27, 2)), 3);
+  EXPECT_EQ(in("Asia/Kathmandu").hour(fromUnix(-1)), 5);
 }
 
 TEST_F(CalendarTest, formatsDatesOutOfRange) {
