@@ -6,6 +6,7 @@
 #include "platform/AudioService.h"
 #include "platform/BlockStorage.h"
 #include "platform/Calendar.h"
+#include "platform/Chip.h"
 #include "platform/Folders.h"
 #include "platform/HistoryFolder.h"
 #include "platform/LocationPermission.h"

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Chip.h"
 #include "platform/Processors.h"
 #include "providers/CPUSnapshot.h"
 #include "providers/HistoryRing.h"

@@ -5,14 +5,6 @@
 
 namespace kestrune::ui {
 
-// A raised surface behind its content.
-struct Card {
-  View content;
-
-  View body() const;
-  operator View() const { return body(); }
-};
-
 // Highlights its content while the pointer is over it.
 class HoverHighlightModifier final : public Component {
  public:

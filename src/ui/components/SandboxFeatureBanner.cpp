@@ -1,7 +1,7 @@
 #include "ui/components/SandboxFeatureBanner.h"
 
 #include "settings/Settings.h"
-#include "ui/components/Effects.h"
+#include "ui/components/Card.h"
 #include "ui/view/View.h"
 
 namespace kestrune::ui {

@@ -7,8 +7,8 @@
 #include <fmt/format.h>
 
 #include "ui/components/AudioParts.h"
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/StatusColors.h"
 #include "ui/view/View.h"

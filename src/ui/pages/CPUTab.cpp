@@ -3,9 +3,9 @@
 #include <string>
 #include <utility>
 
+#include "ui/components/Card.h"
 #include "ui/components/CoreBar.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/SandboxFeatureBanner.h"
 #include "ui/components/Series.h"

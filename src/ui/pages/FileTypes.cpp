@@ -5,8 +5,8 @@
 #include <map>
 
 #include "runtime/Utf8.h"
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Gauges.h"
 #include "ui/view/View.h"

@@ -5,6 +5,7 @@
 
 #include "runtime/Utf8.h"
 #include "settings/Settings.h"
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
 #include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"

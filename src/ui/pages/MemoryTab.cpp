@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/Fraction.h"
 #include "ui/components/SandboxFeatureBanner.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/NetworkParts.h"
 #include "ui/components/Series.h"

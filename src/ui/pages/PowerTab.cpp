@@ -8,8 +8,8 @@
 
 #include <fmt/format.h>
 
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Gauges.h"
 #include "ui/components/Series.h"
 #include "ui/components/Sparkline.h"

@@ -8,8 +8,8 @@
 #include "settings/Language.h"
 #include "settings/Preferences.h"
 #include "settings/Settings.h"
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Shell.h"
 #include "ui/view/View.h"
 

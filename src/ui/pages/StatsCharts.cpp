@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "ui/components/Card.h"
 #include "ui/components/Dashboard.h"
-#include "ui/components/Effects.h"
 #include "ui/components/Formatters.h"
 #include "ui/components/NetworkParts.h"
 #include "ui/view/View.h"

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Processors.h"
+#include "platform/Chip.h"
 
 namespace kestrune::platform {
 

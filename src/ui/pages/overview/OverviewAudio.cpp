@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ui/components/AudioParts.h"
-#include "ui/components/Effects.h"
+#include "ui/components/Card.h"
 #include "ui/components/StatusColors.h"
 #include "ui/pages/overview/OverviewParts.h"
 #include "ui/view/View.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/components/Effects.h"
+#include "ui/components/Card.h"
 
 namespace kestrune::ui {
 
