@@ -66,6 +66,15 @@ TEST_F(AlertsMonitorTest, deliveryFailurePrintsOneLine) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
+TEST_F(AlertsMonitorTest, numbersFollowTheLocale) {
+  LocaleFormats spanish("es_ES.UTF-8");
+  monitor = makeMonitor(spanish);
+  monitor->sendTest(Sample::memory);
+  monitor->sendTest(Sample::disk);
+  EXPECT_THAT(fired(), ElementsAre("test-memory", "test-disk"));
+  EXPECT_EQ(last.body, "8\u00A0% free — 40,2 GB remaining");
+}
+
 TEST_F(AlertsMonitorTest, keepsSourcesAliveWhileEvaluating) {
   start();
   const std::weak_ptr<CPUProvider> first = cpu;
