@@ -2,11 +2,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/UserNotifications.h"
 #include "providers/MemoryProvider.h"
 #include "texts/Catalogue.h"
 #include "texts/LocaleFormats.h"
+#include "texts/TextFormat.h"
 
 namespace kestrune {
 
@@ -28,6 +31,9 @@ class AlertTexts {
 
  private:
   std::string text(std::string_view key) const { return std::string(texts_.text(key)); }
+  std::string filled(std::string_view key, const std::vector<TextArgument>& arguments) const {
+    return formatText(texts_.text(key), arguments, formats_.decimalMark());
+  }
   std::string percent(double value) { return formats_.percent(value / 100, 0); }
 
   const Catalogue& texts_;

@@ -14,10 +14,10 @@ using platform::NotificationAuthorization;
 using MemoryPressure = MemorySnapshot::MemoryPressure;
 
 constexpr Duration interval = 5s;
-constexpr double highCPUSeconds = 30;
-constexpr double pinnedCoreSeconds = 20;
+constexpr Duration highCPUSpan = 30s;
+constexpr Duration pinnedCoreSpan = 20s;
 constexpr double pinnedCorePercent = 90;
-constexpr double diskCooldownSeconds = 3600;
+constexpr Duration diskCooldown = 1h;
 
 double inGB(double bytes) {
   return bytes * 0x1p-30;
@@ -35,9 +35,9 @@ double freePercentOf(const DiskSnapshot& disk) {
 }
 
 // True once the condition has lasted that long at `now`; the count then restarts.
-bool hasLasted(std::optional<Date>& since, Date now, double seconds) {
+bool hasLasted(std::optional<ContinuousTime>& since, ContinuousTime now, Duration span) {
   if (!since) since = now;
-  if (now - *since < seconds) return false;
+  if (now - *since < span) return false;
   since = now;
   return true;
 }
@@ -116,14 +116,14 @@ void AlertsMonitor::evaluate(const Sources& sources) {
   if (status != NotificationAuthorization::authorized && status != NotificationAuthorization::provisional) {
     return;
   }
-  const Date now = loop_.clock().now();
+  const ContinuousTime now = loop_.clock().continuousNow();
   checkCPU(sources.cpu->current.get(), now);
   checkMemory(sources.memory->current.get());
   checkDisk(sources.disk->current.get(), now);
-  checkNetwork(sources.recorder->current, now);
+  checkNetwork(sources.recorder->current);
 }
 
-void AlertsMonitor::checkCPU(const CPUSnapshot& cpu, Date now) {
+void AlertsMonitor::checkCPU(const CPUSnapshot& cpu, ContinuousTime now) {
   if (!settings_.cpuIsEnabled.get()) {
     cpuHighSince_.reset();
     corePinnedSince_.reset();
@@ -133,21 +133,21 @@ void AlertsMonitor::checkCPU(const CPUSnapshot& cpu, Date now) {
   checkCores(cpu.coreUsages, now);
 }
 
-void AlertsMonitor::checkTotal(double usagePercent, Date now) {
+void AlertsMonitor::checkTotal(double usagePercent, ContinuousTime now) {
   const double threshold = settings_.cpuThreshold.get();
   if (usagePercent < threshold) {
     cpuHighSince_.reset();
-  } else if (hasLasted(cpuHighSince_, now, highCPUSeconds)) {
+  } else if (hasLasted(cpuHighSince_, now, highCPUSpan)) {
     deliver(texts_.highCPU("cpu-high", threshold, usagePercent));
   }
 }
 
 // The time keeps running while the load moves from core to core.
-void AlertsMonitor::checkCores(const std::vector<double>& usages, Date now) {
+void AlertsMonitor::checkCores(const std::vector<double>& usages, ContinuousTime now) {
   const auto busiest = std::ranges::max_element(usages);
   if (busiest == usages.end() || !(*busiest >= pinnedCorePercent)) {
     corePinnedSince_.reset();
-  } else if (hasLasted(corePinnedSince_, now, pinnedCoreSeconds)) {
+  } else if (hasLasted(corePinnedSince_, now, pinnedCoreSpan)) {
     deliver(texts_.saturatedCore("cpu-core-pinned", busiest - usages.begin() + 1, *busiest));
   }
 }
@@ -166,7 +166,7 @@ void AlertsMonitor::checkMemory(const MemorySnapshot& memory) {
                                 inGB(memory.totalBytes)));
 }
 
-void AlertsMonitor::checkDisk(const DiskSnapshot& disk, Date now) {
+void AlertsMonitor::checkDisk(const DiskSnapshot& disk, ContinuousTime now) {
   if (!settings_.diskIsEnabled.get()) {
     diskAlertedAt_.reset();
     return;
@@ -176,16 +176,16 @@ void AlertsMonitor::checkDisk(const DiskSnapshot& disk, Date now) {
     diskAlertedAt_.reset();
     return;
   }
-  if (diskAlertedAt_ && now - *diskAlertedAt_ <= diskCooldownSeconds) return;
+  if (diskAlertedAt_ && now - *diskAlertedAt_ <= diskCooldown) return;
   deliver(texts_.lowDisk("disk-low", freePercent, inGB(disk.volumeFreeBytes)));
   diskAlertedAt_ = now;
 }
 
 // Fires once a day per limit, and again if the limit is raised and then exceeded. (For the first minute of a
 // day the record may still be the previous day's.)
-void AlertsMonitor::checkNetwork(const DailySummary& day, Date now) {
+void AlertsMonitor::checkNetwork(const DailySummary& day) {
   if (!settings_.networkIsEnabled.get()) return;
-  const Date today = services_.calendar.startOfDay(now);
+  const Date today = services_.calendar.startOfDay(loop_.clock().now());
   if (networkAlertFiredDay_ < today) {
     networkAlertFiredDay_ = today;
     networkAlertFiredGB_ = 0;

@@ -68,12 +68,12 @@ class AlertsMonitor : public std::enable_shared_from_this<AlertsMonitor> {
   };
   static Task evaluateAgainAndAgain(MainLoop& loop, std::weak_ptr<AlertsMonitor> monitor, Sources sources);
   void evaluate(const Sources& sources);
-  void checkCPU(const CPUSnapshot& cpu, Date now);
-  void checkTotal(double usagePercent, Date now);
-  void checkCores(const std::vector<double>& usages, Date now);
+  void checkCPU(const CPUSnapshot& cpu, ContinuousTime now);
+  void checkTotal(double usagePercent, ContinuousTime now);
+  void checkCores(const std::vector<double>& usages, ContinuousTime now);
   void checkMemory(const MemorySnapshot& memory);
-  void checkDisk(const DiskSnapshot& disk, Date now);
-  void checkNetwork(const DailySummary& day, Date now);
+  void checkDisk(const DiskSnapshot& disk, ContinuousTime now);
+  void checkNetwork(const DailySummary& day);
   void deliver(const platform::UserNotification& alert);
 
   MainLoop& loop_;
@@ -81,10 +81,12 @@ class AlertsMonitor : public std::enable_shared_from_this<AlertsMonitor> {
   AlertSettings settings_;
   AlertTexts texts_;
   Task task_;
-  std::optional<Date> cpuHighSince_;     // or since the last alert
-  std::optional<Date> corePinnedSince_;  // or since the last alert
+  // Spans are measured on the continuous clock, so that a step of the wall clock neither delays an alert nor
+  // fires one. Both count from the last alert once one has fired.
+  std::optional<ContinuousTime> cpuHighSince_;
+  std::optional<ContinuousTime> corePinnedSince_;
   MemorySnapshot::MemoryPressure lastMemoryPressure_ = MemorySnapshot::MemoryPressure::nominal;
-  std::optional<Date> diskAlertedAt_;  // absent once the disk has recovered
+  std::optional<ContinuousTime> diskAlertedAt_;  // absent once the disk has recovered
   Date networkAlertFiredDay_ = Date::distantPast;
   std::int64_t networkAlertFiredGB_ = 0;  // the limit of the last alert on that day
 };

@@ -1,8 +1,15 @@
 #include "runtime/MainLoop.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrune {
+namespace {
+
+// A short timer would lose too much of its delay to the full leeway.
+constexpr int leewayShare = 10;
+
+}  // namespace
 
 void MainLoop::Inbox::post(Job job) {
   const std::lock_guard lock(mutex_);
@@ -30,7 +37,8 @@ MainLoop::~MainLoop() {
 
 MainLoop::TimerId MainLoop::after(Duration delay, Job job) {
   const TimerId timer{clock_.continuousNow() + delay, nextSequence_++};
-  timers_.emplace(timer, std::move(job));
+  const Duration leeway = std::min(waker_.leeway(), delay / leewayShare);
+  timers_.emplace(timer, Timer{timer.deadline - leeway, std::move(job)});
   if (timers_.begin()->first == timer) waker_.setDeadline(timer.deadline);
   return timer;
 }
@@ -72,15 +80,16 @@ bool MainLoop::hasJobs() const {
 
 void MainLoop::runDueTimers() {
   const ContinuousTime now = clock_.continuousNow();
+  const ContinuousTime horizon = now + waker_.leeway();
   const std::uint64_t firstNew = nextSequence_;
   auto timer = timers_.begin();
-  while (timer != timers_.end() && timer->first.deadline <= now) {
-    if (timer->first.sequence >= firstNew) {
+  while (timer != timers_.end() && timer->first.deadline <= horizon) {
+    if (timer->first.sequence >= firstNew || timer->second.earliest > now) {
       ++timer;
       continue;
     }
     const auto due = timers_.extract(timer);
-    due.mapped()();
+    due.mapped().job();
     timer = timers_.begin();  // the job may have set or cancelled timers
   }
 }

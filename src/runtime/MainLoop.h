@@ -24,6 +24,8 @@ class LoopWaker {
   virtual void wake() = 0;
   // Makes the driver run the loop at `deadline`; absent: no timer is pending. Main thread.
   virtual void setDeadline(std::optional<ContinuousTime> deadline) = 0;
+  // How much too early a timer may fire if the loop is awake anyway, so that timers share a wake-up.
+  virtual Duration leeway() const { return {}; }
   // Clears all wake-ups so far. Called at the start of each run. Main thread.
   virtual void acknowledge() = 0;
 };
@@ -65,7 +67,8 @@ class MainLoop {
   void post(Job job) { inbox_->post(std::move(job)); }
   const std::shared_ptr<Inbox>& inbox() const { return inbox_; }
 
-  // Runs `job` once, `delay` from now.
+  // Runs `job` once, `delay` from now; earlier by at most the waker's leeway, and at most a tenth of `delay`,
+  // if the loop is awake then.
   TimerId after(Duration delay, Job job);
   // True if the timer was still pending.
   bool cancelTimer(const TimerId& timer);
@@ -86,13 +89,17 @@ class MainLoop {
   const Clock& clock() const { return clock_; }
 
  private:
+  struct Timer {
+    ContinuousTime earliest{};
+    Job job;
+  };
   void runDueTimers();
   void runWaitingJobs();
 
   const Clock& clock_;
   LoopWaker& waker_;
   std::shared_ptr<Inbox> inbox_ = std::make_shared<Inbox>();
-  std::map<TimerId, Job> timers_;
+  std::map<TimerId, Timer> timers_;
   std::unordered_map<Ticket, Job> parked_;
   std::uint64_t nextSequence_ = 1;
 };

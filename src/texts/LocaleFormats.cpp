@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include <unicode/dcfmtsym.h>
 #include <unicode/dtptngen.h>
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
@@ -80,6 +81,14 @@ LocaleFormats::LocaleFormats(const std::string& localeName)
     : formatters_(new Formatters{.locale = localeNamed(localeName)}) {}
 
 LocaleFormats::~LocaleFormats() = default;
+
+std::string LocaleFormats::decimalMark() const {
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::DecimalFormatSymbols symbols(formatters_->locale, status);
+  std::string utf8;
+  if (U_FAILURE(status)) return ".";
+  return symbols.getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol).toUTF8String(utf8);
+}
 
 std::string LocaleFormats::day(const std::string& isoDay) {
   return formatters_->written(formatters_->day, "MMM d, yyyy", isoDay);

@@ -18,6 +18,8 @@ class LocaleFormats {
 
   // A fraction as a percentage with a fixed number of decimals, rounded half to even: "33%", "33,4 %".
   std::string percent(double fraction, int fractionDigits);
+  // What stands between units and tenths: "." or ",". UTF-8.
+  std::string decimalMark() const;
   // The day "2026-05-09" as "May 9, 2026". Text that isn't a day is returned unchanged.
   std::string day(const std::string& isoDay);
   // The same without the year: "May 9", "9 may".

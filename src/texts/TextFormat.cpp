@@ -58,17 +58,23 @@ std::optional<Specifier> readSpecifier(std::string_view text) {
 struct ArgumentWriter {
   std::string& text;
   std::size_t fractionDigits;
+  std::string_view decimalMark;
 
   void operator()(const std::string& argument) const { text += argument; }
   void operator()(std::int64_t argument) const { text += std::to_string(argument); }
   void operator()(double argument) const {
-    fmt::format_to(std::back_inserter(text), "{:.{}f}", argument, fractionDigits);
+    const std::string number = fmt::format("{:.{}f}", argument, fractionDigits);
+    const std::size_t point = std::min(number.find('.'), number.size());
+    text.append(number, 0, point);
+    if (point == number.size()) return;
+    text.append(decimalMark).append(number, point + 1);
   }
 };
 
 }  // namespace
 
-std::string formatText(std::string_view format, const std::vector<TextArgument>& arguments) {
+std::string formatText(std::string_view format, const std::vector<TextArgument>& arguments,
+                       std::string_view decimalMark) {
   std::string text;
   std::size_t next = 1;
   for (;;) {
@@ -84,7 +90,7 @@ std::string formatText(std::string_view format, const std::vector<TextArgument>&
       position = specifier->position != 0 ? specifier->position : next++;
     }
     if (position >= 1 && position <= arguments.size()) {
-      std::visit(ArgumentWriter{text, specifier->fractionDigits}, arguments[position - 1]);
+      std::visit(ArgumentWriter{text, specifier->fractionDigits, decimalMark}, arguments[position - 1]);
     } else {
       text += specifier && specifier->conversion == '%' ? "%" : format.substr(0, length);
     }

@@ -57,6 +57,38 @@ TEST_F(AlertsMonitorTest, deliveryFailurePrintsOneLine) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
+TEST_F(AlertsMonitorTest, stepsOfTheWallClockDoNotChangeSpans) {
+  start();
+  for (const double step : {-3600.0, 3600.0}) {
+    setCPU(10);
+    evaluate();
+    setCPU(90);
+    evaluate(2);
+    clock.setWall(clock.now() + step);
+    EXPECT_EQ(evaluationsUntilItFires(), 5) << step;
+  }
+  setCPU(10);
+  fired();
+  setDisk(100, 95);
+  evaluate();
+  EXPECT_THAT(fired(), ElementsAre("disk-low"));
+  clock.setWall(clock.now() + 7200);
+  evaluate();
+  EXPECT_THAT(fired(), IsEmpty());
+  clock.setWall(clock.now() + -86400);
+  advance(1h + 5s);
+  EXPECT_THAT(fired(), ElementsAre("disk-low"));
+}
+
+TEST_F(AlertsMonitorTest, numbersFollowTheLocale) {
+  LocaleFormats spanish("es_ES.UTF-8");
+  monitor = makeMonitor(spanish);
+  monitor->sendTest(Sample::memory);
+  monitor->sendTest(Sample::disk);
+  EXPECT_THAT(fired(), ElementsAre("test-memory", "test-disk"));
+  EXPECT_EQ(last.body, "8\u00A0% free — 40,2 GB remaining");
+}
+
 TEST_F(AlertsMonitorTest, keepsSourcesAliveWhileEvaluating) {
   start();
   const std::weak_ptr<CPUProvider> first = sources.cpu;

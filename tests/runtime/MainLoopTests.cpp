@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <array>
+
 #include <gmock/gmock.h>
 
 #include "support/TestClock.h"
@@ -12,8 +15,10 @@ class RecordingWaker final : public LoopWaker {
  public:
   int wakes = 0;
   std::optional<ContinuousTime> deadline;
+  Duration timerLeeway{};
 
   void wake() override { ++wakes; }
+  Duration leeway() const override { return timerLeeway; }
   void setDeadline(std::optional<ContinuousTime> next) override { deadline = next; }
   void acknowledge() override { wakes = 0; }
 };
@@ -66,6 +71,40 @@ TEST_F(MainLoopTest, timersFireByDeadlineThenBySetting) {
   pass(1h);
   EXPECT_THAT(ran, ElementsAre("early", "first of two", "second of two", "late"));
   EXPECT_EQ(waker.deadline, std::nullopt);
+}
+
+// Ticks once per interval, and each tick takes a while.
+void tickForEver(MainLoop& loop, test::TestClock& clock, Duration interval, int& ticks) {
+  loop.after(interval, [&loop, &clock, interval, &ticks] {
+    ++ticks;
+    clock.setContinuous(clock.continuousNow() + 2ms);
+    tickForEver(loop, clock, interval, ticks);
+  });
+}
+
+TEST_F(MainLoopTest, leewayKeepsLoopsInStep) {
+  waker.timerLeeway = 20ms;
+  std::array<int, 5> ticks{};
+  for (std::size_t i = 0; i < ticks.size(); ++i) {
+    tickForEver(*loop, clock, std::array{1s, 2s, 1s, 3s, 1s}.at(i), ticks.at(i));
+  }
+  int wakes = 0;
+  for (const ContinuousTime end = clock.continuousNow() + 1h; *waker.deadline < end; ++wakes) {
+    clock.setContinuous(std::max(*waker.deadline, clock.continuousNow()));
+    loop->run();
+  }
+  EXPECT_EQ(wakes, ticks.front()) << "every wake ticks the fast loops, and no loop wakes on its own";
+  EXPECT_NEAR(ticks.front(), 3600, 40);
+  EXPECT_NEAR(ticks.at(3), 1200, 14);
+}
+
+TEST_F(MainLoopTest, shortTimersHaveLittleLeeway) {
+  waker.timerLeeway = 20ms;
+  loop->after(10ms, note("short"));
+  pass(8ms);
+  EXPECT_TRUE(ran.empty());
+  pass(1ms);
+  EXPECT_THAT(ran, ElementsAre("short"));
 }
 
 TEST_F(MainLoopTest, neverStarvesTheDriver) {

@@ -17,6 +17,7 @@ class LoopDescriptor final : public LoopWaker {
 
   void wake() override;
   void setDeadline(std::optional<ContinuousTime> deadline) override;
+  Duration leeway() const override { return std::chrono::milliseconds(20); }
   void acknowledge() override;
 
  private:
