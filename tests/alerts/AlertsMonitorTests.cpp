@@ -82,9 +82,10 @@ TEST_F(AlertsMonitorTest, stepsOfTheWallClockDoNotChangeSpans) {
 
 TEST_F(AlertsMonitorTest, numbersFollowTheLocale) {
   LocaleFormats spanish("es_ES.UTF-8");
-  monitor = makeMonitor(spanish);
-  monitor->sendTest(Sample::memory);
-  monitor->sendTest(Sample::disk);
+  monitor = std::make_shared<AlertsMonitor>(
+      loop, AlertsMonitor::Services{settings, notifications, workspace, calendar, texts, spanish});
+  monitor->sendTest(AlertsMonitor::Sample::memory);
+  monitor->sendTest(AlertsMonitor::Sample::disk);
   EXPECT_THAT(fired(), ElementsAre("test-memory", "test-disk"));
   EXPECT_EQ(last.body, "8\u00A0% free — 40,2 GB remaining");
 }
