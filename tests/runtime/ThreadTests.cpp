@@ -91,16 +91,17 @@ TEST_F(ThreadTest, severalThreadsGetPastHungWork) {
 
 TEST_F(ThreadTest, destroyedLaneFinishesRunningWorkOnly) {
   auto lane = makeLane();
-  Gate gate;
+  std::latch begun(1);
   std::atomic<bool> finished = false;
   const auto dropped = std::make_shared<std::atomic<bool>>(false);
-  lane->submit([&] {
-    gate.pass();
+  lane->submit([&, alive = std::weak_ptr(lane)] {
+    begun.count_down();
+    // Runs into the destructor, and leaves it ample time to close the lane.
+    for (int turns = 0; turns < 100'000; turns += alive.expired() ? 1 : 0) std::this_thread::yield();
     finished = true;
   });
   lane->submit([dropped] { *dropped = true; });
-  gate.begun.wait();
-  const std::jthread releaser([&] { gate.release.count_down(); });
+  begun.wait();
   lane.reset();
   EXPECT_TRUE(finished);
   EXPECT_FALSE(*dropped);
