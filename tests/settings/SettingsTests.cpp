@@ -10,16 +10,29 @@ namespace {
 using namespace std::chrono_literals;
 using Texts = std::vector<std::string>;
 
-TEST(SettingsReset, writesEachDefaultAndNothingElse) {
-  test::ScriptedPreferences storage;
+class RecordingStorage final : public platform::PreferenceStorage {
+ public:
+  platform::PreferenceMap stored;
+  std::vector<std::string> order;
+
+  platform::PreferenceMap load() override { return stored; }
+  void store(const std::string& key, const platform::PreferenceValue& value) override {
+    stored[key] = value;
+    order.push_back(key);
+  }
+};
+
+TEST(SettingsReset, writesEachDefaultInOrderAndNothingElse) {
+  RecordingStorage storage;
   storage.stored = {{"ui.sandbox.showHints", false},
                     {"AppleLanguages", Texts{"es"}},
                     {"alerts.cpu.threshold", std::string("80")},
                     {"history.retentionDays", std::int64_t{90}}};
   Preferences preferences(storage);
   resetAllSettings(preferences);
-  EXPECT_TRUE(storage.stored.contains("metrics.cpu.menubar.enabled"));
-  EXPECT_TRUE(storage.stored.contains("ui.sandbox.showFolderTab"));
+  ASSERT_EQ(storage.order.size(), 18U);
+  EXPECT_EQ(storage.order.front(), "metrics.cpu.menubar.enabled");
+  EXPECT_EQ(storage.order.back(), "ui.sandbox.showFolderTab");
   EXPECT_EQ(preferences.value<double>("alerts.cpu.threshold"), 80.0);
   EXPECT_EQ(preferences.value<std::int64_t>("history.retentionDays"), 30);
   EXPECT_EQ(preferences.value<std::string>("alerts.memory.threshold"), "warning");

@@ -11,7 +11,6 @@
 #include "support/ScriptedPlatform.h"
 #include "ui/Transcript.h"
 #include "ui/components/ViewContext.h"
-#include "ui/pages/CPUTab.h"
 #include "ui/window/MainWindowView.h"
 #include "ui/window/MenuBarPopover.h"
 
@@ -59,7 +58,6 @@ class ViewFixture : public testing::Test {
   MountedViews tab() {
     return MountedViews(ui::component<Tab>([given = context()] { return std::make_shared<Tab>(given); }));
   }
-  MountedViews cpuTab() { return tab<ui::CPUTab>(); }
   MountedViews mainWindow() { return tab<ui::MainWindowView>(); }
   MountedViews popover() {
     return MountedViews(ui::component<ui::MenuBarPopover>([this, given = context()] {

@@ -1,5 +1,6 @@
 #include "ui/ViewFixture.h"
 #include "ui/pages/AudioTab.h"
+#include "ui/pages/CPUTab.h"
 #include "ui/pages/DiskTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/NetworkTab.h"

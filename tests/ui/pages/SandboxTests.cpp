@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "ui/ViewFixture.h"
+#include "ui/pages/CPUTab.h"
 #include "ui/pages/FolderTab.h"
 #include "ui/pages/MemoryTab.h"
 #include "ui/pages/SettingsTab.h"

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "ui/ViewFixture.h"
+#include "ui/pages/CPUTab.h"
 #include "ui/window/AboutText.h"
 #include "ui/window/Sidebar.h"
 
